@@ -1,0 +1,47 @@
+# One target a folder, one line a test.
+
+add_library(kvx_options INTERFACE)
+target_include_directories(kvx_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+target_compile_options(kvx_options INTERFACE -Wall -Wextra -Wpedantic -Werror)
+if(KVX_SANITIZE)
+  target_compile_options(kvx_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer
+                                               -fno-sanitize-recover=undefined)
+  target_link_options(kvx_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# kvx_library(NAME [RECURSE] DIRS folder... DEPS target...): the static library kvx_NAME of all
+# sources in the folders (below src/).
+function(kvx_library name)
+  cmake_parse_arguments(ARG "RECURSE" "" "DIRS;DEPS" ${ARGN})
+  set(sources)
+  foreach(dir ${ARG_DIRS})
+    if(ARG_RECURSE)
+      file(GLOB_RECURSE found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${dir}/*.cpp)
+    else()
+      file(GLOB found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${dir}/*.cpp)
+    endif()
+    list(APPEND sources ${found})
+  endforeach()
+  if(sources)
+    add_library(kvx_${name} STATIC ${sources})
+    target_link_libraries(kvx_${name} PUBLIC kvx_options ${ARG_DEPS})
+  else()
+    add_library(kvx_${name} INTERFACE)
+    target_link_libraries(kvx_${name} INTERFACE kvx_options ${ARG_DEPS})
+  endif()
+endfunction()
+
+# kvx_test(NAME DIR folder DEPS target...): one test program of all sources in tests/DIR.
+function(kvx_test name)
+  cmake_parse_arguments(ARG "" "DIR" "DEPS;ENVIRONMENT" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${ARG_DIR}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(test_${name} ${sources})
+  target_include_directories(test_${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_link_libraries(test_${name} PRIVATE kvx_options ${ARG_DEPS} GTest::gmock GTest::gtest_main)
+  add_test(NAME ${name} COMMAND test_${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT
+    "KVX_SOURCE_DIR=${CMAKE_SOURCE_DIR};KVX_BIN_DIR=${CMAKE_BINARY_DIR}/bin;QT_QPA_PLATFORM=offscreen;${ARG_ENVIRONMENT}")
+endfunction()

@@ -1,0 +1,56 @@
+#pragma once
+// Bulk access to the decoded events, ours: a trace service that keeps its events in columns offers
+// it by query-interface (kvx::host::kOSTraceColumns). A service without it is read by its plain
+// operations, with the same result.
+
+#include "host/Host.h"
+
+namespace kvx::host {
+
+inline constexpr std::uint32_t kOpenEnd = 0xFFFFFFFFu;
+inline constexpr std::uint8_t kFlagSuspended = 1;
+inline constexpr std::uint8_t kFlagPaused = 2;
+
+// A list of event indexes in ascending order.
+struct EventList {
+    const std::uint32_t* events = nullptr;
+    std::uint32_t count = 0;
+};
+
+// Contexts are named here by their number in the service, which never changes; lineOfContext gives
+// the line of each. Every pointer is the service's and holds until its next AnalyzeRecords,
+// DiscardData or change of the line order.
+struct OSTraceColumns {
+    std::uint32_t eventCount = 0;
+    const std::int64_t* time = nullptr;      // count of each event, non-decreasing
+    const std::uint32_t* endEvent = nullptr; // kinds 1 and 2: the event that ends the interval, or
+                                             // kOpenEnd; not meaningful for kind 3
+    const std::uint32_t* context = nullptr;  // GetEventContext
+    const std::uint32_t* next = nullptr;     // kind 1: GetEventNextContext; kind 2: state context
+    const std::uint8_t* kind = nullptr;      // 1 dispatch, 2 state, 3 system call
+    const std::uint8_t* code = nullptr;      // kind 2: state 1 to 13; kind 3: class 1 to 13
+    const std::uint8_t* flags = nullptr;     // kind 2: kFlagSuspended, kFlagPaused
+
+    std::uint32_t contextCount = 0;
+    const std::uint32_t* lineOfContext = nullptr;
+
+    EventList dispatches;                     // all events of kind 1
+    EventList sysCalls;                       // all events of kind 3
+    const EventList* stateEvents = nullptr;   // by context: its events of kind 2
+};
+
+class IQOSTraceColumns : public IQUnknown {
+  public:
+    virtual HRESULT KVX_CALL GetColumns(OSTraceColumns* out) = 0;
+    // Decodes records from..to and stops after the first whose analysed-up-to time exceeds until,
+    // so that a caller can decode in blocks what it would else ask for one by one. *last: the last
+    // record decoded; a, b, c as AnalyzeRecords.
+    virtual HRESULT KVX_CALL AnalyzeUntil(std::int32_t from, std::int32_t to, double until,
+                                          std::int32_t* last, std::int64_t* a, std::int64_t* b,
+                                          std::int64_t* c) = 0;
+
+  protected:
+    ~IQOSTraceColumns() = default;
+};
+
+}  // namespace kvx::host

@@ -1,0 +1,21 @@
+#pragma once
+// The one printf-style formatting function, and cutting of UTF-8 texts.
+
+#include <string>
+#include <string_view>
+
+namespace kvx {
+
+// printf into a string; the compiler checks the arguments against the format.
+[[gnu::format(printf, 1, 2)]] std::string FormatText(const char* format, ...);
+
+// For formats that come from the resource library: replaces the first "%s" of the text.
+std::string FormatResource(std::string_view format, std::string_view argument);
+
+// The longest prefix of at most maxCharacters characters (code points), never half a character.
+std::string_view Utf8Prefix(std::string_view text, std::size_t maxCharacters);
+
+// The text without leading white space.
+std::string_view TrimLeft(std::string_view text);
+
+}  // namespace kvx
