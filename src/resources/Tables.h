@@ -1,0 +1,16 @@
+#pragma once
+// The parts of the resource table, one file each.
+
+#include <span>
+
+#include "platform/Resources.h"
+
+namespace kvx::resources {
+
+std::span<const StringResource> Strings();
+std::span<const MenuResource> Menus();
+std::span<const ToolbarResource> Toolbars();
+std::span<const DialogResource> Dialogs();
+std::span<const CursorResource> Cursors();
+
+}  // namespace kvx::resources
