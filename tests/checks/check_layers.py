@@ -1,0 +1,139 @@
+#!/usr/bin/env python3
+"""Checks from the include lines that every folder under src/ includes only what it may.
+
+usage: check_layers.py SRC           check the tree
+       check_layers.py --self-test   prove that a seeded fault of each kind is found
+Exit status 1 when a fault is found (each printed as file:line: reason).
+"""
+import pathlib
+import re
+import sys
+import tempfile
+
+BASE = ["platform", "host", "utils"]
+VIEW = BASE + ["trace", "display", "framework", "toolbar"]
+MODELS = ["display/model", "analyze/model", "traceview/model"]
+WORKBENCH = ["platform", "host", "workbench"]
+CORE = ["trace"] + MODELS
+
+# folder -> folders it may include (besides itself); the longest matching folder counts.
+ALLOWED = {
+    "platform": [],
+    "platform/qt": ["platform"],
+    "host": ["platform"],
+    "utils": ["platform", "host"],
+    "trace": ["platform", "host"] + MODELS,
+    "trace/dialogs": BASE + ["trace"],
+    "display/model": ["platform", "host", "trace"],
+    "traceview/model": ["platform", "host", "trace"] + MODELS,
+    "analyze/model": ["platform", "host", "trace"] + MODELS,
+    "display": BASE + ["trace"],
+    "framework": BASE,
+    "toolbar": BASE + ["framework"],
+    "traceview": VIEW + ["analyze/model"],
+    "analyze": VIEW + ["traceview/model"],
+    "sink": VIEW + ["traceview", "analyze"],
+    "component": VIEW + ["traceview", "analyze", "sink", "platform/qt"],
+    "resources": ["platform", "host"],
+    "workbench/service": ["platform", "host"],
+    "workbench/formats": ["platform", "host", "workbench/service"],
+    "workbench/simulation": ["platform"],
+    "workbench/cli": WORKBENCH + CORE,
+    "workbench/desktop": WORKBENCH,
+    "workbench/debuglib": ["platform", "host"],
+    "workbench": WORKBENCH,
+}
+# What nobody but these may include, although a parent folder is allowed.
+PRIVATE = {"platform/qt": {"platform/qt", "component", "workbench"}}
+MAY_SEE_TOOLKIT = ("platform/qt", "workbench/desktop", "workbench")
+NO_TOOLKIT = ("workbench/service", "workbench/formats", "workbench/simulation", "workbench/cli")
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
+
+
+def within(path, folder):
+    return path == folder or path.startswith(folder + "/")
+
+
+def owner(folder):
+    """The longest entry of the table that holds the folder."""
+    found = [name for name in ALLOWED if within(folder, name)]
+    return max(found, key=len) if found else None
+
+
+def check_include(mine, target):
+    """The reason why mine may not include target, or None."""
+    if re.match(r"Q[A-Z]|Qt", target):
+        if any(within(mine, f) for f in NO_TOOLKIT) or not any(within(mine, f) for f in MAY_SEE_TOOLKIT):
+            return f"{mine} may not see the toolkit ({target})"
+        return None
+    if "/" not in target:
+        return None
+    theirs = owner(target.rsplit("/", 1)[0])
+    if theirs is None or theirs == mine:
+        return None
+    if theirs in PRIVATE and mine not in PRIVATE[theirs]:
+        return f"{mine} may not include {theirs} ({target})"
+    if any(within(theirs, allowed) for allowed in ALLOWED[mine]):
+        return None
+    if within(theirs, mine):
+        return None  # a folder may use its own sub-folders
+    return f"{mine} may not include {theirs} ({target})"
+
+
+def check(src):
+    faults = []
+    files = sorted(p for p in src.rglob("*") if p.suffix in (".h", ".cpp"))
+    if not files:
+        return [f"{src}: no source files found"]
+    for path in files:
+        folder = path.parent.relative_to(src).as_posix()
+        mine = owner(folder)
+        if mine is None:
+            faults.append(f"{path}: folder {folder} is not in the table of layers")
+            continue
+        for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
+            match = INCLUDE.match(line)
+            reason = check_include(mine, match.group(2)) if match else None
+            if reason:
+                faults.append(f"{path}:{number}: {reason}")
+    return faults
+
+
+def self_test():
+    seeds = {
+        "platform/Window.h": "#include <QWidget>",
+        "host/Host.h": '#include "trace/OSTrace.h"',
+        "trace/OSTrace.cpp": '#include "traceview/TraceView.h"',
+        "traceview/View.cpp": '#include "analyze/AnalyzeView.h"',
+        "workbench/desktop/Main.cpp": '#include "sink/CommandSink.h"',
+        "workbench/formats/itron/Log.cpp": "#include <QString>",
+        "framework/Frame.cpp": '#include "platform/qt/Convert.h"',
+        "elsewhere/Stray.cpp": "",
+    }
+    missed = []
+    for name, line in seeds.items():
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder) / name
+            path.parent.mkdir(parents=True)
+            path.write_text(line + "\n", encoding="utf-8")
+            if not check(pathlib.Path(folder)):
+                missed.append(f"seeded fault not found: {name}: {line}")
+    with tempfile.TemporaryDirectory() as folder:
+        path = pathlib.Path(folder) / "traceview/View.cpp"
+        path.parent.mkdir(parents=True)
+        path.write_text('#include <vector>\n#include "trace/OSTrace.h"\n', encoding="utf-8")
+        missed += [f"false alarm: {fault}" for fault in check(pathlib.Path(folder))]
+    return missed
+
+
+def main():
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    faults = self_test() if sys.argv[1] == "--self-test" else check(pathlib.Path(sys.argv[1]))
+    print("\n".join(faults) if faults else "layers: no fault")
+    sys.exit(1 if faults else 0)
+
+
+if __name__ == "__main__":
+    main()
