@@ -1,0 +1,32 @@
+#pragma once
+// The events at which a record's longest (or shortest) interval occurred, to be visited in turn.
+
+#include <cstdint>
+#include <vector>
+
+#include "trace/Progress.h"
+
+class COSMarker;
+
+namespace kvx {
+
+class ExtremeEvents {
+  public:
+    void Restart(std::uint32_t event);
+    void Append(std::uint32_t event);
+    // In the order found.
+    const std::vector<std::uint32_t>& Events() const { return events_; }
+
+    // Sends the indicator to the next of the events and invalidates the view.
+    void GoToNext(COSMarker& marker, IViewSender* view);
+    // 1 when the indicator's time is that of one of the events.
+    int HasIndicator(const COSMarker& marker) const;
+
+  private:
+    std::vector<std::uint32_t> events_;
+    std::size_t cursor_ = 0;
+    bool ascending_ = true;
+    mutable std::vector<std::uint32_t> sorted_;  // made when events_ are not ascending
+};
+
+}  // namespace kvx

@@ -1,0 +1,52 @@
+#pragma once
+// The system calls between start and end marker, as indexes into the service's history.
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "analyze/model/SortState.h"
+#include "host/OSTraceService.h"
+
+class COSMarker;
+
+// Entries are consecutive history indexes, so the list is their first index and their count; the
+// display order is held only once it differs from the order of the entries.
+class COSSysCallList {
+  public:
+    static constexpr int kColumns = 5;
+    enum Column { No, Name, Parameter, ReturnParameter, Time };
+
+    virtual ~COSSysCallList() = default;
+    // Borrowed, set once by its owner.
+    void SetShared(COSMarker* marker) { marker_ = marker; }
+
+    // Without a service the list stays as it is.
+    void Build();
+    void Sort(int column, int again);
+    // Entries and rows; the sort states stay.
+    void Clear();
+
+    int EntryCount() const { return static_cast<int>(count_); }
+    // History index of the n-th entry; nothing when n is out of range.
+    std::optional<std::uint32_t> Entry(int n) const;
+
+    // One row an entry.
+    int RowCount() const { return EntryCount(); }
+    std::uint32_t RowHistoryIndex(int k) const;
+    // The row that shows the history index; -1 when none does.
+    int FindRow(std::uint32_t history) const;
+
+    int SortColumn() const { return sort_.Column(); }
+    int ColumnState(int column) const { return sort_.State(column); }
+
+  private:
+    bool FindRange(IQOSTraceService& service, std::uint32_t* first, std::uint32_t* last) const;
+
+    std::uint32_t first_ = 0;
+    std::uint32_t count_ = 0;
+    std::vector<std::uint32_t> rows_;   // entry of each row; empty: rows are in entry order
+    std::vector<std::uint32_t> rowOf_;  // row of each entry; empty as rows_
+    kvx::SortState<kColumns> sort_;
+    COSMarker* marker_ = nullptr;
+};

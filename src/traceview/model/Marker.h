@@ -1,0 +1,80 @@
+#pragma once
+// Start marker, end marker and indicator. Start and end bound the range of the analyses; every
+// marker stands on an event.
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+#include "platform/Mutex.h"
+#include "trace/Progress.h"
+#include "traceview/model/ChartGeometry.h"
+
+class COSTrace;
+class CContextMng;
+class CRunTimeAnalysis;
+class CRdyToRunAnalysis;
+class COSSysCallList;
+
+inline constexpr int kMarkerStart = 0;
+inline constexpr int kMarkerEnd = 1;
+inline constexpr int kMarkerIndicator = 2;
+
+class COSMarker {
+  public:
+    // Borrowed, set once by their owner.
+    struct Shared {
+        COSTrace* engine = nullptr;
+        CContextMng* contexts = nullptr;
+        CRunTimeAnalysis* runTime = nullptr;
+        COSSysCallList* sysCalls = nullptr;
+        CRdyToRunAnalysis* rdyToRun = nullptr;
+        CMutex* lock = nullptr;
+    };
+    void SetShared(const Shared& shared) { shared_ = shared; }
+
+    // 0.0: not placed.
+    double GetMarkerTime(int which) const { return times_[Index(which)]; }
+    std::uint32_t GetMarkerEvent(int which) const { return events_[Index(which)]; }
+    int IsDragging(int which) const { return dragging_[Index(which)]; }
+    bool IsAnyDragging() const { return dragging_[0] || dragging_[1] || dragging_[2]; }
+    void BeginDrag(int which) { dragging_[Index(which)] = 1; }
+    void EndDrag(IViewSender* sender, int which);
+    // Puts the marker on the event, keeps start before end, and, unless the marker is dragged,
+    // rebuilds the analyses (start, end) and broadcasts. An event beyond the last is ignored.
+    void SetMarker(IViewSender* sender, int which, std::uint32_t event);
+    // Times, events and dragging; the flags below stay.
+    void Reset();
+
+    // The three commands that bring a marker into the display; nothing when no event fits.
+    void MoveStartIntoDisplay(IViewSender* sender, double displayStart);
+    void MoveEndIntoDisplay(IViewSender* sender, double displayEnd);
+    void MoveIndicatorIntoDisplay(IViewSender* sender, double displayStart, double displayEnd);
+    // Sets the start marker again at its own event, so that the analyses follow new records or a
+    // new line order: rows are made anew, and with keepSort sorted as before.
+    void Rebuild(IViewSender* sender, bool keepSort);
+    // Ends whatever is being dragged: start, end, indicator.
+    void Drop(IViewSender* sender);
+    // The event to which the marker jumps when it is dragged to column x.
+    std::optional<std::uint32_t> DragTarget(int which, int x, const ChartGeometry& geometry) const;
+
+    int GetSearchFlag() const { return searchFlag_; }
+    void SetSearchFlag(int flag) { searchFlag_ = flag; }
+    // Read by the analyses while they are rebuilt: make the display rows anew; keep the sort
+    // states.
+    int IsRebuildRows() const { return rebuildRows_; }
+    int IsKeepSort() const { return keepSort_; }
+
+  private:
+    class Flags;
+    static std::size_t Index(int which) { return static_cast<std::size_t>(which); }
+    void RebuildAnalyses();
+
+    std::array<double, 3> times_{};
+    std::array<std::uint32_t, 3> events_{};
+    std::array<int, 3> dragging_{};
+    Shared shared_;
+    int searchFlag_ = 0;
+    int rebuildRows_ = 0;
+    int keepSort_ = 0;
+};
