@@ -1,0 +1,54 @@
+#pragma once
+// Named counters of what a recording lost, and of what is worth knowing about it though nothing is
+// lost. A record that cannot be used costs itself and is counted here.
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace kvx::service {
+
+// The order is that of the table in Loss.cpp.
+enum class Loss : std::uint8_t {
+    // Losses: something that the recording meant to say is not shown.
+    UnreadableRecords,
+    CutRecord,
+    DiscardedRecords,
+    DamagedTail,
+    ResourceFileUnreadable,
+    HandlersNotLeft,
+    HandlersNotEntered,
+    ReturnsWithoutCall,
+    CallsWithoutReturn,
+    DispatchesFromOther,
+    // Notes: nothing is missing.
+    TimeStepsBack,
+    WaitCauseUnknown,
+    ReadyTimesInferred,
+    Count
+};
+
+struct LossInfo {
+    std::string_view name;  // as in `info`
+    std::string_view help;  // one sentence for people
+    bool isLoss = true;     // false: a note
+};
+
+const LossInfo& GetLossInfo(Loss loss);
+
+class LossCounters {
+  public:
+    void Add(Loss loss, std::uint64_t count = 1) {
+        counts_[static_cast<std::size_t>(loss)] += count;
+    }
+    std::uint64_t Get(Loss loss) const { return counts_[static_cast<std::size_t>(loss)]; }
+    // Number of losses, notes left out.
+    std::uint64_t TotalLosses() const;
+    LossCounters& operator+=(const LossCounters& other);
+
+  private:
+    std::array<std::uint64_t, static_cast<std::size_t>(Loss::Count)> counts_{};
+};
+
+}  // namespace kvx::service

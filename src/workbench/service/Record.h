@@ -1,0 +1,66 @@
+#pragma once
+// What a reader hands to the decoder: one record of the file as a small value. A reader says what
+// the file says and nothing more; what it means is the decoder's business.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kvx::service {
+
+enum class ContextKind : std::uint8_t {
+    Task,
+    Interrupt,
+    Exception,
+    ServiceRoutine,
+    Cyclic,
+    Alarm,
+    Unknown
+};
+
+// Names a context as the file does. Task 0 is the idle state.
+struct ContextKey {
+    ContextKind kind = ContextKind::Unknown;
+    std::uint64_t id = 0;
+    friend bool operator==(const ContextKey&, const ContextKey&) = default;
+};
+
+enum class TaskState : std::uint8_t {
+    Runnable,
+    Dormant,
+    Waiting,
+    Suspended,
+    WaitingSuspended,
+    NonExistent
+};
+
+enum class RecordKind : std::uint8_t {
+    Comment,       // says nothing about the schedule
+    Unreadable,    // could not be read
+    DispatchTo,    // subject starts or goes on; id 0: idle
+    DispatchFrom,  // subject gives the processor up, and what follows is not said
+    SwitchedOut,   // the same, and the record that says who follows is still to come
+    State,         // subject (a task) is in state from now on
+    Blocks,        // the running task's innermost open call has to wait
+    Suspend,       // subject is suspended, whatever else it waits for
+    Resume,        // ... and no longer
+    Enter,         // subject (a handler) starts
+    Leave,         // subject (a handler) ends; kind Unknown: the innermost one
+    Call,          // the running context issues the system call `name`
+    InstantCall,   // the same, with nothing to follow
+    Return,        // the system call `name` returns; empty: the innermost one
+    Migrate        // subject moves to processor `target`
+};
+
+struct Record {
+    std::int64_t time = 0;
+    std::uint32_t processor = 0;
+    RecordKind kind = RecordKind::Comment;
+    TaskState state = TaskState::Runnable;
+    std::uint8_t waitCode = 0;  // State Waiting: the state code, where the file gives the cause
+    ContextKey subject;
+    std::uint32_t target = 0;
+    std::string_view name;  // owned by the recording
+};
+
+}  // namespace kvx::service

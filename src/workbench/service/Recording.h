@@ -1,0 +1,54 @@
+#pragma once
+// An opened file: its records in order of time, its processors, its contexts as far as they are
+// known beforehand. Readers implement it; whoever shows it owns it.
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "workbench/service/Loss.h"
+#include "workbench/service/Record.h"
+#include "workbench/service/TraceClock.h"
+
+namespace kvx::service {
+
+inline constexpr std::uint32_t kAnyProcessor = 0xFFFFFFFFu;
+
+// A context that the file, or the resource file beside it, names beforehand.
+struct DeclaredContext {
+    ContextKey key;
+    std::string name;
+    std::uint32_t processor = kAnyProcessor;  // where it starts
+    bool hasState = false;                    // state is that at the start of the recording
+    TaskState state = TaskState::Dormant;
+};
+
+class Recording {
+  public:
+    virtual ~Recording() = default;
+
+    virtual std::string Path() const = 0;
+    // For people, for example "ITRON kernel text log".
+    virtual std::string FormatName() const = 0;
+    virtual const TraceClock& Clock() const = 0;
+    // Ascending, never empty; {0} where the file knows only one and gives it no number.
+    virtual const std::vector<std::uint32_t>& Processors() const = 0;
+    virtual const std::vector<DeclaredContext>& Contexts() const = 0;
+
+    // Records are numbered from 0 in order of non-decreasing time.
+    virtual std::uint32_t RecordCount() const = 0;
+    virtual std::int64_t FirstTime() const = 0;
+    virtual std::int64_t LastTime() const = 0;
+    // Reads records first, first + 1, ... into out, which ends within the recording. Reading on
+    // from where the last call ended costs nothing extra.
+    virtual void Read(std::uint32_t first, std::span<Record> out) = 0;
+    // Parameters of a call or values that a call returned: "name=value, name=value". Empty: none.
+    virtual std::string Detail(std::uint32_t record) const = 0;
+    // False: the kernel does not record when a task becomes ready or has to wait.
+    virtual bool RecordsStates() const { return true; }
+    // What was lost and noted while the file was opened.
+    virtual const LossCounters& Losses() const = 0;
+};
+
+}  // namespace kvx::service
