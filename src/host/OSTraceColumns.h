@@ -18,8 +18,11 @@ struct EventList {
 };
 
 // Contexts are named here by their number in the service, which never changes; lineOfContext gives
-// the line of each. Every pointer is the service's and holds until its next AnalyzeRecords,
-// DiscardData or change of the line order.
+// the line of each. What a reader may rely on: no interval of a dispatch reaches beyond the next
+// dispatch, nor one of a state beyond the context's next state; each dispatch leaves the context
+// that the one before it entered; GetSysCallEvent of a system call is the event itself. Every
+// pointer is the service's and holds until its next AnalyzeRecords, DiscardData or change of the
+// line order.
 struct OSTraceColumns {
     std::uint32_t eventCount = 0;
     const std::int64_t* time = nullptr;      // count of each event, non-decreasing
@@ -37,6 +40,10 @@ struct OSTraceColumns {
     EventList dispatches;                     // all events of kind 1
     EventList sysCalls;                       // all events of kind 3
     const EventList* stateEvents = nullptr;   // by context: its events of kind 2
+    // By context: the events of kind 1 whose next it is, its events of kind 3. Either may be null;
+    // the reader then finds them in the lists of all.
+    const EventList* dispatchesTo = nullptr;
+    const EventList* sysCallsOf = nullptr;
 };
 
 class IQOSTraceColumns : public IQUnknown {

@@ -1,0 +1,466 @@
+#pragma once
+// A trace service that plays a ScriptedTrace: every event is one record, decoded on demand. It
+// answers with and without the bulk interface, and any operation can be made to fail.
+
+#include <algorithm>
+#include <set>
+
+#include "host/Identifiers.h"
+#include "support/ScriptedTrace.h"
+
+namespace kvx::test {
+
+class ScriptedTraceService final : public IQOSTraceService,
+                                   public IQOSTraceAvailability,
+                                   public host::IQOSTraceColumns {
+  public:
+    explicit ScriptedTraceService(ScriptedTrace trace = {}) { Load(std::move(trace)); }
+
+    // What a test sets.
+    bool bulk = true;     // offers the columns
+    bool indexed = true;  // with dispatches and calls by context
+    bool available = true;
+    bool timeText = false;  // counts convert into time
+    bool nanoseconds = false;
+    bool variablePools = true;
+    int timeMode = kTimeCycles;
+    std::int64_t nanosecondsPerCount = 1000;
+    int condition = kRangeFree;
+    std::int32_t firstRecord = 0;
+    std::int64_t end = 0;                // of the trace
+    std::int64_t coveredAhead = 0;       // covered time beyond the analysed-up-to time
+    std::set<std::string> failing;       // names of operations that answer E_FAIL
+    std::set<std::string> pickUpChoice;  // names that the pick-up dialog ticks; empty: cancelled
+    std::string searchText;              // found in names; empty: the search is abandoned
+
+    // What a test reads.
+    std::map<std::string, int> calls;  // of the operations that do not read an event
+    std::uint64_t reads = 0;           // of the operations that do
+
+    // Replaces the trace; nothing is decoded.
+    void Load(ScriptedTrace trace) {
+        trace_ = std::move(trace);
+        lines_.clear();
+        for (std::uint32_t c = 0; c < trace_.contexts.size(); ++c) lines_.push_back(c);
+        end = trace_.Count() ? trace_.time.back() + 1 : 0;
+        decoded_ = 0;
+        DecodedChanged();
+    }
+    void DecodeAll() {
+        decoded_ = trace_.Count();
+        DecodedChanged();
+    }
+    ScriptedTrace& Trace() { return trace_; }
+    std::uint32_t Decoded() const { return decoded_; }
+    std::uint32_t ContextOfLine(int line) const { return lines_[static_cast<std::size_t>(line)]; }
+    int LineOf(std::uint32_t context) const {
+        return static_cast<int>(std::find(lines_.begin(), lines_.end(), context) - lines_.begin());
+    }
+
+    HRESULT KVX_CALL QueryInterface(const GUID& id, void** out) override {
+        if (id == host::kOSTraceService) return Give<IQOSTraceService>(out);
+        if (id == host::kOSTraceAvailability) return Give<IQOSTraceAvailability>(out);
+        if (id == host::kOSTraceColumns && bulk) return Give<host::IQOSTraceColumns>(out);
+        *out = nullptr;
+        return E_NOINTERFACE;
+    }
+    std::uint32_t KVX_CALL AddRef() override { return 1; }
+    std::uint32_t KVX_CALL Release() override { return 0; }
+
+    HRESULT KVX_CALL IsTraceAvailable(VARIANT_BOOL* yes) override {
+        if (Fails("IsTraceAvailable")) return E_FAIL;
+        *yes = available ? VARIANT_TRUE : VARIANT_FALSE;
+        return S_OK;
+    }
+
+    HRESULT KVX_CALL StopMeasurement() override { return Called("StopMeasurement"); }
+    HRESULT KVX_CALL ResetMeasurement() override { return Called("ResetMeasurement"); }
+    HRESULT KVX_CALL StartMeasurement() override { return Called("StartMeasurement"); }
+    HRESULT KVX_CALL Attach() override { return Called("Attach"); }
+    HRESULT KVX_CALL Detach() override { return Called("Detach"); }
+    HRESULT KVX_CALL EndAnalysis() override { return Called("EndAnalysis"); }
+    HRESULT KVX_CALL ViewClosed() override { return Called("ViewClosed"); }
+    HRESULT KVX_CALL Reserved53() override { return Called("Reserved53"); }
+
+    HRESULT KVX_CALL GetRecordRange(std::int32_t* first, std::int32_t* last, std::int64_t* start,
+                                    std::int64_t* endCount) override {
+        if (Fails("GetRecordRange")) return E_FAIL;
+        *first = firstRecord;
+        *last = firstRecord + static_cast<std::int32_t>(trace_.Count()) - 1;
+        *start = trace_.Count() ? trace_.time.front() : 0;
+        *endCount = end;
+        return S_OK;
+    }
+    HRESULT KVX_CALL AnalyzeRecords(std::int32_t from, std::int32_t to, std::int64_t* a,
+                                    std::int64_t* b, std::int64_t* c) override {
+        if (Failed(Called("AnalyzeRecords"))) return E_FAIL;
+        if (to < from || to < firstRecord) return E_INVALIDARG;
+        const auto last =
+            std::min(static_cast<std::uint32_t>(to - firstRecord), trace_.Count() - 1);
+        decoded_ = std::max(decoded_, last + 1);
+        DecodedChanged();
+        *a = *b = trace_.time[last];
+        *c = *b + coveredAhead;
+        return S_OK;
+    }
+    HRESULT KVX_CALL DiscardData() override {
+        decoded_ = 0;
+        DecodedChanged();
+        return Called("DiscardData");
+    }
+    HRESULT KVX_CALL GetRangeCondition(std::int32_t* out) override {
+        if (Fails("GetRangeCondition")) return E_FAIL;
+        *out = condition;
+        return S_OK;
+    }
+    HRESULT KVX_CALL SetRangeCondition(std::int32_t value) override {
+        if (Failed(Called("SetRangeCondition"))) return E_FAIL;
+        condition = value;
+        return S_OK;
+    }
+
+    HRESULT KVX_CALL TimeToCount(std::int64_t* count, std::int32_t h, std::int32_t m,
+                                 std::int32_t s, std::int32_t ms, std::int32_t us,
+                                 std::int32_t ns) override {
+        if (Fails("TimeToCount")) return E_FAIL;
+        const std::int64_t seconds = (std::int64_t{h} * 60 + m) * 60 + s;
+        *count = (((seconds * 1000 + ms) * 1000 + us) * 1000 + ns) / nanosecondsPerCount;
+        return S_OK;
+    }
+    HRESULT KVX_CALL CountToTime(std::int64_t count, std::int32_t* h, std::int32_t* m,
+                                 std::int32_t* s, std::int32_t* ms, std::int32_t* us,
+                                 std::int32_t* ns) override {
+        if (Fails("CountToTime")) return E_FAIL;
+        std::int64_t rest = count * nanosecondsPerCount;
+        for (auto [out, unit] : {std::pair{ns, 1000}, {us, 1000}, {ms, 1000}, {s, 60}, {m, 60}}) {
+            *out = static_cast<std::int32_t>(rest % unit);
+            rest /= unit;
+        }
+        *h = static_cast<std::int32_t>(rest);
+        return S_OK;
+    }
+    HRESULT KVX_CALL GetTimeMode(std::int32_t* mode) override {
+        if (Fails("GetTimeMode")) return E_FAIL;
+        *mode = timeMode;
+        return S_OK;
+    }
+    HRESULT KVX_CALL QueryCapability(std::int32_t code, VARIANT_BOOL* yes) override {
+        if (Fails("QueryCapability")) return E_FAIL;
+        const bool answer = code == kCapabilityTime            ? timeText
+                            : code == kCapabilityNanoseconds   ? nanoseconds
+                            : code == kCapabilityVariablePools ? variablePools
+                                                               : false;
+        *yes = answer ? VARIANT_TRUE : VARIANT_FALSE;
+        return S_OK;
+    }
+
+    HRESULT KVX_CALL GetContextCount(std::int32_t* count) override {
+        if (Fails("GetContextCount")) return E_FAIL;
+        *count = static_cast<std::int32_t>(lines_.size());
+        return S_OK;
+    }
+    HRESULT KVX_CALL GetContextData(std::int32_t line, _tagSContextData* out) override {
+        if (Fails("GetContextData") || line == failingLine) return E_FAIL;
+        const ScriptedContext& c = trace_.contexts[ContextOfLine(line)];
+        *out = {c.type,    c.number,         c.tableAddress, ToBstr(c.name),
+                c.hatched, c.sysCallProcess, c.shown};
+        return S_OK;
+    }
+    HRESULT KVX_CALL MoveContext(std::int32_t from, std::int32_t to) override {
+        if (Failed(Called("MoveContext"))) return E_FAIL;
+        const std::uint32_t moved = ContextOfLine(from);
+        lines_.erase(lines_.begin() + from);
+        lines_.insert(lines_.begin() + to, moved);
+        DecodedChanged();
+        return S_OK;
+    }
+    HRESULT KVX_CALL ResetContextOrder() override {
+        std::sort(lines_.begin(), lines_.end());
+        DecodedChanged();
+        return Called("ResetContextOrder");
+    }
+    HRESULT KVX_CALL ShowContext(VARIANT lines) override {
+        return SetShown("ShowContext", lines, 1);
+    }
+    HRESULT KVX_CALL HideContext(VARIANT lines) override {
+        return SetShown("HideContext", lines, 0);
+    }
+    int failingLine = -1;  // GetContextData fails for it
+
+    HRESULT KVX_CALL GetEventCount(std::uint32_t* count) override {
+        if (Fails("GetEventCount")) return E_FAIL;
+        *count = decoded_;
+        return S_OK;
+    }
+    HRESULT KVX_CALL GetEventKind(std::uint32_t e, std::int32_t* kind) override {
+        return Read("GetEventKind", e, kind, [&] { return trace_.kind[e]; });
+    }
+    HRESULT KVX_CALL GetEventTime(std::uint32_t e, std::int64_t* t) override {
+        return Read("GetEventTime", e, t, [&] { return trace_.time[e]; });
+    }
+    HRESULT KVX_CALL GetEventEndTime(std::uint32_t e, std::int64_t* t) override {
+        return Read("GetEventEndTime", e, t, [&] {
+            const std::uint32_t last = trace_.endEvent[e];
+            return last < decoded_ ? trace_.time[last] : 0;
+        });
+    }
+    HRESULT KVX_CALL GetEventTipText(std::uint32_t e, BSTR* text) override {
+        return Read("GetEventTipText", e, text, [&] {
+            return ToBstr("Event " + std::to_string(e) + "\nat " + std::to_string(trace_.time[e]));
+        });
+    }
+    HRESULT KVX_CALL GetEventContext(std::uint32_t e, std::int32_t* line) override {
+        return Read("GetEventContext", e, line, [&] { return lineOf_[trace_.context[e]]; });
+    }
+    HRESULT KVX_CALL GetEventNextContext(std::uint32_t e, std::int32_t* line) override {
+        return Read("GetEventNextContext", e, line, [&] { return lineOf_[trace_.next[e]]; });
+    }
+    HRESULT KVX_CALL GetEventState(std::uint32_t e, std::int32_t* state) override {
+        return Read("GetEventState", e, state, [&] { return trace_.code[e]; });
+    }
+    HRESULT KVX_CALL GetEventStateContext(std::uint32_t e, std::int32_t* line) override {
+        return Read("GetEventStateContext", e, line, [&] { return lineOf_[trace_.next[e]]; });
+    }
+    HRESULT KVX_CALL IsEventSuspended(std::uint32_t e, VARIANT_BOOL* yes) override {
+        return Flag("IsEventSuspended", e, yes, host::kFlagSuspended);
+    }
+    HRESULT KVX_CALL IsEventPaused(std::uint32_t e, VARIANT_BOOL* yes) override {
+        return Flag("IsEventPaused", e, yes, host::kFlagPaused);
+    }
+    HRESULT KVX_CALL GetContextEventCount(std::int32_t line, std::uint32_t* count) override {
+        if (Fails("GetContextEventCount")) return E_FAIL;
+        *count = Shown(trace_.statesOf[ContextOfLine(line)]).count;
+        return S_OK;
+    }
+    HRESULT KVX_CALL GetContextEventTime(std::int32_t line, std::uint32_t j,
+                                         std::int64_t* t) override {
+        std::uint32_t e = 0;
+        const HRESULT status = GetContextEvent(line, j, &e);
+        if (Failed(status) || Fails("GetContextEventTime")) return E_FAIL;
+        *t = trace_.time[e];
+        return S_OK;
+    }
+    HRESULT KVX_CALL GetContextEvent(std::int32_t line, std::uint32_t j,
+                                     std::uint32_t* event) override {
+        ++reads;
+        const host::EventList list = Shown(trace_.statesOf[ContextOfLine(line)]);
+        if (Fails("GetContextEvent") || j >= list.count) return E_FAIL;
+        *event = list.events[j];
+        return S_OK;
+    }
+    HRESULT KVX_CALL GetSysCallEvent(std::uint32_t e, std::uint32_t* timed) override {
+        return Read("GetSysCallEvent", e, timed, [&] {
+            const auto at = trace_.placedAt.find(e);
+            return at == trace_.placedAt.end() ? e : at->second;
+        });
+    }
+    HRESULT KVX_CALL GetSysCallClass(std::uint32_t e, std::int32_t* cls) override {
+        return Read("GetSysCallClass", e, cls, [&] { return trace_.code[e]; });
+    }
+
+    HRESULT KVX_CALL SearchFirst(std::uint32_t from, std::uint32_t* found, VARIANT_BOOL* more,
+                                 VARIANT_BOOL* hit) override {
+        if (searchText.empty() || Failed(Called("SearchFirst"))) return E_FAIL;
+        *hit = Succeeded(Search(from, 1, found)) ? VARIANT_TRUE : VARIANT_FALSE;
+        *more = decoded_ < trace_.Count() ? VARIANT_TRUE : VARIANT_FALSE;
+        return S_OK;
+    }
+    HRESULT KVX_CALL SearchPrevious(std::uint32_t from, std::uint32_t* found) override {
+        return Failed(Called("SearchPrevious")) ? E_FAIL : Search(from, -1, found);
+    }
+    HRESULT KVX_CALL SearchNext(std::uint32_t from, std::uint32_t* found) override {
+        return Failed(Called("SearchNext")) ? E_FAIL : Search(from, 1, found);
+    }
+
+    HRESULT KVX_CALL StartPickUp() override {
+        if (pickUpChoice.empty() || Failed(Called("StartPickUp"))) return E_FAIL;
+        pickUpActive_ = true;
+        DecodedChanged();
+        return S_OK;
+    }
+    HRESULT KVX_CALL EndPickUp() override {
+        pickUpActive_ = false;
+        DecodedChanged();
+        return Called("EndPickUp");
+    }
+    HRESULT KVX_CALL IsPickUpActive(VARIANT_BOOL* yes) override {
+        if (Fails("IsPickUpActive")) return E_FAIL;
+        *yes = pickUpActive_ ? VARIANT_TRUE : VARIANT_FALSE;
+        return S_OK;
+    }
+    HRESULT KVX_CALL GetHistoryCount(std::uint32_t* count) override {
+        if (Fails("GetHistoryCount")) return E_FAIL;
+        *count = static_cast<std::uint32_t>(History().size());
+        return S_OK;
+    }
+    HRESULT KVX_CALL GetHistoryEvent(std::uint32_t h, std::uint32_t* event) override {
+        return ReadHistory("GetHistoryEvent", h, event, [](std::uint32_t e) { return e; });
+    }
+    HRESULT KVX_CALL GetHistoryIndex(std::uint32_t event, std::uint32_t* h) override {
+        ++reads;
+        const auto& history = History();
+        const auto at = std::lower_bound(history.begin(), history.end(), event);
+        if (Fails("GetHistoryIndex") || at == history.end() || *at != event) return E_FAIL;
+        *h = static_cast<std::uint32_t>(at - history.begin());
+        return S_OK;
+    }
+    HRESULT KVX_CALL GetHistoryNumber(std::uint32_t h, std::int32_t* number) override {
+        return ReadHistory("GetHistoryNumber", h, number, [this](std::uint32_t e) {
+            const auto& all = trace_.sysCalls;
+            return std::lower_bound(all.begin(), all.end(), e) - all.begin() + 1;
+        });
+    }
+    HRESULT KVX_CALL GetHistoryName(std::uint32_t h, BSTR* text) override {
+        return ReadHistory("GetHistoryName", h, text,
+                           [this](std::uint32_t e) { return ToBstr(Texts(e).name); });
+    }
+    HRESULT KVX_CALL GetHistoryParameter(std::uint32_t h, BSTR* text) override {
+        return ReadHistory("GetHistoryParameter", h, text,
+                           [this](std::uint32_t e) { return ToBstr(Texts(e).parameters); });
+    }
+    HRESULT KVX_CALL GetHistoryReturnParameter(std::uint32_t h, BSTR* text) override {
+        return ReadHistory("GetHistoryReturnParameter", h, text,
+                           [this](std::uint32_t e) { return ToBstr(Texts(e).returned); });
+    }
+    HRESULT KVX_CALL GetHistoryTime(std::uint32_t h, std::int64_t* t) override {
+        return ReadHistory("GetHistoryTime", h, t,
+                           [this](std::uint32_t e) { return trace_.time[e]; });
+    }
+
+    HRESULT KVX_CALL GetColumns(host::OSTraceColumns* out) override {
+        if (Failed(Called("GetColumns"))) return E_FAIL;
+        RefreshColumns();
+        *out = columns_;
+        return S_OK;
+    }
+    HRESULT KVX_CALL AnalyzeUntil(std::int32_t from, std::int32_t to, double until,
+                                  std::int32_t* last, std::int64_t* a, std::int64_t* b,
+                                  std::int64_t* c) override {
+        if (Failed(Called("AnalyzeUntil"))) return E_FAIL;
+        for (*last = from; *last < to; ++*last) {
+            const auto at = static_cast<std::size_t>(*last - firstRecord);
+            if (static_cast<double>(trace_.time[at]) > until) break;
+        }
+        decoded_ = std::max(decoded_, static_cast<std::uint32_t>(*last - firstRecord) + 1);
+        DecodedChanged();
+        *a = *b = trace_.time[static_cast<std::size_t>(*last - firstRecord)];
+        *c = *b + coveredAhead;
+        return S_OK;
+    }
+
+  private:
+    template <class Interface>
+    HRESULT Give(void** out) {
+        *out = static_cast<Interface*>(this);
+        return S_OK;
+    }
+    bool Fails(const char* operation) const {
+        return !failing.empty() && failing.contains(operation);
+    }
+    HRESULT Called(const char* operation) {
+        ++calls[operation];
+        return Fails(operation) ? E_FAIL : S_OK;
+    }
+    template <class Out, class Value>
+    HRESULT Read(const char* operation, std::uint32_t event, Out* out, Value value) {
+        ++reads;
+        if (Fails(operation) || event >= decoded_) return E_FAIL;
+        *out = static_cast<Out>(value());
+        return S_OK;
+    }
+    HRESULT Flag(const char* operation, std::uint32_t e, VARIANT_BOOL* yes, std::uint8_t flag) {
+        return Read(operation, e, yes,
+                    [&] { return trace_.flags[e] & flag ? VARIANT_TRUE : VARIANT_FALSE; });
+    }
+    template <class Out, class Value>
+    HRESULT ReadHistory(const char* operation, std::uint32_t h, Out* out, Value value) {
+        ++reads;
+        if (Fails(operation) || h >= History().size()) return E_FAIL;
+        *out = static_cast<Out>(value(History()[h]));
+        return S_OK;
+    }
+    HRESULT SetShown(const char* operation, const VARIANT& lines, int shown) {
+        for (std::uint32_t i = 0; i < SafeArrayGetCount(lines.parray); ++i) {
+            const auto line = static_cast<int>(SafeArrayElement(lines.parray, i)->uintVal);
+            trace_.contexts[ContextOfLine(line)].shown = shown;
+        }
+        return Called(operation);
+    }
+    HRESULT Search(std::uint32_t from, int step, std::uint32_t* found) const {
+        for (std::int64_t e = std::int64_t{from} + step; e >= 0 && e < decoded_; e += step) {
+            const auto event = static_cast<std::uint32_t>(e);
+            const bool call = trace_.kind[event] == kEventSysCall;
+            if (!call || Texts(event).name.find(searchText) == std::string::npos) continue;
+            *found = event;
+            return S_OK;
+        }
+        return E_FAIL;
+    }
+    const ScriptedTexts& Texts(std::uint32_t event) const {
+        return trace_.texts[trace_.text[event]];
+    }
+    host::EventList Shown(const std::vector<std::uint32_t>& list) const {
+        const auto upTo = std::lower_bound(list.begin(), list.end(), decoded_);
+        return {list.data(), static_cast<std::uint32_t>(upTo - list.begin())};
+    }
+    void DecodedChanged() {
+        stale_ = historyStale_ = true;
+        lineOf_.assign(trace_.contexts.size(), 0);
+        for (std::uint32_t line = 0; line < lines_.size(); ++line) lineOf_[lines_[line]] = line;
+    }
+    const std::vector<std::uint32_t>& History() {
+        if (!std::exchange(historyStale_, false)) return history_;
+        history_.clear();
+        for (const std::uint32_t e : trace_.sysCalls) {
+            const bool chosen = !pickUpActive_ || pickUpChoice.contains(Texts(e).name);
+            if (e < decoded_ && chosen) history_.push_back(e);
+        }
+        return history_;
+    }
+    std::vector<host::EventList> ShownLists(
+        const std::vector<std::vector<std::uint32_t>>& lists) const {
+        std::vector<host::EventList> shown;
+        for (const auto& list : lists) shown.push_back(Shown(list));
+        return shown;
+    }
+    void RefreshColumns() {
+        if (!std::exchange(stale_, false)) return;
+        endEvent_ = trace_.endEvent;
+        for (auto& last : endEvent_) last = last < decoded_ ? last : host::kOpenEnd;
+        statesOf_ = ShownLists(trace_.statesOf);
+        dispatchesTo_ = ShownLists(trace_.dispatchesTo);
+        sysCallsOf_ = ShownLists(trace_.sysCallsOf);
+        columns_ = {};
+        columns_.eventCount = decoded_;
+        columns_.time = trace_.time.data();
+        columns_.endEvent = endEvent_.data();
+        columns_.context = trace_.context.data();
+        columns_.next = trace_.next.data();
+        columns_.kind = trace_.kind.data();
+        columns_.code = trace_.code.data();
+        columns_.flags = trace_.flags.data();
+        columns_.contextCount = static_cast<std::uint32_t>(trace_.contexts.size());
+        columns_.lineOfContext = lineOf_.data();
+        columns_.dispatches = Shown(trace_.dispatches);
+        columns_.sysCalls = Shown(trace_.sysCalls);
+        columns_.stateEvents = statesOf_.data();
+        columns_.dispatchesTo = indexed ? dispatchesTo_.data() : nullptr;
+        columns_.sysCallsOf = indexed ? sysCallsOf_.data() : nullptr;
+    }
+
+    ScriptedTrace trace_;
+    std::vector<std::uint32_t> lines_;   // context of each line
+    std::vector<std::uint32_t> lineOf_;  // line of each context
+    std::uint32_t decoded_ = 0;
+    bool pickUpActive_ = false;
+    bool historyStale_ = true;
+    std::vector<std::uint32_t> history_;
+    bool stale_ = true;
+    std::vector<std::uint32_t> endEvent_;
+    std::vector<host::EventList> statesOf_;
+    std::vector<host::EventList> dispatchesTo_;
+    std::vector<host::EventList> sysCallsOf_;
+    host::OSTraceColumns columns_;
+};
+
+}  // namespace kvx::test
