@@ -4,4 +4,8 @@
 
 #include <mutex>
 
-using CMutex = std::recursive_mutex;
+class CMutex : public std::recursive_mutex {
+  public:
+    void Lock() { lock(); }
+    void Unlock() { unlock(); }
+};

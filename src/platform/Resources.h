@@ -68,7 +68,7 @@ enum class ControlClass : std::uint16_t {
     ProgressBar,
 };
 
-// Rectangle in dialog units. WS_CHILD and WS_VISIBLE are not implied: write them, or NOT to hide.
+// Rectangle in dialog units. WS_CHILD and WS_VISIBLE are implied by the dialog; WS_DISABLED is not.
 struct ControlResource {
     ControlClass kind;
     UINT id;  // IDC_STATIC when nobody looks it up

@@ -1,0 +1,60 @@
+#pragma once
+// What a device context draws on: the seam below CDC. Coordinates are pixels of the surface (the
+// context has added its origin already). Rectangles exclude right and bottom, lines exclude their
+// last point; nothing is antialiased but text.
+
+#include <optional>
+#include <string_view>
+
+#include "platform/Brush.h"
+#include "platform/Font.h"
+#include "platform/Pen.h"
+#include "platform/Types.h"
+
+namespace kvx {
+
+struct LinePattern {
+    int style = PS_SOLID;  // PS_
+    int width = 1;
+    COLORREF colour = 0;
+    std::optional<COLORREF> gap;  // between dots and dashes; none: left as it is
+};
+
+struct FillPattern {
+    COLORREF colour = 0;
+    int hatch = kHatchNone;       // HS_, or solid
+    std::optional<COLORREF> gap;  // between the lines of a hatch; none: left as it is
+};
+
+struct TextStyle {
+    LOGFONT font;
+    COLORREF colour = 0;
+    std::optional<COLORREF> background;  // fills the text's cell first
+    std::optional<RECT> clip;
+};
+
+class IGraphics {
+  public:
+    virtual ~IGraphics() = default;
+    // Nothing outside is touched from now on; none: the whole surface.
+    virtual void SetClip(const std::optional<RECT>& clip) = 0;
+    virtual void FillRect(const RECT& rect, const FillPattern& fill) = 0;
+    // Every colour bit turned over.
+    virtual void InvertRect(const RECT& rect) = 0;
+    // Exclusive-or with the colour: twice restores.
+    virtual void XorRect(const RECT& rect, COLORREF colour) = 0;
+    virtual void Line(POINT from, POINT to, const LinePattern& pen) = 0;
+    // corner: width and height of the ellipse of the corners; 0 x 0 a plain rectangle. No pen or no
+    // fill: left out.
+    virtual void RoundRect(const RECT& rect, SIZE corner, const std::optional<LinePattern>& pen,
+                           const std::optional<FillPattern>& fill) = 0;
+    // at: the top left corner of the text's cell.
+    virtual void Text(POINT at, std::string_view utf8, const TextStyle& style) = 0;
+    // 0xAARRGGBB pixels, blended.
+    virtual void Image(POINT at, SIZE size, const std::uint32_t* pixels) = 0;
+
+    virtual SIZE TextExtent(const LOGFONT& font, std::string_view utf8) = 0;
+    virtual TEXTMETRIC Metrics(const LOGFONT& font) = 0;
+};
+
+}  // namespace kvx

@@ -1,0 +1,49 @@
+#pragma once
+// Status bars: parts side by side, each with a text.
+
+#include <vector>
+
+#include "platform/Wnd.h"
+
+inline constexpr int SBT_SUNKEN = 0;
+inline constexpr int SBT_NOBORDERS = 0x0100;
+inline constexpr int SBT_POPOUT = 0x0200;
+inline constexpr COLORREF CLR_DEFAULT = 0xFF000000u;
+
+class CStatusBarCtrl : public CWnd {
+  public:
+    static const CRuntimeClass kClass;
+    const CRuntimeClass* GetRuntimeClass() const override { return &kClass; }
+
+    using CWnd::Create;
+    // Stays where rect puts it: it does not dock itself. SBARS_SIZEGRIP draws a size grip.
+    bool Create(DWORD style, const RECT& rect, CWnd* parent, UINT id) override;
+    // Right edges in client coordinates; -1: to the right end.
+    bool SetParts(int count, const int* rightEdges);
+    int GetParts(int count, int* rightEdges) const;  // answers how many there are
+    bool SetText(const CString& text, int part, int type = SBT_SUNKEN);
+    CString GetText(int part, int* type = nullptr) const;
+    // Widths of the horizontal and vertical border, and the space between parts.
+    bool GetBorders(int& horizontal, int& vertical, int& spacing) const;
+    bool GetRect(int part, RECT* rect) const;
+    // CLR_DEFAULT: the system's. Answers the previous one.
+    COLORREF SetBkColor(COLORREF colour);
+
+  protected:
+    const MessageMap& GetMessageMap() const override;
+    int BackgroundColour() const override;
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    bool OnEraseBkgnd(CDC* dc);
+    void OnPaint();
+
+  private:
+    struct Part {
+        int right = -1;
+        CString text;
+        int type = SBT_SUNKEN;
+    };
+    void DrawPart(CDC& dc, const Part& part, const RECT& rect);
+    void DrawGrip(CDC& dc);
+    std::vector<Part> parts_ = std::vector<Part>(1);
+    COLORREF background_ = CLR_DEFAULT;
+};

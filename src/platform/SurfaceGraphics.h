@@ -1,0 +1,42 @@
+#pragma once
+// Draws into a surface, pixel by pixel; text comes as coverage masks from the back-end.
+
+#include "platform/Graphics.h"
+#include "platform/Surface.h"
+
+namespace kvx {
+
+class SurfaceGraphics : public IGraphics {
+  public:
+    // Borrows the surface.
+    explicit SurfaceGraphics(Surface& surface);
+
+    void SetClip(const std::optional<RECT>& clip) override;
+    void FillRect(const RECT& rect, const FillPattern& fill) override;
+    void InvertRect(const RECT& rect) override;
+    void XorRect(const RECT& rect, COLORREF colour) override;
+    void Line(POINT from, POINT to, const LinePattern& pen) override;
+    void RoundRect(const RECT& rect, SIZE corner, const std::optional<LinePattern>& pen,
+                   const std::optional<FillPattern>& fill) override;
+    void Text(POINT at, std::string_view utf8, const TextStyle& style) override;
+    void Image(POINT at, SIZE size, const std::uint32_t* pixels) override;
+    SIZE TextExtent(const LOGFONT& font, std::string_view utf8) override;
+    TEXTMETRIC Metrics(const LOGFONT& font) override;
+
+    // Bounds of everything drawn so far; empty when nothing was.
+    const RECT& Touched() const { return touched_; }
+
+  private:
+    RECT Clipped(RECT rect) const;
+    RECT Touch(RECT rect);
+    void FillSpan(int x1, int x2, int y, const FillPattern& fill);
+    void Plot(int x, int y, const LinePattern& pen, int phase);
+    void StraightLine(POINT from, POINT to, const LinePattern& pen);
+    void SlantedLine(POINT from, POINT to, const LinePattern& pen);
+
+    Surface& surface_;
+    RECT clip_;
+    RECT touched_;
+};
+
+}  // namespace kvx
