@@ -1,0 +1,123 @@
+#include "workbench/desktop/DockingWindows.h"
+
+#include <QApplication>
+#include <QMenuBar>
+#include <algorithm>
+
+namespace kvx::desktop {
+namespace {
+
+// Dock bars as the framework numbers them; the bottom one is 59422.
+constexpr std::uint32_t kTopBar = 59419;
+constexpr std::uint32_t kLeftBar = 59420;
+constexpr std::uint32_t kRightBar = 59421;
+
+Qt::DockWidgetArea AreaOf(std::uint32_t side) {
+    switch (side) {
+        case kTopBar:
+            return Qt::TopDockWidgetArea;
+        case kLeftBar:
+            return Qt::LeftDockWidgetArea;
+        case kRightBar:
+            return Qt::RightDockWidgetArea;
+        default:
+            return Qt::BottomDockWidgetArea;
+    }
+}
+
+}  // namespace
+
+DockingWindows::DockingWindows(QMainWindow& main, QAction* menusBefore)
+    : main_(main), menusBefore_(menusBefore) {
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* now) { FollowFocus(now); });
+}
+
+DockingWindows::~DockingWindows() {
+    for (DockingWindow* window : windows_) {
+        window->disconnect(this);
+        delete window;
+    }
+}
+
+DockingWindow* DockingWindows::Make(const QString& baseName, const QString& title,
+                                    std::uint32_t side) {
+    auto* window = new DockingWindow(FreeName(baseName), title, &main_);
+    Place(*window, side);
+    windows_.push_back(window);
+    window->hide();
+    main_.restoreDockWidget(window);
+    connect(window, &QDockWidget::visibilityChanged, this, [this] { Changed(); });
+    Changed();
+    return window;
+}
+
+void DockingWindows::Close(DockingWindow& window) {
+    std::erase(windows_, &window);
+    window.onClose = nullptr;
+    window.disconnect(this);
+    window.hide();
+    window.deleteLater();
+    if (active_ == &window) Activate(windows_.empty() ? nullptr : windows_.back());
+    Changed();
+}
+
+DockingWindow* DockingWindows::Find(HWND docking) const {
+    const auto found = std::ranges::find_if(
+        windows_, [docking](DockingWindow* window) { return window->Area().Handle() == docking; });
+    return found == windows_.end() ? nullptr : *found;
+}
+
+DockingWindow* DockingWindows::FindByName(const QString& name) const {
+    const auto found = std::ranges::find(windows_, name, &DockingWindow::Name);
+    return found == windows_.end() ? nullptr : *found;
+}
+
+bool DockingWindows::IsAnyShown() const {
+    return std::ranges::any_of(windows_, [](const auto* window) { return !window->isHidden(); });
+}
+
+void DockingWindows::Activate(DockingWindow* window) {
+    active_ = window;
+    for (const DockingWindow* other : windows_) {
+        if (!other->Menu()) continue;
+        QAction* menu = other->Menu()->menuAction();
+        main_.menuBar()->removeAction(menu);
+        if (other == window) main_.menuBar()->insertAction(menusBefore_, menu);
+    }
+}
+
+QString DockingWindows::FreeName(const QString& baseName) const {
+    QString name = baseName;
+    for (int i = 2; FindByName(name); ++i) name = baseName + "_" + QString::number(i);
+    return name;
+}
+
+// Windows on one side stand one above the other: time runs from left to right in them, so each
+// takes the whole width.
+void DockingWindows::Place(DockingWindow& window, std::uint32_t side) {
+    const Qt::DockWidgetArea area = AreaOf(side);
+    const auto neighbour = std::ranges::find_if(windows_, [&](DockingWindow* other) {
+        return !other->isFloating() && main_.dockWidgetArea(other) == area;
+    });
+    if (neighbour == windows_.end()) {
+        main_.addDockWidget(area, &window);
+    } else {
+        main_.splitDockWidget(*neighbour, &window, Qt::Vertical);
+    }
+}
+
+void DockingWindows::FollowFocus(QWidget* focus) {
+    for (QWidget* widget = focus; widget; widget = widget->parentWidget()) {
+        const auto found = std::ranges::find(windows_, widget);
+        if (found == windows_.end()) continue;
+        if (*found != active_) Activate(*found);
+        return;
+    }
+}
+
+void DockingWindows::Changed() const {
+    if (onChanged) onChanged();
+}
+
+}  // namespace kvx::desktop

@@ -1,0 +1,213 @@
+#include "workbench/desktop/MainWindow.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QStatusBar>
+
+#include "workbench/desktop/QtText.h"
+
+namespace kvx::desktop {
+namespace {
+
+constexpr char kProgramName[] = "KVX Workbench";
+constexpr char kGeometry[] = "Window/geometry";
+constexpr char kState[] = "Window/state";
+constexpr char kFolder[] = "Window/folder";
+constexpr QSize kFirstSize(1280, 760);
+
+// The one local file or folder that is dragged, or an empty path.
+QString DraggedPath(const QMimeData& data) {
+    const QList<QUrl> urls = data.urls();
+    return urls.size() == 1 ? urls.front().toLocalFile() : QString();
+}
+
+}  // namespace
+
+MainWindow::MainWindow(Settings& settings, AppearanceSwitch& appearance)
+    : settings_(settings),
+      appearance_(appearance),
+      recent_(settings),
+      startPage_(new StartPage(this)) {
+    setDockNestingEnabled(true);
+    setAcceptDrops(true);
+    setCentralWidget(startPage_);
+    startPage_->onOpenTrace = [this] { ChooseTrace(); };
+    startPage_->onOpenFolder = [this] { ChooseFolder(); };
+    startPage_->onOpenRecent = [this](const QString& path) { Open(path); };
+    MakeFileMenu();
+    MakeViewMenu();
+    MakeTraceMenu();
+    MakeHelpMenu();
+    MakeStatusLine();
+    ShowRecording(nullptr);
+    RestoreLayout();
+    FillRecent();
+}
+
+void MainWindow::ShowRecording(const service::TraceService* trace) {
+    const service::Recording* recording = trace ? trace->GetRecording() : nullptr;
+    close_->setEnabled(recording != nullptr);
+    traceMenu_->menuAction()->setVisible(recording && recording->Processors().size() > 1);
+    processor_->setVisible(recording && recording->Processors().size() > 1);
+    format_->setVisible(recording != nullptr);
+    FillRecent();
+    if (!recording) {
+        setWindowTitle(kProgramName);
+        losses_->SetLosses({});
+        return;
+    }
+    const QFileInfo file(QFile::decodeName(recording->Path().c_str()));
+    setWindowTitle(file.fileName() + " — " + kProgramName);
+    format_->setText(FromUtf8(recording->FormatName()));
+    format_->setToolTip(file.absoluteFilePath());
+    FillProcessors(*trace);
+    losses_->SetLosses(trace->Losses());
+}
+
+void MainWindow::ShowStartPage(bool show) {
+    startPage_->setVisible(show);
+}
+
+void MainWindow::ShowError(const QString& title, const QString& message) {
+    QMessageBox box(QMessageBox::Warning, title, message, QMessageBox::Ok, this);
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    box.exec();
+}
+
+void MainWindow::SaveLayout() {
+    settings_.Set(kGeometry, saveGeometry());
+    settings_.Set(kState, saveState());
+}
+
+void MainWindow::RestoreLayout() {
+    if (!restoreGeometry(settings_.Get(kGeometry).toByteArray())) resize(kFirstSize);
+    restoreState(settings_.Get(kState).toByteArray());
+}
+
+void MainWindow::MakeFileMenu() {
+    QMenu* menu = menuBar()->addMenu("&File");
+    menu->addAction("&Open Trace…", QKeySequence::Open, this, [this] { ChooseTrace(); });
+    menu->addAction("Open CTF &Folder…", QKeySequence("Ctrl+Shift+O"), this,
+                    [this] { ChooseFolder(); });
+    recentMenu_ = menu->addMenu("Open &Recent");
+    menu->addSeparator();
+    close_ = menu->addAction("&Close", QKeySequence("Ctrl+W"), this, [this] { onClose(); });
+    menu->addSeparator();
+    menu->addAction("&Quit", QKeySequence("Ctrl+Q"), this, [this] { close(); });
+}
+
+void MainWindow::MakeViewMenu() {
+    QMenu* menu = menuBar()->addMenu("&View")->addMenu("&Appearance");
+    auto* group = new QActionGroup(menu);
+    const auto add = [&](const QString& text, Appearance appearance) {
+        QAction* action = menu->addAction(text, this, [this, appearance] {
+            appearance_.Set(appearance);
+            settings_.Set("Window/appearance", NameOf(appearance));
+        });
+        action->setCheckable(true);
+        action->setChecked(appearance_.Get() == appearance);
+        group->addAction(action);
+    };
+    add("Like the &System", Appearance::System);
+    add("&Light", Appearance::Light);
+    add("&Dark", Appearance::Dark);
+}
+
+void MainWindow::MakeTraceMenu() {
+    traceMenu_ = menuBar()->addMenu("&Trace");
+    processorMenu_ = traceMenu_->addMenu("&Processor");
+}
+
+void MainWindow::MakeHelpMenu() {
+    helpMenu_ = menuBar()->addMenu("&Help");
+    helpMenu_->addAction("&About KVX Workbench", this, [this] { onAbout(); });
+}
+
+void MainWindow::MakeStatusLine() {
+    processor_ = new QLabel;
+    format_ = new QLabel;
+    losses_ = new LossIndicator;
+    statusBar()->addPermanentWidget(losses_);
+    statusBar()->addPermanentWidget(processor_);
+    statusBar()->addPermanentWidget(format_);
+}
+
+void MainWindow::FillRecent() {
+    const QStringList paths = recent_.List();
+    startPage_->SetRecent(paths);
+    recentMenu_->clear();
+    recentMenu_->setEnabled(!paths.isEmpty());
+    int number = 1;
+    for (const QString& path : paths) {
+        const QString key = number < 10 ? QStringLiteral("&%1 ").arg(number) : QString();
+        QString shown = path;
+        recentMenu_->addAction(key + shown.replace('&', "&&"), this, [this, path] { Open(path); });
+        ++number;
+    }
+    recentMenu_->addSeparator();
+    recentMenu_->addAction("&Clear List", this, [this] {
+        recent_.Clear();
+        FillRecent();
+    });
+}
+
+void MainWindow::FillProcessors(const service::TraceService& trace) {
+    processor_->setText(QStringLiteral("Processor %1").arg(trace.ShownProcessor()));
+    processorMenu_->clear();
+    auto* group = new QActionGroup(processorMenu_);
+    for (const std::uint32_t processor : trace.GetRecording()->Processors()) {
+        QAction* action =
+            processorMenu_->addAction(QStringLiteral("Processor &%1").arg(processor), this,
+                                      [this, processor] { onProcessor(processor); });
+        action->setCheckable(true);
+        action->setChecked(processor == trace.ShownProcessor());
+        group->addAction(action);
+    }
+}
+
+QString MainWindow::LastFolder() const {
+    return settings_.Get(kFolder).toString();
+}
+
+void MainWindow::ChooseTrace() {
+    const QString path = QFileDialog::getOpenFileName(this, "Open Trace", LastFolder(),
+                                                      "Kernel logs (*.log *.txt);;All files (*)");
+    if (!path.isEmpty()) Open(path);
+}
+
+void MainWindow::ChooseFolder() {
+    const QString path = QFileDialog::getExistingDirectory(this, "Open CTF Folder", LastFolder());
+    if (!path.isEmpty()) Open(path);
+}
+
+void MainWindow::Open(const QString& path) {
+    settings_.Set(kFolder, QFileInfo(path).absolutePath());
+    onOpen(path);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    SaveLayout();
+    QMainWindow::closeEvent(event);
+    QApplication::quit();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (!DraggedPath(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    const QString path = DraggedPath(*event->mimeData());
+    if (path.isEmpty()) return;
+    event->acceptProposedAction();
+    // The sender of the drop is not kept waiting while the trace is read.
+    QMetaObject::invokeMethod(
+        this, [this, path] { Open(path); }, Qt::QueuedConnection);
+}
+
+}  // namespace kvx::desktop

@@ -1,0 +1,16 @@
+#pragma once
+// Makes a picture and writes it, in a program that has no window.
+
+#include <string>
+
+#include "workbench/cli/Streams.h"
+#include "workbench/desktop/Picture.h"
+
+namespace kvx::desktop {
+
+// Makes its own application object, so it is called at most once and from main. output "-" is
+// standard output. Answers an exit status; what went wrong goes to the error stream.
+int SavePicture(std::unique_ptr<service::Recording> recording, const PictureRequest& request,
+                const std::string& output, const cli::Streams& streams);
+
+}  // namespace kvx::desktop

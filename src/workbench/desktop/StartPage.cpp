@@ -1,0 +1,69 @@
+#include "workbench/desktop/StartPage.h"
+
+#include <QFileInfo>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace kvx::desktop {
+namespace {
+
+constexpr int kRecentShown = 5;
+
+QLabel* Line(const QString& text, double scale) {
+    auto* label = new QLabel(text);
+    QFont font = label->font();
+    font.setPointSizeF(font.pointSizeF() * scale);
+    label->setFont(font);
+    label->setAlignment(Qt::AlignHCenter);
+    return label;
+}
+
+void Clear(QLayout& layout) {
+    while (QLayoutItem* item = layout.takeAt(0)) {
+        if (item->widget()) item->widget()->deleteLater();
+        delete item;
+    }
+}
+
+}  // namespace
+
+StartPage::StartPage(QWidget* parent) : QWidget(parent), recent_(new QWidget) {
+    auto* openTrace = new QPushButton("Open Trace…");
+    auto* openFolder = new QPushButton("Open CTF Folder…");
+    connect(openTrace, &QPushButton::clicked, this, [this] { onOpenTrace(); });
+    connect(openFolder, &QPushButton::clicked, this, [this] { onOpenFolder(); });
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(openTrace);
+    buttons->addWidget(openFolder);
+    buttons->addStretch();
+    auto* recent = new QVBoxLayout(recent_);
+    recent->setContentsMargins(0, 12, 0, 0);
+
+    auto* page = new QVBoxLayout(this);
+    page->setSpacing(12);
+    page->addStretch();
+    page->addWidget(Line("KVX Workbench", 2.0));
+    page->addWidget(Line("Open a recorded kernel trace, or drop it here.", 1.0));
+    page->addLayout(buttons);
+    page->addWidget(recent_);
+    page->addStretch();
+}
+
+void StartPage::SetRecent(const QStringList& paths) {
+    Clear(*recent_->layout());
+    recent_->setVisible(!paths.isEmpty());
+    recent_->layout()->addWidget(Line("Recent traces", 1.0));
+    for (const QString& path : paths.mid(0, kRecentShown)) {
+        auto* link = new QPushButton(QFileInfo(path).fileName());
+        link->setFlat(true);
+        link->setToolTip(path);
+        link->setCursor(Qt::PointingHandCursor);
+        connect(link, &QPushButton::clicked, this, [this, path] { onOpenRecent(path); });
+        recent_->layout()->addWidget(link);
+        recent_->layout()->setAlignment(link, Qt::AlignHCenter);
+    }
+}
+
+}  // namespace kvx::desktop

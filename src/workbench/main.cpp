@@ -1,0 +1,47 @@
+// kvxostrace: the window, and the sub-commands of the command line.
+
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+
+#include "workbench/cli/SubCommands.h"
+#include "workbench/desktop/RenderCommand.h"
+#include "workbench/desktop/WindowCommand.h"
+
+namespace {
+
+int Run(int argc, const char* const* argv, const kvx::cli::Streams& streams) {
+    CLI::App app(
+        "Shows what a real-time kernel did: recorded traces of its tasks, handlers and "
+        "system calls.",
+        "kvxostrace");
+    app.set_version_flag("--version", "kvxostrace " KVX_VERSION);
+    app.require_subcommand(0, 1);
+    std::string file;
+    app.add_option("FILE", file,
+                   "Trace file or CTF folder to open in a window; without one, a demonstration");
+    int status = kvx::cli::kExitDone;
+    kvx::cli::AddSubCommands(app, streams, status);
+    kvx::desktop::AddRenderCommand(app, streams, status);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error, streams.out, streams.error) == 0 ? kvx::cli::kExitDone
+                                                                : kvx::cli::kExitUsage;
+    }
+    if (!app.get_subcommands().empty()) return status;
+    return kvx::desktop::RunWorkbench(file, streams);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const kvx::cli::Streams streams{std::cout, std::cerr, isatty(STDERR_FILENO) != 0};
+    try {
+        return Run(argc, argv, streams);
+    } catch (const std::exception& failure) {
+        std::cerr << "kvxostrace: " << failure.what() << "\n";
+        return kvx::cli::kExitFailed;
+    }
+}
