@@ -26,6 +26,10 @@ enum class Loss : std::uint8_t {
     TimeStepsBack,
     WaitCauseUnknown,
     ReadyTimesInferred,
+    CallsBeforeStart,
+    HandlersBeforeStart,
+    TasksNotDeclared,
+    ResourceFileMended,
     Count
 };
 

@@ -8,6 +8,8 @@
 
 namespace kvx::service {
 
+inline constexpr std::uint32_t kAnyProcessor = 0xFFFFFFFFu;
+
 enum class ContextKind : std::uint8_t {
     Task,
     Interrupt,
@@ -38,6 +40,8 @@ enum class RecordKind : std::uint8_t {
     Comment,       // says nothing about the schedule
     Unreadable,    // could not be read
     DispatchTo,    // subject starts or goes on; id 0: idle
+    Runs,          // the same, but nothing new where subject already runs
+    Switch,        // from gives the processor up, is in state from now on, and subject runs
     DispatchFrom,  // subject gives the processor up, and what follows is not said
     SwitchedOut,   // the same, and the record that says who follows is still to come
     State,         // subject (a task) is in state from now on
@@ -57,10 +61,13 @@ struct Record {
     std::uint32_t processor = 0;
     RecordKind kind = RecordKind::Comment;
     TaskState state = TaskState::Runnable;
-    std::uint8_t waitCode = 0;  // State Waiting: the state code, where the file gives the cause
+    std::uint8_t waitCode = 0;  // state Waiting: the state code, where the file gives the cause
     ContextKey subject;
-    std::uint32_t target = 0;
-    std::string_view name;  // owned by the recording
+    ContextKey from;  // Switch
+    std::uint64_t object =
+        0;  // calls: address or number of the kernel object, 0 where none is given
+    std::uint32_t target = kAnyProcessor;  // State, Migrate: the processor that subject is now on
+    std::string_view name;                 // owned by the recording
 };
 
 }  // namespace kvx::service

@@ -13,8 +13,6 @@
 
 namespace kvx::service {
 
-inline constexpr std::uint32_t kAnyProcessor = 0xFFFFFFFFu;
-
 // A context that the file, or the resource file beside it, names beforehand.
 struct DeclaredContext {
     ContextKey key;
@@ -35,6 +33,8 @@ class Recording {
     // Ascending, never empty; {0} where the file knows only one and gives it no number.
     virtual const std::vector<std::uint32_t>& Processors() const = 0;
     virtual const std::vector<DeclaredContext>& Contexts() const = 0;
+    // True: the file says that no task and no handler runs at the start on this processor.
+    virtual bool StartsIdle(std::uint32_t /*processor*/) const { return false; }
 
     // Records are numbered from 0 in order of non-decreasing time.
     virtual std::uint32_t RecordCount() const = 0;
@@ -45,6 +45,9 @@ class Recording {
     virtual void Read(std::uint32_t first, std::span<Record> out) = 0;
     // Parameters of a call or values that a call returned: "name=value, name=value". Empty: none.
     virtual std::string Detail(std::uint32_t record) const = 0;
+    // The system call that the record issues or returns from; empty for other records.
+    virtual std::string NameOf(std::uint32_t record) const = 0;
+    virtual std::int64_t TimeOf(std::uint32_t record) const = 0;
     // False: the kernel does not record when a task becomes ready or has to wait.
     virtual bool RecordsStates() const { return true; }
     // What was lost and noted while the file was opened.

@@ -7,7 +7,7 @@
 
 namespace kvx::service {
 
-enum class TimeUnit : std::uint8_t { Counts, Milliseconds, Microseconds, Nanoseconds };
+enum class TimeUnit : std::uint8_t { Counts, Seconds, Milliseconds, Microseconds, Nanoseconds };
 
 struct TimeFields {
     std::int32_t h = 0, m = 0, s = 0, ms = 0, us = 0, ns = 0;
@@ -22,7 +22,7 @@ class TraceClock {
     TimeUnit Unit() const { return unit_; }
     bool Known() const { return unit_ != TimeUnit::Counts; }
     bool HasNanoseconds() const { return unit_ == TimeUnit::Nanoseconds; }
-    // "ms", "us", "ns" or "counts".
+    // "s", "ms", "us", "ns" or "counts".
     std::string_view UnitName() const;
     // Nanoseconds of one count; 0 when not known.
     std::int64_t NanosecondsPerCount() const;

@@ -1,0 +1,31 @@
+#pragma once
+// The system calls that occur, numbered in order of first use.
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "workbench/service/CallTable.h"
+
+namespace kvx::service {
+
+class CallNames {
+  public:
+    struct Entry {
+        std::string name;
+        CallInfo info;
+    };
+
+    // The number of name, new when it was not known.
+    std::uint32_t Intern(std::string_view name);
+    const Entry& Get(std::uint32_t call) const { return entries_[call]; }
+    std::uint32_t Count() const { return static_cast<std::uint32_t>(entries_.size()); }
+
+  private:
+    std::deque<Entry> entries_;  // never moves: the map's keys point into it
+    std::unordered_map<std::string_view, std::uint32_t> numbers_;
+};
+
+}  // namespace kvx::service

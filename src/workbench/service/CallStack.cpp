@@ -1,0 +1,34 @@
+#include "workbench/service/CallStack.h"
+
+namespace kvx::service {
+namespace {
+constexpr std::size_t kDeepest = 64;
+}
+
+bool CallStack::Push(const OpenCall& call) {
+    used_ = true;
+    const bool full = open_.size() == kDeepest;
+    if (full) open_.erase(open_.begin());
+    open_.push_back(call);
+    return full;
+}
+
+std::optional<OpenCall> CallStack::Return(std::string_view name, const CallNames& names,
+                                          std::uint64_t& skipped) {
+    for (auto i = open_.size(); i-- > 0;) {
+        if (!name.empty() && !SameCall(names.Get(open_[i].call).name, name)) continue;
+        const OpenCall call = open_[i];
+        skipped += open_.size() - 1 - i;
+        open_.resize(i);
+        return call;
+    }
+    return std::nullopt;
+}
+
+std::uint64_t CallStack::Clear() {
+    const auto count = open_.size();
+    open_.clear();
+    return count;
+}
+
+}  // namespace kvx::service

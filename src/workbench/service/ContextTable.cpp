@@ -1,0 +1,76 @@
+#include "workbench/service/ContextTable.h"
+
+#include <limits>
+
+#include "host/OSTraceService.h"
+#include "platform/Text.h"
+
+namespace kvx::service {
+namespace {
+
+struct KindInfo {
+    const char* name;
+    std::int32_t type;
+    std::uint64_t firstNumber;
+    std::uint32_t tableAddress;
+};
+
+// In the order of ContextKind.
+constexpr KindInfo kKinds[] = {
+    {"task", kContextTask, 0, 0},
+    {"int handler", kContextHandler, 0, 0},
+    {"exc handler", kContextHandler, 1000, 0xE00000},
+    {"isr", kContextHandler, 2000, 0x100000},
+    {"cyclic handler", kContextHandler, 3000, 0xC00000},
+    {"alarm handler", kContextHandler, 4000, 0xA00000},
+    {"unknown", kContextUnknown, 0, 0},
+};
+
+constexpr std::uint64_t kNumbersOfAKind = 1000;
+constexpr std::uint64_t kFirstSpareNumber = 1000000000;
+
+const KindInfo& InfoOf(ContextKind kind) {
+    return kKinds[static_cast<std::size_t>(kind)];
+}
+
+}  // namespace
+
+std::uint32_t ContextTable::Add(const ContextKey& key) {
+    if (const auto known = Find(key); known != kNoContext) return known;
+    const auto& kind = InfoOf(key.kind);
+    Context context;
+    context.key = key;
+    if (const auto at = declared_.find(key); at != declared_.end()) context.name = at->second;
+    if (context.name.empty())
+        context.name = FormatText("%s %llu", kind.name, static_cast<unsigned long long>(key.id));
+    context.type = kind.type;
+    const bool fits = kind.firstNumber == 0 || key.id < kNumbersOfAKind;
+    context.number = FreeNumber(kind.type, fits ? kind.firstNumber + key.id : kFirstSpareNumber);
+    if (kind.tableAddress)
+        context.tableAddress = kind.tableAddress | static_cast<std::uint32_t>(key.id & 0xFFFFF);
+    contexts_.push_back(std::move(context));
+    numbers_[key] = Count() - 1;
+    return Count() - 1;
+}
+
+std::uint32_t ContextTable::Find(const ContextKey& key) const {
+    const auto at = numbers_.find(key);
+    return at == numbers_.end() ? kNoContext : at->second;
+}
+
+std::string ContextTable::DisplayName(std::uint32_t context) const {
+    const Context& c = contexts_[context];
+    if (c.IsIdle()) return "Idle";
+    return c.type == kContextUnknown ? "Unknown" : c.name;
+}
+
+std::int32_t ContextTable::FreeNumber(std::int32_t type, std::uint64_t wanted) {
+    constexpr std::uint64_t kMost = std::numeric_limits<std::int32_t>::max();
+    const auto base = static_cast<std::uint64_t>(type) << 32;
+    auto number = wanted <= kMost ? wanted : kFirstSpareNumber;
+    if (taken_.contains(base | number)) number = kFirstSpareNumber + contexts_.size();
+    while (!taken_.insert(base | number).second) ++number;
+    return static_cast<std::int32_t>(number);
+}
+
+}  // namespace kvx::service

@@ -1,0 +1,54 @@
+#pragma once
+// The contexts that are shown: numbered in order of appearance, never renumbered.
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "workbench/service/Record.h"
+
+namespace kvx::service {
+
+inline constexpr std::uint32_t kNoContext = 0xFFFFFFFFu;
+
+struct Context {
+    ContextKey key;
+    std::string name;  // as in the file or the resource file, or made from kind and number
+    std::int32_t type = 0;
+    std::int32_t number = 0;  // unique within the type
+    std::uint32_t tableAddress = 0;
+    bool IsIdle() const { return key.kind == ContextKind::Task && key.id == 0; }
+};
+
+// Handlers other than interrupt handlers are numbered apart: exception handlers from 1000, service
+// routines from 2000, cyclic handlers from 3000, alarm handlers from 4000. Their table address
+// begins with a letter for the kind: E, 1, C, A, followed by the handler's own number.
+class ContextTable {
+  public:
+    // The name that the context gets when it is added. The first name of a key holds.
+    void Declare(const ContextKey& key, const std::string& name) { declared_.emplace(key, name); }
+    // The number of the context, new when the key was not known.
+    std::uint32_t Add(const ContextKey& key);
+    std::uint32_t Find(const ContextKey& key) const;  // kNoContext: not there
+    const Context& Get(std::uint32_t context) const { return contexts_[context]; }
+    std::uint32_t Count() const { return static_cast<std::uint32_t>(contexts_.size()); }
+    // Name, "Idle" or "Unknown".
+    std::string DisplayName(std::uint32_t context) const;
+
+  private:
+    struct Hash {
+        std::size_t operator()(const ContextKey& key) const {
+            return std::hash<std::uint64_t>()(key.id * 8 + static_cast<std::uint64_t>(key.kind));
+        }
+    };
+    std::int32_t FreeNumber(std::int32_t type, std::uint64_t wanted);
+
+    std::vector<Context> contexts_;
+    std::unordered_map<ContextKey, std::uint32_t, Hash> numbers_;
+    std::unordered_map<ContextKey, std::string, Hash> declared_;
+    std::unordered_set<std::uint64_t> taken_;  // type and number
+};
+
+}  // namespace kvx::service

@@ -1,0 +1,358 @@
+#include "workbench/service/Decoder.h"
+
+namespace kvx::service {
+
+Decoder::Decoder(Recording& recording, std::uint32_t processor, const Inferred& inferred,
+                 ContextTable& contexts, CallNames& names, EventStore& store)
+    : recording_(recording),
+      shown_(processor),
+      inferred_(inferred),
+      contexts_(contexts),
+      names_(names),
+      writer_(contexts, store),
+      tasks_(processor, contexts, writer_),
+      window_(recording) {
+    const auto& processors = recording.Processors();
+    for (const auto& declared : recording.Contexts()) {
+        if (declared.key.kind != ContextKind::Task) continue;
+        declaredTasks_.insert(declared.key.id);
+        const bool anywhere = declared.processor == kAnyProcessor;
+        if (declared.state == TaskState::NonExistent || (anywhere && processors.size() > 1))
+            continue;
+        tasks_.Get(declared.key.id, anywhere ? processors.front() : declared.processor);
+    }
+}
+
+void Decoder::DecodeOne() {
+    const Record& record = window_.At(next_);
+    if (record.kind == RecordKind::Unreadable) {
+        writer_.At(next_);
+        losses_.Add(Loss::UnreadableRecords);
+    } else {
+        writer_.At(next_, record.time);
+        if (record.kind != RecordKind::Comment) {
+            if (!started_) Start(record);
+            Apply(ProcessorOf(record.processor), record);
+        }
+    }
+    ApplyInferredReady();
+    ++next_;
+}
+
+// Shows the states that the file gives for the start. The task that the first record dispatches has
+// been ready for a time that is not known, so that nothing is shown of it.
+void Decoder::Start(const Record& first) {
+    for (const auto& declared : recording_.Contexts()) {
+        if (declared.key.kind != ContextKind::Task || declared.key.id == 0 || !declared.hasState ||
+            !tasks_.Knows(declared.key.id))
+            continue;
+        Task& task = tasks_.Get(declared.key.id, declared.processor);
+        const bool starts = first.kind == RecordKind::DispatchTo && first.subject == declared.key;
+        if (!tasks_.IsShown(task) || starts) continue;
+        Record state;
+        state.state = declared.state;
+        tasks_.Set(task, NewCondition(task, state));
+    }
+    started_ = true;
+}
+
+void Decoder::Apply(Processor& on, const Record& record) {
+    switch (record.kind) {
+        case RecordKind::Comment:
+        case RecordKind::Unreadable:
+            return;
+        case RecordKind::DispatchTo:
+            return OnDispatchTo(on, record.subject);
+        case RecordKind::Runs:
+            if (!RunsAlready(on, record.subject)) OnDispatchTo(on, record.subject);
+            return;
+        case RecordKind::Switch:
+            return OnSwitch(on, record);
+        case RecordKind::DispatchFrom:
+            return OnDispatchFrom(on, record.subject);
+        case RecordKind::SwitchedOut:
+            return OnSwitchedOut(on, record.subject);
+        case RecordKind::State:
+            return OnState(on, record);
+        case RecordKind::Blocks:
+            if (auto* call = on.Calls().Innermost()) call->blocked = true;
+            return;
+        case RecordKind::Suspend:
+            return OnSuspend(TaskOf(record.subject, on.number));
+        case RecordKind::Resume:
+            return OnResume(TaskOf(record.subject, on.number));
+        case RecordKind::Enter:
+            return OnEnter(on, record.subject);
+        case RecordKind::Leave:
+            return OnLeave(on, record.subject);
+        case RecordKind::Call:
+        case RecordKind::InstantCall:
+            return OnCall(on, record);
+        case RecordKind::Return:
+            return OnReturn(on, record);
+        case RecordKind::Migrate:
+            return OnMigrate(record);
+    }
+}
+
+void Decoder::OnDispatchTo(Processor& on, const ContextKey& to) {
+    UnwindHandlers(on);
+    Task* const before = on.Occupant();
+    on.known = true;
+    on.running = nullptr;
+    if (to.id != 0) {
+        Task& task = TaskOf(to, on.number);
+        tasks_.MoveTo(task, on.number);
+        tasks_.Run(task, on.number);
+        on.running = &task;
+        on.last = task.id;
+    }
+    if (IsShown(on)) writer_.Dispatch(on.running ? tasks_.ContextOf(*on.running) : writer_.Idle());
+    if (before && before != on.running) {
+        before->condition.activity = Activity::Unknown;
+        tasks_.Set(*before, {Activity::Ready});
+    }
+}
+
+void Decoder::OnDispatchFrom(Processor& on, const ContextKey& from) {
+    UnwindHandlers(on);
+    Learn(on, from);
+    if (!on.running) {
+        if (on.last != from.id) Count(on, Loss::DispatchesFromOther);
+        return;
+    }
+    if (on.running->id != from.id) Count(on, Loss::DispatchesFromOther);
+    OnDispatchTo(on, {ContextKind::Task, 0});
+}
+
+void Decoder::OnSwitchedOut(Processor& on, const ContextKey& from) {
+    UnwindHandlers(on);
+    Learn(on, from);
+    if (from.id == 0) return;
+    Task& task = TaskOf(from, on.number);
+    const auto* call = task.calls.Innermost();
+    auto& wait = nextWait_;
+    while (wait < inferred_.waits.size() && inferred_.waits[wait] < next_) ++wait;
+    const bool inferred = wait < inferred_.waits.size() && inferred_.waits[wait] == next_;
+    if ((call && call->blocked) || inferred) tasks_.Set(task, Wait(task, 0));
+}
+
+void Decoder::OnSwitch(Processor& on, const Record& record) {
+    UnwindHandlers(on);
+    Learn(on, record.from);
+    if (record.from.id != 0) {
+        Task& task = TaskOf(record.from, on.number);
+        if (on.running != &task) Count(on, Loss::DispatchesFromOther);
+        if (record.state != TaskState::Runnable) tasks_.Set(task, NewCondition(task, record));
+    }
+    OnDispatchTo(on, record.subject);
+}
+
+// A task that stops running without a dispatch that says so has left the processor idle.
+void Decoder::OnState(Processor& on, const Record& record) {
+    if (record.subject.id == 0) return;
+    Task& task = TaskOf(record.subject, record.target == kAnyProcessor ? on.number : record.target);
+    Processor& where = ProcessorOf(task.processor);
+    const bool ran = where.Occupant() == &task;
+    if (record.target != kAnyProcessor && !ran) tasks_.MoveTo(task, record.target);
+    tasks_.Set(task, NewCondition(task, record));
+    if (!ran || where.Occupant() || !where.handlers.empty()) return;
+    if (!DispatchFollows(where, task)) OnDispatchTo(where, {ContextKind::Task, 0});
+}
+
+void Decoder::OnSuspend(Task& task) {
+    const auto* call = task.calls.Innermost();
+    const bool delays = call && names_.Get(call->call).info.waitCode == kCodeDelay;
+    if (task.condition.activity == Activity::Running && delays)
+        return tasks_.Set(task, Wait(task, 0));
+    Condition condition = task.condition;
+    if (condition.activity != Activity::Waiting) condition.activity = Activity::Ready;
+    condition.suspended = true;
+    tasks_.Set(task, condition);
+}
+
+void Decoder::OnResume(Task& task) {
+    Condition condition = task.condition;
+    condition.suspended = false;
+    tasks_.Set(task, condition);
+}
+
+void Decoder::OnEnter(Processor& on, const ContextKey& handler) {
+    constexpr std::size_t kDeepest = 64;
+    if (on.handlers.size() == kDeepest) {
+        Count(on, Loss::HandlersNotLeft);
+        on.handlers.erase(on.handlers.begin());
+    }
+    on.handlersSeen = true;
+    on.handlers.push_back({handler, {}});
+    if (IsShown(on)) writer_.Dispatch(contexts_.Add(handler));
+}
+
+void Decoder::OnLeave(Processor& on, const ContextKey& handler) {
+    auto at = on.handlers.size();
+    while (at > 0 && on.handlers[at - 1].key != handler) --at;
+    if (at == 0) return OnLeaveUnentered(on, handler);
+    Count(on, Loss::HandlersNotLeft, on.handlers.size() - at);
+    for (; on.handlers.size() >= at; on.handlers.pop_back())
+        Count(on, Loss::CallsWithoutReturn, on.handlers.back().calls.Clear());
+    DispatchBelow(on);
+}
+
+void Decoder::OnLeaveUnentered(Processor& on, const ContextKey& handler) {
+    const bool ranAtStart = !on.known && !on.handlersSeen;
+    Count(on, ranAtStart ? Loss::HandlersBeforeStart : Loss::HandlersNotEntered);
+    on.handlersSeen = true;
+    if (!ranAtStart || !IsShown(on)) return;
+    writer_.LearnCurrent(contexts_.Add(handler));
+    DispatchBelow(on);
+}
+
+void Decoder::OnCall(Processor& on, const Record& record) {
+    const auto call = names_.Intern(record.name);
+    const CallInfo& info = names_.Get(call).info;
+    OpenCall open{call, host::kOpenEnd, next_};
+    if (IsShown(on)) open.event = writer_.Call(writer_.Current(), info.cls, call);
+    if (record.kind == RecordKind::InstantCall || !info.returns) return;
+    if (on.Calls().Push(open)) Count(on, Loss::CallsWithoutReturn);
+}
+
+void Decoder::OnReturn(Processor& on, const Record& record) {
+    std::uint64_t skipped = 0;
+    CallStack& calls = on.Calls();
+    const auto call = calls.Return(record.name, names_, skipped);
+    Count(on, Loss::CallsWithoutReturn, skipped);
+    if (!call)
+        return Count(on, calls.WasUsed() ? Loss::ReturnsWithoutCall : Loss::CallsBeforeStart);
+    if (call->event != host::kOpenEnd) writer_.Return(call->event);
+}
+
+void Decoder::OnMigrate(const Record& record) {
+    if (record.subject.kind != ContextKind::Task || record.subject.id == 0) return;
+    Task& task = TaskOf(record.subject, record.target);
+    if (task.processor == record.target) return;
+    tasks_.MoveTo(task, record.target);
+    if (tasks_.IsShown(task)) tasks_.Show(task);
+}
+
+void Decoder::ApplyInferredReady() {
+    for (; nextReady_ < inferred_.ready.size() && inferred_.ready[nextReady_].first <= next_;
+         ++nextReady_) {
+        Task& task = TaskOf({ContextKind::Task, inferred_.ready[nextReady_].second}, shown_);
+        const bool suspended = task.condition.suspended;
+        tasks_.Set(task, {Activity::Ready, suspended});
+        if (tasks_.IsShown(task)) losses_.Add(Loss::ReadyTimesInferred);
+    }
+}
+
+Processor& Decoder::ProcessorOf(std::uint32_t number) {
+    if (lastProcessor_ && lastProcessor_->number == number) return *lastProcessor_;
+    const auto [at, isNew] = processors_.try_emplace(number);
+    lastProcessor_ = &at->second;
+    if (!isNew) return *lastProcessor_;
+    lastProcessor_->number = number;
+    lastProcessor_->known = recording_.StartsIdle(number);
+    if (lastProcessor_->known && IsShown(*lastProcessor_)) writer_.LearnCurrent(writer_.Idle());
+    return *lastProcessor_;
+}
+
+Task& Decoder::TaskOf(const ContextKey& key, std::uint32_t processor) {
+    if (!declaredTasks_.empty() && !tasks_.Knows(key.id) && !declaredTasks_.contains(key.id))
+        losses_.Add(Loss::TasksNotDeclared);
+    return tasks_.Get(key.id, processor);
+}
+
+// A record that takes the processor from a context tells that it has been running.
+void Decoder::Learn(Processor& on, const ContextKey& running) {
+    if (on.known) return;
+    on.known = true;
+    if (running.id == 0) {
+        if (IsShown(on)) writer_.LearnCurrent(writer_.Idle());
+        return;
+    }
+    Task& task = TaskOf(running, on.number);
+    if (task.condition.activity == Activity::Unknown) tasks_.Run(task, on.number);
+    on.running = &task;
+    on.last = task.id;
+    if (IsShown(on)) writer_.LearnCurrent(tasks_.ContextOf(task));
+}
+
+// A dispatch between tasks while a handler is open: the handler's end is missing.
+void Decoder::UnwindHandlers(Processor& on) {
+    Count(on, Loss::HandlersNotLeft, on.handlers.size());
+    on.handlers.clear();
+}
+
+// Back to what the handler that has ended had interrupted.
+void Decoder::DispatchBelow(Processor& on) {
+    if (!IsShown(on)) return;
+    if (!on.handlers.empty()) return writer_.Dispatch(contexts_.Add(on.handlers.back().key));
+    if (Task* task = on.Occupant()) return writer_.Dispatch(tasks_.ContextOf(*task));
+    writer_.Dispatch(on.known ? writer_.Idle() : writer_.Unknown());
+}
+
+bool Decoder::RunsAlready(const Processor& on, const ContextKey& key) const {
+    if (!on.known || !on.handlers.empty()) return false;
+    if (key.id == 0) return !on.running;
+    return on.Occupant() && on.running->id == key.id;
+}
+
+bool Decoder::DispatchFollows(const Processor& on, const Task& task) const {
+    for (std::uint32_t distance = 1; const Record* next = window_.Ahead(distance); ++distance) {
+        if (next->processor != on.number || next->kind == RecordKind::Comment ||
+            next->kind == RecordKind::Unreadable)
+            continue;
+        switch (next->kind) {
+            case RecordKind::DispatchFrom:
+            case RecordKind::SwitchedOut:
+            case RecordKind::Switch:
+                return true;
+            case RecordKind::DispatchTo:
+            case RecordKind::Runs:
+                return next->subject.id != task.id;
+            default:
+                return false;
+        }
+    }
+    return true;
+}
+
+Condition Decoder::NewCondition(Task& task, const Record& record) {
+    switch (record.state) {
+        case TaskState::Runnable:
+            return {Activity::Ready};
+        case TaskState::Suspended:
+            return {Activity::Ready, true};
+        case TaskState::Dormant:
+        case TaskState::NonExistent:
+            return {Activity::Dormant};
+        case TaskState::Waiting:
+        case TaskState::WaitingSuspended:
+            break;
+    }
+    Condition condition = task.condition;
+    if (condition.activity != Activity::Waiting) condition = Wait(task, record.waitCode);
+    condition.suspended = record.state == TaskState::WaitingSuspended;
+    return condition;
+}
+
+// The task waits in its innermost open call. waitCode: the cause where the file gives it, else 0.
+Condition Decoder::Wait(Task& task, std::uint8_t waitCode) {
+    Condition condition{Activity::Waiting, false, kCodeSleeping, kNoRecord};
+    if (const auto* call = task.calls.Innermost()) {
+        const auto known = names_.Get(call->call).info.waitCode;
+        if (known) waitCode = known;
+        condition.waitRecord = call->record;
+    } else if (waitCode) {
+        condition.waitRecord = next_;
+    } else if (tasks_.IsShown(task) && started_) {
+        losses_.Add(Loss::WaitCauseUnknown);
+    }
+    if (waitCode) condition.waitCode = waitCode;
+    return condition;
+}
+
+void Decoder::Count(const Processor& on, Loss loss, std::uint64_t count) {
+    if (IsShown(on)) losses_.Add(loss, count);
+}
+
+}  // namespace kvx::service

@@ -1,0 +1,40 @@
+#pragma once
+// What the decoder knows of one task while it walks through the records.
+
+#include <cstdint>
+
+#include "workbench/service/CallStack.h"
+#include "workbench/service/ContextTable.h"
+#include "workbench/service/EventStore.h"
+
+namespace kvx::service {
+
+// The state codes that are not waits, and the one for a wait that nothing explains better.
+inline constexpr std::uint8_t kCodeReady = 1;
+inline constexpr std::uint8_t kCodeDormant = 2;
+inline constexpr std::uint8_t kCodeSleeping = 3;
+inline constexpr std::uint8_t kCodeDelay = 4;
+
+enum class Activity : std::uint8_t { Unknown, Running, Ready, Waiting, Dormant };
+
+// What a task does apart from where it does it.
+struct Condition {
+    Activity activity = Activity::Unknown;
+    bool suspended = false;
+    std::uint8_t waitCode = 0;             // Waiting
+    std::uint32_t waitRecord = kNoRecord;  // Waiting: the call that waits, if that is known
+    friend bool operator==(const Condition&, const Condition&) = default;
+};
+
+struct Task {
+    std::uint64_t id = 0;
+    std::uint32_t context = kNoContext;       // once it is shown
+    std::uint32_t processor = kAnyProcessor;  // where it belongs
+    std::uint32_t runsOn = kAnyProcessor;     // while it runs
+    bool away = false;                        // shown as being on another processor
+    Condition condition;
+    std::uint32_t openEvent = host::kOpenEnd;  // its state event that has not ended
+    CallStack calls;
+};
+
+}  // namespace kvx::service
