@@ -9,6 +9,10 @@
 #include "platform/Mutex.h"
 #include "trace/Progress.h"
 
+namespace kvx {
+class AnalysisDialog;
+}
+class IQOSTraceService;
 class CContextMng;
 class CRunTimeAnalysis;
 class CRdyToRunAnalysis;
@@ -58,10 +62,13 @@ class COSTrace {
     void GetContextEventRange(double t, int line, std::uint32_t* first, std::uint32_t* last) const;
 
   private:
-    class Analysis;
-
     int CloseAfterFailure(IViewSender* sender);
-    std::uint32_t SearchStart() const;
+    void EmptyAnalyses();
+    bool Decode(IQOSTraceService& service, double target, kvx::AnalysisDialog& dialog,
+                int* advanced);
+    bool DecodeBlock(IQOSTraceService& service, std::int32_t to, double target,
+                     kvx::AnalysisDialog& dialog);
+    std::uint32_t SearchStart(IQOSTraceService& service) const;
 
     int valid_ = 0;
     std::int32_t lastAnalysed_ = 0;

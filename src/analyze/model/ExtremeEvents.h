@@ -12,8 +12,11 @@ namespace kvx {
 
 class ExtremeEvents {
   public:
-    void Restart(std::uint32_t event);
-    void Append(std::uint32_t event);
+    // An interval of length d that ended at the event, against the longest so far.
+    void NoteLongest(double& longest, double d, std::uint32_t event);
+    // Against the shortest so far, of which 0.0 means none: what follows a shortest of length zero
+    // takes its place.
+    void NoteShortest(double& shortest, double d, std::uint32_t event);
     // In the order found.
     const std::vector<std::uint32_t>& Events() const { return events_; }
 
@@ -23,6 +26,9 @@ class ExtremeEvents {
     int HasIndicator(const COSMarker& marker) const;
 
   private:
+    void Restart(std::uint32_t event);
+    void Append(std::uint32_t event);
+
     std::vector<std::uint32_t> events_;
     std::size_t cursor_ = 0;
     bool ascending_ = true;

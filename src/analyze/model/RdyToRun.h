@@ -63,7 +63,12 @@ class CRdyToRunAnalysis {
     int ColumnState(int column) const { return sort_.State(column); }
 
   private:
-    void AppendKey(const CRdyToRun& record, int column, CString& key) const;
+    void AddTasks();
+    template <class Events>
+    void CreditRange(const Events& events);
+    template <class LookBack>
+    void Credit(CRdyToRun& record, std::uint32_t dispatch, double t, LookBack& before);
+    CString Key(const CRdyToRun& record, int column) const;
 
     std::vector<CRdyToRun> records_;
     std::vector<std::int32_t> recordOfLine_;  // -1: the line has no record

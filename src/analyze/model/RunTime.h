@@ -61,9 +61,10 @@ class CRunTimeAnalysis {
     int ColumnState(int column) const { return sort_.State(column); }
 
   private:
-    class Range;
-    void AppendKey(int line, int column, CString& key) const;
-    void AppendValueKey(const CRunTime& record, int column, CString& key) const;
+    template <class Events>
+    void CreditRange(const Events& events);
+    CString Key(int line, int column) const;
+    CString ValueKey(const CRunTime& record, int column) const;
 
     std::vector<CRunTime> records_;  // by line, then those of lines that the table does not hold
     std::vector<SRunTimeSortInfo> rows_;

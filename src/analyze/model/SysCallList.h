@@ -41,7 +41,7 @@ class COSSysCallList {
     int ColumnState(int column) const { return sort_.State(column); }
 
   private:
-    bool FindRange(IQOSTraceService& service, std::uint32_t* first, std::uint32_t* last) const;
+    bool FindRange(IQOSTraceService& service, std::uint32_t historyCount, std::uint32_t* last);
 
     std::uint32_t first_ = 0;
     std::uint32_t count_ = 0;

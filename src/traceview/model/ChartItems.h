@@ -58,8 +58,9 @@ struct GridLine {
     friend bool operator==(const GridLine&, const GridLine&) = default;
 };
 
-// In the order of drawing: all switch lines may be drawn before all RUN bars, for the only RUN bar
-// that covers a column belongs to that column's last dispatch.
+// In the order of drawing. The walk draws each dispatch's switch line and then its RUN bar; drawing
+// all switch lines first gives the same picture, for the only RUN bar that covers a column belongs
+// to that column's last dispatch.
 struct ChartItems {
     std::vector<GridLine> grid;
     std::vector<StateBar> states;

@@ -68,6 +68,9 @@ class COSMarker {
   private:
     class Flags;
     static std::size_t Index(int which) { return static_cast<std::size_t>(which); }
+    bool IsPlaced(int which) const {
+        return times_[Index(which)] != 0.0 && events_[Index(which)] != 0;
+    }
     void RebuildAnalyses();
 
     std::array<double, 3> times_{};

@@ -1,0 +1,62 @@
+#include "analyze/model/ExtremeEvents.h"
+
+#include <algorithm>
+
+#include "host/ModuleHost.h"
+#include "trace/EventReader.h"
+#include "traceview/model/Marker.h"
+
+namespace kvx {
+
+void ExtremeEvents::NoteLongest(double& longest, double d, std::uint32_t event) {
+    if (d > longest) {
+        longest = d;
+        Restart(event);
+    } else if (d == longest) {
+        Append(event);
+    }
+}
+
+void ExtremeEvents::NoteShortest(double& shortest, double d, std::uint32_t event) {
+    if (shortest == 0.0 || d < shortest) {
+        shortest = d;
+        Restart(event);
+    } else if (d == shortest) {
+        Append(event);
+    }
+}
+
+void ExtremeEvents::Restart(std::uint32_t event) {
+    events_.clear();
+    ascending_ = true;
+    Append(event);
+}
+
+void ExtremeEvents::Append(std::uint32_t event) {
+    if (!events_.empty() && event < events_.back()) ascending_ = false;
+    events_.push_back(event);
+}
+
+void ExtremeEvents::GoToNext(COSMarker& marker, IViewSender* view) {
+    if (events_.empty()) return;
+    marker.SetMarker(view, kMarkerIndicator, events_[cursor_]);
+    if (view) view->InvalidateView();
+    cursor_ = (cursor_ + 1) % events_.size();
+}
+
+int ExtremeEvents::HasIndicator(const COSMarker& marker) const {
+    IQOSTraceService* const service = host::TraceService();
+    if (!service) return 0;
+    if (!ascending_ && sorted_.size() != events_.size()) {
+        sorted_ = events_;
+        std::sort(sorted_.begin(), sorted_.end());
+    }
+    const auto& events = ascending_ ? events_ : sorted_;
+    const PlainEvents reader(*service);
+    const double time = marker.GetMarkerTime(kMarkerIndicator);
+    const auto at = std::partition_point(events.begin(), events.end(),
+                                         [&](std::uint32_t e) { return reader.Time(e) < time; });
+    return at != events.end() && reader.Time(*at) == time ? 1 : 0;
+}
+
+}  // namespace kvx

@@ -1,0 +1,126 @@
+#pragma once
+// One way of reading events for two kinds of trace service: by its plain operations, or from its
+// columns where it has them. An algorithm written against these operations gives the same result
+// with both. A read that fails gives 0.
+
+#include <algorithm>
+#include <optional>
+
+#include "host/OSTraceColumns.h"
+#include "host/OSTraceService.h"
+
+namespace kvx {
+
+// Null when the service has no columns.
+host::IQOSTraceColumns* QueryColumns(IQOSTraceService& service);
+
+class PlainEvents {
+  public:
+    explicit PlainEvents(IQOSTraceService& service) : service_(service) {}
+
+    std::uint32_t Count() const {
+        std::uint32_t count = 0;
+        service_.GetEventCount(&count);
+        return count;
+    }
+    int Kind(std::uint32_t e) const { return Read(&IQOSTraceService::GetEventKind, e); }
+    double Time(std::uint32_t e) const {
+        return static_cast<double>(Read(&IQOSTraceService::GetEventTime, e));
+    }
+    // 0.0: still open.
+    double EndTime(std::uint32_t e) const {
+        return static_cast<double>(Read(&IQOSTraceService::GetEventEndTime, e));
+    }
+    std::uint32_t Context(std::uint32_t e) const {
+        return static_cast<std::uint32_t>(Read(&IQOSTraceService::GetEventContext, e));
+    }
+    std::uint32_t Next(std::uint32_t e) const {
+        return static_cast<std::uint32_t>(Read(&IQOSTraceService::GetEventNextContext, e));
+    }
+    int State(std::uint32_t e) const { return Read(&IQOSTraceService::GetEventState, e); }
+    std::uint32_t StateContext(std::uint32_t e) const {
+        return static_cast<std::uint32_t>(Read(&IQOSTraceService::GetEventStateContext, e));
+    }
+
+    // The dispatches from..to (included), ascending.
+    template <class Visit>
+    void ForEachDispatch(std::uint32_t from, std::uint32_t to, Visit visit) const {
+        for (std::uint64_t e = from; e <= to; ++e) {
+            const auto event = static_cast<std::uint32_t>(e);
+            if (Kind(event) == kEventDispatch) visit(event);
+        }
+    }
+    // The last dispatch at or below the event.
+    std::optional<std::uint32_t> LastDispatch(std::uint32_t upTo) const {
+        for (std::uint32_t e = upTo;; --e) {
+            if (Kind(e) == kEventDispatch) return e;
+            if (e == 0) return std::nullopt;
+        }
+    }
+    // 0 when there is none.
+    std::uint32_t LastSysCall() const {
+        for (std::uint32_t e = Count(); e-- > 0;) {
+            if (Kind(e) == kEventSysCall) return e;
+        }
+        return 0;
+    }
+
+  private:
+    template <class Value>
+    Value Read(HRESULT (KVX_CALL IQOSTraceService::*get)(std::uint32_t, Value*),
+               std::uint32_t e) const {
+        Value value{};
+        return Succeeded((service_.*get)(e, &value)) ? value : Value{};
+    }
+
+    IQOSTraceService& service_;
+};
+
+class ColumnEvents {
+  public:
+    explicit ColumnEvents(const host::OSTraceColumns& columns) : c_(columns) {}
+    const host::OSTraceColumns& Columns() const { return c_; }
+
+    std::uint32_t Count() const { return c_.eventCount; }
+    int Kind(std::uint32_t e) const { return e < c_.eventCount ? c_.kind[e] : 0; }
+    double Time(std::uint32_t e) const {
+        return e < c_.eventCount ? static_cast<double>(c_.time[e]) : 0.0;
+    }
+    double EndTime(std::uint32_t e) const { return e < c_.eventCount ? Time(c_.endEvent[e]) : 0.0; }
+    std::uint32_t Context(std::uint32_t e) const { return Line(c_.context[e]); }
+    std::uint32_t Next(std::uint32_t e) const { return Line(c_.next[e]); }
+    int State(std::uint32_t e) const { return c_.code[e]; }
+    std::uint32_t StateContext(std::uint32_t e) const { return Line(c_.next[e]); }
+
+    template <class Visit>
+    void ForEachDispatch(std::uint32_t from, std::uint32_t to, Visit visit) const {
+        const std::uint32_t* end = c_.dispatches.events + c_.dispatches.count;
+        for (auto d = std::lower_bound(c_.dispatches.events, end, from); d != end && *d <= to; ++d)
+            visit(*d);
+    }
+    std::optional<std::uint32_t> LastDispatch(std::uint32_t upTo) const {
+        const std::uint32_t* begin = c_.dispatches.events;
+        const auto after = std::upper_bound(begin, begin + c_.dispatches.count, upTo);
+        if (after == begin) return std::nullopt;
+        return after[-1];
+    }
+    std::uint32_t LastSysCall() const {
+        return c_.sysCalls.count ? c_.sysCalls.events[c_.sysCalls.count - 1] : 0;
+    }
+
+  private:
+    std::uint32_t Line(std::uint32_t context) const { return c_.lineOfContext[context]; }
+
+    host::OSTraceColumns c_;
+};
+
+// Calls work with the fastest reader that the service has.
+template <class Work>
+auto WithEvents(IQOSTraceService& service, Work work) {
+    host::OSTraceColumns columns;
+    host::IQOSTraceColumns* bulk = QueryColumns(service);
+    if (bulk && Succeeded(bulk->GetColumns(&columns))) return work(ColumnEvents(columns));
+    return work(PlainEvents(service));
+}
+
+}  // namespace kvx
