@@ -14,5 +14,5 @@ class CButton : public CWnd {
     int GetCheck() const;
 
   protected:
-    kvx::WindowKind Kind() const override;
+    kvx::WindowKind Kind(DWORD style) const override;
 };

@@ -21,7 +21,6 @@ class CClientDC : public CDC {
 
   private:
     std::unique_ptr<kvx::WindowGraphics> graphics_;
-    CWnd* window_;
 };
 
 struct PAINTSTRUCT {
@@ -39,7 +38,6 @@ class CPaintDC : public CDC {
 
   private:
     std::unique_ptr<kvx::WindowGraphics> graphics_;
-    CWnd* window_;
 };
 
 // Coordinates count from the window's outer corner. What is drawn lies over the window's children

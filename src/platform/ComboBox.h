@@ -14,5 +14,5 @@ class CComboBox : public CWnd {
     int FindStringExact(const CString& text) const;  // -1: none
 
   protected:
-    kvx::WindowKind Kind() const override;
+    kvx::WindowKind Kind(DWORD style) const override;
 };

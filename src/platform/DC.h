@@ -76,7 +76,7 @@ class CDC : public CObject {
     kvx::IGraphics& Graphics() { return *graphics_; }
 
   protected:
-    CDC() = default;  // for contexts that make their graphics themselves
+    CDC();  // for contexts that make their graphics themselves
     void Attach(kvx::IGraphics* graphics, const std::optional<RECT>& clip);
 
   private:

@@ -48,8 +48,6 @@ class CDialog : public CWnd {
     // Dialog units to pixels, in place.
     void MapDialogRect(RECT* rect) const;
 
-    bool OnCmdMsg(UINT id, UINT code, CCmdUI* ui) override;
-
   protected:
     const MessageMap& GetMessageMap() const override;
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;

@@ -13,5 +13,5 @@ class CEdit : public CWnd {
     void SetReadOnly(bool readOnly = true);
 
   protected:
-    kvx::WindowKind Kind() const override;
+    kvx::WindowKind Kind(DWORD style) const override;
 };

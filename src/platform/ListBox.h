@@ -17,7 +17,7 @@ class CListBox : public CWnd {
     void SetSel(int index, bool selected = true);
 
   protected:
-    kvx::WindowKind Kind() const override;
+    kvx::WindowKind Kind(DWORD style) const override;
 };
 
 class CCheckListBox : public CListBox {

@@ -1,5 +1,6 @@
 #pragma once
-// Draws into a surface, pixel by pixel; text comes as coverage masks from the back-end.
+// Draws into a surface, pixel by pixel; text comes as coverage masks from the back-end. Patterns of
+// hatches and pens are anchored to the surface. Lines wider than one pixel have flat ends.
 
 #include "platform/Graphics.h"
 #include "platform/Surface.h"
@@ -27,11 +28,8 @@ class SurfaceGraphics : public IGraphics {
     const RECT& Touched() const { return touched_; }
 
   private:
-    RECT Clipped(RECT rect) const;
-    RECT Touch(RECT rect);
-    void FillSpan(int x1, int x2, int y, const FillPattern& fill);
-    void Plot(int x, int y, const LinePattern& pen, int phase);
-    void StraightLine(POINT from, POINT to, const LinePattern& pen);
+    RECT Touch(const RECT& rect);
+    void FlipBits(const RECT& rect, std::uint32_t bits);
     void SlantedLine(POINT from, POINT to, const LinePattern& pen);
 
     Surface& surface_;

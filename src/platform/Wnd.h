@@ -49,7 +49,7 @@ class CWnd : public CObject {
 
     // Makes the toolkit window and attaches it; WM_CREATE and WM_SIZE arrive before this returns.
     // rect: in the parent's client coordinates for a child, else on the screen. False when the
-    // toolkit refuses or WM_CREATE answers -1; the object is then as before.
+    // toolkit refuses or WM_CREATE answers -1; PostNcDestroy has run then, so a view is deleted.
     virtual bool Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
     bool Create(DWORD style, const RECT& rect, HWND parent, UINT id);
     bool CreateEx(DWORD exStyle, const CString& text, DWORD style, const RECT& rect, HWND parent,
@@ -164,7 +164,7 @@ class CWnd : public CObject {
     LRESULT Default();
     // System colour that WM_ERASEBKGND fills with; -1: no erasing.
     virtual int BackgroundColour() const { return -1; }
-    virtual kvx::WindowKind Kind() const;
+    virtual kvx::WindowKind Kind(DWORD style) const;
 
     // Default processing under the names of the handlers, for derived classes to call.
     int OnCreate(const CREATESTRUCT*) { return static_cast<int>(Default()); }
@@ -186,6 +186,7 @@ class CWnd : public CObject {
 
   private:
     friend class kvx::WindowState;
+    bool FinishCreate(const CREATESTRUCT& create);
 
     std::unique_ptr<kvx::WindowState> state_;  // while a window of this module is attached
     CWnd* owner_ = nullptr;

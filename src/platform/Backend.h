@@ -1,0 +1,241 @@
+#pragma once
+// The seam to the toolkit. The front (this folder) decides; a back-end forwards: it makes windows,
+// turns the toolkit's events into messages, shows surfaces, and runs the standard dialogs. One
+// back-end is installed per module at run time; several modules on one toolkit share its windows.
+//
+// Handles may belong to another module unless said otherwise. All on the user-interface thread.
+
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "platform/Cursor.h"
+#include "platform/DialogResponder.h"
+#include "platform/DropTarget.h"
+#include "platform/Font.h"
+#include "platform/Messages.h"
+#include "platform/Surface.h"
+
+class CMenu;
+
+namespace kvx {
+
+// What the toolkit makes for a window: Plain windows paint themselves, the others are its controls.
+enum class WindowKind {
+    Plain,
+    PushButton,
+    CheckBox,
+    RadioButton,
+    GroupBox,
+    Edit,
+    TextEdit,  // several lines
+    ComboBox,
+    ListBox,
+    ProgressBar,
+};
+
+// Edges around the client area, outermost first; each takes its width on all four sides.
+struct WindowFrame {
+    int raised = 0;  // raised edge, 0 or 2 pixels
+    int border = 0;  // line in the window-frame colour, 0 or 1
+    int sunken = 0;  // sunken edge, 0 or 2
+    int Width() const { return raised + border + sunken; }
+};
+
+struct WindowRequest {
+    WindowKind kind = WindowKind::Plain;
+    DWORD style = 0;
+    DWORD exStyle = 0;
+    WindowFrame frame;
+    CString text;
+    RECT rect;  // in the parent's client coordinates; on the screen for a window of its own
+    HWND parent = nullptr;
+    UINT id = 0;
+};
+
+// What a window does with its events. The front gives one with every window it has made.
+class IWindowSink {
+  public:
+    // Never throws. May destroy the window.
+    virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+    // Brings the picture of a plain window up to date, for showing at the client area's top left
+    // corner. May destroy the window.
+    virtual std::shared_ptr<const Surface> Picture() = 0;
+    // A drag over a plain window; the effect, or none to let the window's parent have it.
+    virtual DROPEFFECT OnDrag(const COleDataObject& data, DWORD keyState, POINT client,
+                              bool entered) = 0;
+    virtual void OnDragLeave() = 0;
+    virtual DROPEFFECT OnDrop(const COleDataObject& data, DROPEFFECT effect, POINT client) = 0;
+    // The toolkit window is going; the sink is not called again.
+    virtual void OnWindowGone() = 0;
+
+  protected:
+    ~IWindowSink() = default;
+};
+
+// One scroll bar as it is to be shown.
+struct ScrollBarLook {
+    bool visible = false;
+    bool enabled = true;
+    int minimum = 0;
+    int maximum = 0;  // last position
+    int page = 0;
+    int position = 0;
+};
+
+class IWindows {
+  public:
+    virtual ~IWindows() = default;
+
+    // Hidden; sends nothing. Null when the toolkit refuses.
+    virtual HWND Create(const WindowRequest& request, IWindowSink* sink) = 0;
+    // Of this module: the sink hears OnWindowGone, and so do those of the children. Safe inside any
+    // of the window's own messages.
+    virtual void Destroy(HWND window) = 0;
+    // Every message of the window goes to that sink from now on. Of this module.
+    virtual void SetSink(HWND window, IWindowSink* sink) = 0;
+    virtual bool Exists(HWND window) const = 0;
+
+    // Hands a message to a window of another module; 0 when that does not know the messages.
+    virtual LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) = 0;
+    // Any window: the message arrives from the message loop.
+    virtual void Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) = 0;
+
+    virtual HWND Parent(HWND window) const = 0;  // null for none
+    virtual std::vector<HWND> Children(HWND window) const = 0;
+    virtual HWND Child(HWND window, UINT id) const = 0;  // direct; null for none
+    virtual UINT Id(HWND window) const = 0;
+    virtual HWND TopLevel(HWND window) const = 0;  // window, or the nearest parent on the desktop
+
+    virtual void SetText(HWND window, const CString& text) = 0;
+    virtual CString Text(HWND window) const = 0;
+    virtual void SetFont(HWND window, const LOGFONT& font) = 0;
+    virtual void SetFrame(HWND window, const WindowFrame& frame) = 0;  // plain, of this module
+
+    virtual void Show(HWND window, bool show, bool activate) = 0;
+    virtual bool IsVisible(HWND window) const = 0;  // with all its parents
+    virtual bool IsShown(HWND window) const = 0;    // by itself
+    virtual void Enable(HWND window, bool enable) = 0;
+    virtual bool IsEnabled(HWND window) const = 0;  // and not blocked by a modal window
+    virtual void SetFocus(HWND window) = 0;         // null: takes it away
+    virtual HWND Focus() const = 0;
+    virtual void SetCapture(HWND window) = 0;
+    virtual void ReleaseCapture() = 0;
+    virtual HWND Capture() const = 0;
+    virtual void Raise(HWND window) = 0;
+
+    // WM_SIZE arrives before this returns when the client size changes.
+    virtual void Move(HWND window, const RECT& rect) = 0;
+    virtual RECT Bounds(HWND window) const = 0;  // as rect of Create
+    virtual RECT ScreenBounds(HWND window) const = 0;
+    virtual SIZE ClientSize(HWND window) const = 0;
+    virtual POINT ClientOrigin(HWND window) const = 0;  // on the screen
+
+    // The toolkit asks for the picture when it next paints, or at once.
+    virtual void Present(HWND window, const RECT& client, bool atOnce) = 0;
+    // bar: SB_HORZ or SB_VERT. Plain, of this module.
+    virtual void SetScrollBar(HWND window, int bar, const ScrollBarLook& look) = 0;
+    virtual int ScrollTrackPosition(HWND window, int bar) const = 0;
+    virtual void AcceptDrops(HWND window, bool accept) = 0;
+
+    // Blocks every other window and dispatches until EndModal.
+    virtual void RunModal(HWND window) = 0;
+    virtual void EndModal(HWND window) = 0;
+    // Dispatches what waits for the window and its children, without waiting; null: everything.
+    virtual void DispatchWaiting(HWND window) = 0;
+    virtual int Run() = 0;
+
+    virtual HWND MainWindow() const = 0;
+    virtual void SetMainWindow(HWND window) = 0;
+    virtual bool SavePicture(HWND window, const CString& pngPath) = 0;
+};
+
+// Controls of this module.
+class IControls {
+  public:
+    virtual ~IControls() = default;
+    virtual void SetCheck(HWND button, bool checked) = 0;
+    virtual bool Check(HWND button) const = 0;
+    virtual void SetDefault(HWND button, bool isDefault) = 0;
+    virtual void Click(HWND button) = 0;
+
+    virtual void SetTextLimit(HWND edit, int characters) = 0;  // 0: none
+    virtual void SetSelection(HWND edit, int start, int end) = 0;
+    virtual void Selection(HWND edit, int& start, int& end) const = 0;
+    virtual void SetReadOnly(HWND edit, bool readOnly) = 0;
+
+    // Items of list and combo boxes.
+    virtual int AddItem(HWND list, const CString& text) = 0;
+    virtual void RemoveItem(HWND list, int index) = 0;
+    virtual void ClearItems(HWND list) = 0;
+    virtual int ItemCount(HWND list) const = 0;
+    virtual CString ItemText(HWND list, int index) const = 0;
+    virtual int CurrentItem(HWND list) const = 0;
+    virtual void SetCurrentItem(HWND list, int index) = 0;
+    virtual bool ItemSelected(HWND list, int index) const = 0;
+    virtual void SelectItem(HWND list, int index, bool selected) = 0;
+    virtual bool ItemChecked(HWND list, int index) const = 0;
+    virtual void CheckItem(HWND list, int index, bool checked) = 0;
+
+    virtual void SetProgress(HWND bar, int lower, int upper, int position) = 0;
+};
+
+// One run of text as a mask of coverage, 0 to 255 a pixel, row by row.
+struct TextMask {
+    POINT offset;  // of the mask from the top left corner of the text's cell
+    SIZE size;
+    SIZE extent;  // of the text's cell
+    std::vector<std::uint8_t> coverage;
+};
+
+class ITextEngine {
+  public:
+    virtual ~ITextEngine() = default;
+    virtual TEXTMETRIC Metrics(const LOGFONT& font) = 0;
+    virtual SIZE Extent(const LOGFONT& font, std::string_view utf8) = 0;
+    virtual TextMask Render(const LOGFONT& font, std::string_view utf8) = 0;
+};
+
+// Modal dialogs of the desktop.
+class IStandardDialogs {
+  public:
+    virtual ~IStandardDialogs() = default;
+    virtual int MessageBox(const MessageBoxRequest& request) = 0;
+    virtual CString File(const FileDialogRequest& request) = 0;  // empty: cancelled
+    virtual std::optional<COLORREF> Colour(COLORREF initial, HWND owner) = 0;
+    virtual UINT PopupMenu(const CMenu& menu, POINT screen) = 0;  // 0: nothing chosen
+    // Fills the menu with the window's menu bar; false when it has none.
+    virtual bool ReadMenuBar(HWND window, CMenu& menu) = 0;
+};
+
+class IDesktop {
+  public:
+    virtual ~IDesktop() = default;
+    virtual std::optional<COLORREF> SysColor(int index) const = 0;  // COLOR_
+    virtual SIZE ScreenSize() const = 0;
+    virtual RECT WorkArea(POINT screen) const = 0;
+    virtual POINT CursorPosition() const = 0;
+    virtual void ShowCursor(HCURSOR cursor) = 0;
+    virtual bool IsKeyDown(UINT key) const = 0;
+    virtual void Beep(UINT kind) = 0;
+};
+
+class IBackend {
+  public:
+    virtual ~IBackend() = default;
+    virtual IWindows& Windows() = 0;
+    virtual IControls& Controls() = 0;
+    virtual ITextEngine& Text() = 0;
+    virtual IStandardDialogs& Dialogs() = 0;
+    virtual IDesktop& Desktop() = 0;
+};
+
+// Borrows the back-end for this module; null takes it away.
+void SetBackend(IBackend* backend);
+// Null while none is installed.
+IBackend* InstalledBackend();
+// The installed one; without one the program ends with a message, since only windows ask.
+IBackend& Backend();
+
+}  // namespace kvx

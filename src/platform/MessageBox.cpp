@@ -1,0 +1,20 @@
+#include "platform/MessageBox.h"
+
+#include "platform/Backend.h"
+#include "platform/SystemInfo.h"
+#include "platform/WinApp.h"
+
+int MessageBox(HWND owner, const CString& text, const CString& caption, UINT type) {
+    if (!owner) owner = AfxGetMainWnd() ? AfxGetMainWnd()->GetSafeHwnd() : nullptr;
+    const MessageBoxRequest request{owner, text, caption, type};
+    if (IDialogResponder* responder = GetDialogResponder())
+        if (const auto answer = responder->OnMessageBox(request)) return *answer;
+    MessageBeep(type & MB_ICONMASK);
+    return kvx::Backend().Dialogs().MessageBox(request);
+}
+
+int AfxMessageBox(const CString& text, UINT type) {
+    if (!(type & MB_ICONMASK)) type |= MB_ICONEXCLAMATION;
+    const CWnd* const main = AfxGetMainWnd();
+    return MessageBox(nullptr, text, main ? main->GetWindowText() : CString(), type);
+}

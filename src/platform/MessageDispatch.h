@@ -1,0 +1,51 @@
+#pragma once
+// What surrounds a window's handlers: the message at work, and the end of every exception.
+
+#include <exception>
+
+#include "platform/Types.h"
+
+class CWnd;
+
+namespace kvx {
+
+// The message that is being handled, innermost first.
+struct CurrentMessage {
+    const CWnd* window = nullptr;
+    UINT message = 0;
+    WPARAM wParam = 0;
+    LPARAM lParam = 0;
+    const CurrentMessage* outer = nullptr;
+};
+// Null outside of handlers.
+const CurrentMessage* InnermostMessage();
+
+// Makes the message the innermost one for a scope.
+class MessageScope {
+  public:
+    MessageScope(const CWnd& window, UINT message, WPARAM wParam, LPARAM lParam);
+    ~MessageScope();
+    MessageScope(const MessageScope&) = delete;
+    MessageScope& operator=(const MessageScope&) = delete;
+
+  private:
+    CurrentMessage current_;
+};
+
+// Tells the developer about an exception that reached the platform.
+void ReportException(const char* what);
+
+// The call's result; that of its type's default when it throws.
+template <class Call>
+auto Guarded(Call call) -> decltype(call()) {
+    try {
+        return call();
+    } catch (const std::exception& error) {
+        ReportException(error.what());
+    } catch (...) {
+        ReportException("unknown exception");
+    }
+    return {};
+}
+
+}  // namespace kvx
