@@ -28,8 +28,8 @@ class KVX_EXPORT WINRECT {
     WINRECT* Prev() const { return prev_; }
     // The group entry that opens this entry's level. Must not be called on the root.
     WINRECT* Parent();
-    // The first child of a group, else null.
-    WINRECT* Children() { return IsGroup() ? this + 1 : nullptr; }
+    // The first child of a group; null for other entries and for an empty group.
+    WINRECT* Children() { return IsGroup() && !this[1].IsEndGroup() ? this + 1 : nullptr; }
 
     std::uint16_t GetFlags() const { return flags_; }
     std::uint16_t SetFlags(std::uint16_t flags) { return flags_ = flags; }

@@ -38,7 +38,7 @@ constexpr std::optional<std::size_t> DirectIndex(std::size_t index) {
 template <std::size_t Index>
 std::intptr_t KVX_CALL Dispatch(std::uintptr_t a, std::uintptr_t b, std::uintptr_t c,
                                 std::uintptr_t d, std::uintptr_t e, std::uintptr_t f) {
-    const auto found = Records().find(GetModuleHost());
+    const auto found = Records().find(ModuleHost());
     if (found == Records().end()) return 0;
     DebuggerRecord& record = found->second;
     record.direct = false;
@@ -86,7 +86,7 @@ void ResolveDebuggerFunctions(IQHost* host, const std::function<void(const char*
         void* library = LibraryOf(host);
         if (!library) continue;
         found[i] = reinterpret_cast<DebuggerFunction>(
-            FindModuleSymbol(library, kDirectFunctionNames[i]));
+            GetProcAddress(static_cast<HMODULE>(library), kDirectFunctionNames[i]));
         if (!found[i]) return missing(kDirectFunctionNames[i]);
     }
     record.entries = found;

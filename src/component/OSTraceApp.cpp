@@ -1,0 +1,24 @@
+#include "component/OSTraceApp.h"
+
+#include "platform/qt/QtBackend.h"
+
+CKvxOSTraceApp& GetOSTraceApp() {
+    static CKvxOSTraceApp app;
+    return app;
+}
+
+// The first instance brings the toolkit in, the last one takes it out: a module without instances
+// keeps nothing there and may be unloaded.
+void CKvxOSTraceApp::AddInstance(std::uintptr_t key) {
+    kvx::InstallQtBackend();
+    instances_[key] = std::make_unique<CKvxOSTraceDataCtrl>();
+}
+
+CKvxOSTraceDataCtrl* CKvxOSTraceApp::FindInstance(std::uintptr_t key) const {
+    const auto found = instances_.find(key);
+    return found == instances_.end() ? nullptr : found->second.get();
+}
+
+void CKvxOSTraceApp::RemoveInstance(std::uintptr_t key) {
+    if (instances_.erase(key) != 0 && instances_.empty()) kvx::RemoveQtBackend();
+}

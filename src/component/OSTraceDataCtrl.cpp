@@ -1,0 +1,108 @@
+#include "component/OSTraceDataCtrl.h"
+
+#include "framework/UpdateHints.h"
+#include "host/Guarded.h"
+#include "platform/MessageBox.h"
+#include "platform/Module.h"
+#include "platform/WinApp.h"
+#include "sink/CommandSink.h"
+#include "toolbar/DockingManager.h"
+#include "utils/Path.h"
+
+using kvx::host::Guarded;
+
+namespace {
+
+constexpr char kResourceLibrary[] = "KvxOSTraceExtRes.dll";
+constexpr std::size_t kLongestFileName = 260;
+
+struct EventHint {
+    GUID event;
+    LPARAM hint;
+};
+constexpr EventHint kEventHints[] = {
+    {kvx::host::kEventTargetConnected, kHintTargetConnected},
+    {kvx::host::kEventTargetDisconnected, kHintTargetDisconnected},
+    {kvx::host::kEventTraceReady, kHintTraceReady},
+    {kvx::host::kEventTraceCleared, kHintTraceCleared},
+    {kvx::host::kEventDisplayChanged, kHintDisplayChanged},
+};
+
+}  // namespace
+
+CKvxOSTraceDataCtrl::~CKvxOSTraceDataCtrl() { DestroyCommandSink(); }
+
+HRESULT CKvxOSTraceDataCtrl::QueryInterface(const GUID& id, void** out) {
+    if (id == kvx::host::kSteppingClient) {
+        *out = static_cast<IQSteppingClient*>(this);
+        return S_OK;
+    }
+    return CKvxDebugDataCtrl::QueryInterface(id, out);
+}
+
+HRESULT CKvxOSTraceDataCtrl::Notify(const EventRecord* record) {
+    return Guarded([&] {
+        for (const EventHint& each : kEventHints) {
+            if (traceSink_ && each.event == record->id) {
+                traceSink_->UpdateWindows(each.hint, record->datum);
+            }
+        }
+        return CKvxDebugDataCtrl::Notify(record);
+    });
+}
+
+HRESULT CKvxOSTraceDataCtrl::Initialize(IQHost* host, std::int16_t flag) {
+    return Guarded([&] {
+        if (flag != 0) {
+            steppingHost_ = host;
+            if (!LoadResources()) return E_FAIL;
+            if (host) {
+                host->Advise(kvx::host::kSteppingClient, static_cast<IQSteppingClient*>(this));
+            }
+        }
+        return CKvxDebugDataCtrl::Initialize(host, flag);
+    });
+}
+
+bool CKvxOSTraceDataCtrl::LoadResources() {
+    const CString file = GetModuleFileName(AfxGetResourceHandle());
+    if (file.empty() || file.size() > kLongestFileName) {
+        MessageBox(nullptr,
+                   "Cannot obtain module. File name missing.\nPlease read User Guide to "
+                   "create/install a new version.",
+                   "", MB_OK | MB_ICONERROR);
+        AfxMessageBox("Application will now exit.");
+        return false;
+    }
+    CString message;
+    const CString path = kvx::JoinPath(kvx::DirectoryOf(file), kResourceLibrary);
+    resources_ = CDllResource::Load(path, message);
+    if (!resources_) AfxMessageBox(message);
+    return resources_ != nullptr;
+}
+
+HRESULT CKvxOSTraceDataCtrl::Terminate(std::int16_t flag) {
+    return Guarded([&] {
+        if (flag == 0) return CKvxDebugDataCtrl::Terminate(flag);
+        if (steppingHost_) {
+            steppingHost_->Unadvise(kvx::host::kSteppingClient,
+                                    static_cast<IQSteppingClient*>(this));
+            steppingHost_ = nullptr;
+        }
+        resources_.reset();
+        return CKvxDebugDataCtrl::Terminate(flag);
+    });
+}
+
+bool CKvxOSTraceDataCtrl::CreateCommandSink() {
+    if (!docking_) docking_ = std::make_unique<CDockingManager>(host_);
+    auto sink = std::make_unique<CKvxOSTraceDataCommandSink>(host_, docking_.get());
+    traceSink_ = sink.get();
+    sink_ = std::move(sink);
+    return traceSink_->Create(WS_CHILD, RECT{}, AfxGetMainWnd(), 1);
+}
+
+void CKvxOSTraceDataCtrl::DestroyCommandSink() {
+    CKvxDebugDataCtrl::DestroyCommandSink();
+    traceSink_ = nullptr;
+}

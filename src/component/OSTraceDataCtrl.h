@@ -1,0 +1,33 @@
+#pragma once
+// The component object: what CreateInstance makes and the host connects.
+
+#include "component/SteppingClient.h"
+#include "framework/DataCtrl.h"
+#include "utils/DllResource.h"
+
+class CKvxOSTraceDataCommandSink;
+
+class CKvxOSTraceDataCtrl : public CKvxDebugDataCtrl, public CSteppingClient {
+  public:
+    ~CKvxOSTraceDataCtrl() override;
+
+    HRESULT KVX_CALL QueryInterface(const GUID& id, void** out) override;
+    // Hands events to the windows as update hints, then to the framework.
+    HRESULT KVX_CALL Notify(const EventRecord* record) override;
+    // Loads the resource library, advises the stepping client and makes the command sink. E_FAIL
+    // after a message when the library cannot be used.
+    HRESULT KVX_CALL Initialize(IQHost* host, std::int16_t flag) override;
+    HRESULT KVX_CALL Terminate(std::int16_t flag) override;
+
+  protected:
+    bool CreateCommandSink() override;
+    void DestroyCommandSink() override;
+
+  private:
+    bool LoadResources();
+
+    std::unique_ptr<CDllResource> resources_;
+    std::unique_ptr<IDockingManager> docking_;  // from the first connection on
+    IQHost* steppingHost_ = nullptr;            // where the stepping client is advised
+    CKvxOSTraceDataCommandSink* traceSink_ = nullptr;
+};

@@ -1,0 +1,68 @@
+#include "framework/FrameStatusBar.h"
+
+#include "platform/ClientDC.h"
+#include "platform/SystemInfo.h"
+
+namespace {
+
+constexpr int kTextMargin = 6;  // pixels added to the width of a pane's text
+
+}  // namespace
+
+const MessageMap& CFrameStatusBar::GetMessageMap() const {
+    static constexpr MessageMapEntry kEntries[] = {ON_WM_CREATE<&CFrameStatusBar::OnCreate>()};
+    static const MessageMap kMap{&CStatusBarCtrl::GetMessageMap(), kEntries};
+    return kMap;
+}
+
+bool CFrameStatusBar::Create(CWnd* parent, UINT id, bool sizeGrip) {
+    const DWORD style = WS_CHILD | WS_VISIBLE | (sizeGrip ? SBARS_SIZEGRIP : 0);
+    if (!CStatusBarCtrl::Create(style, RECT{}, parent, id)) return false;
+    ModifyStyleEx(0, WS_EX_CLIENTEDGE);
+    SetBkColor(CLR_DEFAULT);
+    constexpr int kToRightEnd = -1;
+    SetParts(1, &kToRightEnd);
+    SetText("", 0, SBT_NOBORDERS);
+    return true;
+}
+
+int CFrameStatusBar::OnCreate(const CREATESTRUCT* create) {
+    if (CStatusBarCtrl::OnCreate(create) == -1) return -1;
+    CClientDC dc(this);
+    CFont* const previous = dc.SelectObject(GetFont());
+    TEXTMETRIC metrics;
+    dc.GetTextMetrics(&metrics);
+    dc.SelectObject(previous);
+    charWidth_ = metrics.tmAveCharWidth;
+    lineHeight_ = metrics.tmHeight + metrics.tmExternalLeading;
+    return 0;
+}
+
+// The bar has no size of its own before it is laid out first: its line and the borders of a pane
+// decide then as they do later.
+SIZE CFrameStatusBar::GetToFitSize() {
+    int horizontal = 0;
+    int vertical = 0;
+    int spacing = 0;
+    GetBorders(horizontal, vertical, spacing);
+    const int line = lineHeight_ + 2 * vertical;
+    return {0, line + 2 * GetSystemMetrics(SM_CYEDGE)};
+}
+
+void CFrameStatusBar::SetPanes(const std::vector<CString>& texts) {
+    int horizontal = 0;
+    int vertical = 0;
+    int spacing = 0;
+    GetBorders(horizontal, vertical, spacing);
+    CClientDC dc(this);
+    CFont* const previous = dc.SelectObject(GetFont());
+    std::vector<int> edges;
+    int x = horizontal;
+    for (const CString& text : texts) {
+        edges.push_back(x + dc.GetTextExtent(text).cx + kTextMargin);
+        x = edges.back() + spacing;
+    }
+    dc.SelectObject(previous);
+    SetParts(static_cast<int>(edges.size()), edges.data());
+    for (std::size_t i = 0; i < texts.size(); ++i) SetText(texts[i], static_cast<int>(i));
+}

@@ -1,0 +1,32 @@
+#pragma once
+// Paints raised, button-like cells with a text in them, in the system colours of the moment when the
+// painter was made.
+
+#include <string_view>
+
+#include "platform/Brush.h"
+#include "platform/DC.h"
+
+enum class CellAlign { Left = 0, Centre = 1, Right = 2 };
+
+class CHeaderCellPainter {
+  public:
+    CHeaderCellPainter();
+    virtual ~CHeaderCellPainter() = default;
+
+    // The text is clipped to the cell. A selected cell has the selection's face and plain text;
+    // the others an engraved text.
+    void Draw(CDC& dc, const RECT& cell, std::string_view text, bool selected, CellAlign align);
+
+  private:
+    void DrawEdges(CDC& dc, const RECT& cell);
+    void DrawText(CDC& dc, const RECT& cell, std::string_view text, bool selected,
+                  CellAlign align);
+
+    int borderWidth_;
+    int borderHeight_;
+    CBrush face_;
+    CBrush shadow_;
+    CBrush highlight_;
+    CBrush selection_;
+};

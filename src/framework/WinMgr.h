@@ -1,0 +1,81 @@
+#pragma once
+// Lays out the child windows of a window from a static table of WINRECT entries.
+//
+// The space of a group is handed out in two passes, minimum sizes first and desired sizes then, the
+// rest entry last; then the entries are placed one after another and the windows are moved in one
+// deferred batch. Sizes come from the entries and, through the registered message "WM_WINMGR", from
+// the windows themselves.
+
+#include <cstdint>
+
+#include "framework/WinRect.h"
+#include "platform/Object.h"
+#include "platform/Types.h"
+#include "platform/Wnd.h"
+
+// Sizes of one entry in pixels.
+struct SIZEINFO {
+    SIZE available;
+    SIZE desired;
+    SIZE minimum;
+    SIZE maximum;
+};
+
+// Codes of WINMGRNOTIFY.
+inline constexpr UINT kWinMgrGetSizeInfo = 1;
+inline constexpr UINT kWinMgrSizeBarMoved = 2;
+
+// Record of the registered message: wParam is the entry's id, lParam points to this. A nonzero
+// result means that the receiver handled the request and filled in the record.
+struct WINMGRNOTIFY {
+    HWND hwndFrom = nullptr;
+    UINT id = 0;
+    UINT code = 0;
+    SIZEINFO sizeInfo;  // code 1: in and out
+    POINT moved;        // code 2: how far a sizer bar moved
+};
+
+inline constexpr UINT kWinMgrMessage = RegisterWindowMessage("WM_WINMGR");
+
+class KVX_EXPORT CWinMgr : public CObject {
+  public:
+    // Links the table, which stays the caller's and must outlive the manager.
+    explicit CWinMgr(WINRECT* table);
+    ~CWinMgr() override = default;
+
+    virtual void GetWindowPositions(CWnd* parent);
+    virtual void SetWindowPositions(CWnd* parent);
+    virtual void OnGetSizeInfo(SIZEINFO& info, WINRECT* entry, CWnd* window);
+    virtual void CalcGroup(WINRECT* group, CWnd* window);
+    virtual void AdjustSize(WINRECT* entry, bool row, int& remaining, CWnd* window);
+    virtual void PositionRects(WINRECT* group, const RECT& rect, bool row);
+
+    // Compute rectangles; SetWindowPositions moves the windows after.
+    void CalcLayout(CWnd* window);
+    void CalcLayout(int width, int height, CWnd* window);
+    void CalcLayout(const CRect& rect, CWnd* window);
+
+    void InitToFitSizeFromCurrent(CWnd* parent);
+    void GetMinMaxInfo(CWnd* window, SIZEINFO& info);
+    void GetMinMaxInfo(CWnd* window, MINMAXINFO* info);
+    // Moves the border between an entry's neighbours; both must exist.
+    void MoveRect(WINRECT* entry, CPoint delta, CWnd* window);
+    void MoveRect(UINT id, CPoint delta, CWnd* window);
+
+    // First entry of that id, or null.
+    WINRECT* FindRect(UINT id) const;
+    // The id must be in the table.
+    CRect GetRect(UINT id) const;
+    void SetRect(UINT id, const CRect& rect);
+    void TRACEDump() const {}
+
+  protected:
+    int CountWindows() const;
+    bool SendGetSizeInfo(SIZEINFO& info, CWnd* window, UINT id);
+
+  private:
+    void AddGroupSizes(SIZEINFO& info, WINRECT* group, CWnd* window);
+    void AskWindow(SIZEINFO& info, WINRECT* entry, CWnd* window);
+
+    WINRECT* table_;
+};

@@ -1,0 +1,274 @@
+#include "sink/CommandSink.h"
+
+#include <algorithm>
+
+#include "framework/NamedColors.h"
+#include "framework/UpdateHints.h"
+#include "host/CommandIds.h"
+#include "host/Guarded.h"
+#include "platform/Resources.h"
+#include "sink/OSTraceInstanceCtrl.h"
+#include "traceview/TraceView.h"
+
+namespace ids = kvx::ids;
+using kvx::Bstr;
+using kvx::host::Guarded;
+using kvx::host::Service;
+
+namespace {
+
+constexpr char kTraceBaseName[] = "{WK_00000001_OSTRACE}";
+constexpr char kAnalyzeBaseName[] = "{WK_00000001_OSANALYZE}";
+constexpr char kHostToolbar[] = "{WK_TB00000023_RTOS}";
+
+constexpr char kFontName[] = "KVX_OSTRACE_FONT_NAME";
+constexpr char kFontSize[] = "KVX_OSTRACE_FONT_SIZE";
+constexpr char kBackground[] = "KVX_OSTRACE_BKCOLOUR";
+constexpr char kForeground[] = "KVX_OSTRACE_FGCOLOUR";
+
+// A service whose flag -1 forbids opening; one that is not there forbids nothing.
+bool IsOpenBlocked(IQHost* host, const GUID& id) {
+    auto* const service = Service<IQOpenBlocker>(host, id);
+    std::int16_t flag = 0;
+    return service && Succeeded(service->IsOpenBlocked(&flag)) && flag == -1;
+}
+
+}  // namespace
+
+CKvxOSTraceDataCommandSink::CKvxOSTraceDataCommandSink(IQHost* host, IDockingManager* docking)
+    : CUiDebugCommandSink(host, docking),
+      traceKind_{kTraceBaseName, ids::kStringOSTrace, {}, {}},
+      analyzeKind_{kAnalyzeBaseName, ids::kStringOSAnalyze, {}, {}} {
+    auto* const workspace = static_cast<IQWorkSpaceClient2*>(this);
+    host->Advise(kvx::host::kWorkSpaceClient, workspace);
+    host->Advise(kvx::host::kWorkSpaceClient2, workspace);
+    properties_ = Service<IQPropertyStore>(host, kvx::host::kPropertyStore);
+    host->Advise(kvx::host::kFormatViewClient, Client());
+    host->AddService(kvx::host::kOSTraceWindow, static_cast<IQEOSTraceWindow*>(this));
+    host->AddService(kvx::host::kOSTraceRange, static_cast<kvx::host::IQOSTraceRange*>(this));
+    ReadProperties();
+}
+
+CKvxOSTraceDataCommandSink::~CKvxOSTraceDataCommandSink() {
+    IQHost* const host = Host();
+    auto* const workspace = static_cast<IQWorkSpaceClient2*>(this);
+    host->Unadvise(kvx::host::kWorkSpaceClient, workspace);
+    host->Unadvise(kvx::host::kWorkSpaceClient2, workspace);
+    host->Unadvise(kvx::host::kFormatViewClient, Client());
+    host->RemoveService(kvx::host::kOSTraceWindow, static_cast<IQEOSTraceWindow*>(this));
+    host->RemoveService(kvx::host::kOSTraceRange, static_cast<kvx::host::IQOSTraceRange*>(this));
+}
+
+void CKvxOSTraceDataCommandSink::ReadProperties() {
+    face_ = kDefaultFace;
+    points_ = kDefaultPoints;
+    if (properties_) {
+        Bstr face;
+        std::int32_t points = points_;
+        properties_->GetNumber(Bstr(kFontSize).Get(), &points);
+        const bool read = Succeeded(properties_->GetText(Bstr(kFontName).Get(), face.Receive()));
+        if (read && !face.Utf8().empty()) {
+            face_ = face.Utf8();
+            points_ = points;
+        }
+        properties_->GetNumber(Bstr(kBackground).Get(), &text_.background);
+        properties_->GetNumber(Bstr(kForeground).Get(), &text_.foreground);
+    }
+    formatFont_.CreatePointFont(points_ * 10, face_);
+}
+
+const MessageMap& CKvxOSTraceDataCommandSink::GetMessageMap() const {
+    using Self = CKvxOSTraceDataCommandSink;
+    static constexpr MessageMapEntry kEntries[] = {
+        ON_WM_CREATE<&Self::OnCreate>(),
+        ON_MESSAGE<kMessageCloseInstance, &Self::OnCloseInstance>(),
+        ON_COMMAND<ids::kOpenOSTrace, &Self::OnOpenOSTrace>(),
+        ON_UPDATE_COMMAND_UI<ids::kOpenOSTrace, &Self::OnUpdateOpenOSTrace>(),
+    };
+    static const MessageMap kMap{&CUiDebugCommandSink::GetMessageMap(), kEntries};
+    return kMap;
+}
+
+int CKvxOSTraceDataCommandSink::OnCreate(const CREATESTRUCT* create) {
+    if (CUiDebugCommandSink::OnCreate(create) == -1) return -1;
+    IDockingManager* const docking = Docking();
+    if (!docking) return 0;
+    const std::uint32_t identifier = docking->AllocateIdentifier();
+    docking->AttachMenu(nullptr, ids::kMenuHostOSTrace, identifier, kvx::host::kComponent);
+    docking->AttachMenu(nullptr, ids::kMenuHostOSAnalyze, identifier, kvx::host::kComponent);
+    docking->BindWindow(identifier, this);
+    docking->BindModule(identifier, AfxGetResourceHandle());
+    const CString title = LoadString(ids::kStringRtos);
+    docking->AddHostToolbar(kHostToolbar, title, ids::kToolbarHostOSTrace, identifier);
+    docking->AddHostToolbar(kHostToolbar, title, ids::kToolbarHostOSAnalyze, identifier);
+    return 0;
+}
+
+LRESULT CKvxOSTraceDataCommandSink::OnCloseInstance(WPARAM window, LPARAM argument) {
+    return CloseInstance(reinterpret_cast<HWND>(window), argument);
+}
+
+HWND CKvxOSTraceDataCommandSink::FindDocking(const WindowKind& kind, const CString& name) const {
+    return Docking()->FindDockingWindow(name, LoadString(kind.titleString), kDockFindFlags,
+                                        kDockBottom);
+}
+
+// Shows the window of the kind that exists, or makes one.
+void CKvxOSTraceDataCommandSink::Open(WindowKind& kind) {
+    if (!Docking()) return;
+    for (const CString& name : kind.names) {
+        if (const HWND existing = FindDocking(kind, name)) {
+            return Docking()->SetWindowState(existing, kDockShow);
+        }
+    }
+    CString given;
+    const HWND docking = Docking()->CreateDockingWindow(
+        kind.baseName, LoadString(kind.titleString), kDockCreateFlags, kDockBottom, &given);
+    if (!docking) return;
+    Docking()->SetWindowState(docking, kDockShow);
+    AddControl(kind, docking, given);
+}
+
+std::unique_ptr<CKvxDebugInstanceDataCtrl> CKvxOSTraceDataCommandSink::NewControl(
+    const WindowKind&) {
+    return std::make_unique<CKvxOSTraceInstanceCtrl>(Host(), Docking(), data_);
+}
+
+void CKvxOSTraceDataCommandSink::AddControl(WindowKind& kind, HWND docking, const CString& name) {
+    std::unique_ptr<CKvxDebugInstanceDataCtrl> owned = NewControl(kind);
+    CKvxDebugInstanceDataCtrl* const control = owned.get();
+    control->SetOwner(this);
+    if (!control->Create(WS_CHILD | WS_VISIBLE, RECT{}, docking, 1)) {
+        return Docking()->SetWindowState(docking, kDockHide);
+    }
+    control->SetFont(face_, points_);
+    control->SetColours(currentItem_, text_.foreground, text_.background);
+    AddInstance(std::move(owned));
+    kind.controls.push_back(control);
+    kind.names.push_back(name);
+    nameOfControl_[control] = name;
+}
+
+void CKvxOSTraceDataCommandSink::OnOpenOSTrace() { Open(traceKind_); }
+
+bool CKvxOSTraceDataCommandSink::MayOpen(
+    const WindowKind& kind, const std::vector<CKvxInstanceDataCtrl*>& candidates) const {
+    if (IsRunning()) return false;
+    if (kind.controls.empty()) return true;
+    return Docking() && std::ranges::any_of(candidates, [&](const CKvxInstanceDataCtrl* control) {
+               const auto name = nameOfControl_.find(control);
+               return name != nameOfControl_.end() && FindDocking(kind, name->second);
+           });
+}
+
+void CKvxOSTraceDataCommandSink::OnUpdateOpenOSTrace(CCmdUI& ui) {
+    std::vector<CKvxInstanceDataCtrl*> all;
+    for (const auto& instance : Instances()) all.push_back(instance.get());
+    ui.Enable(MayOpen(traceKind_, all) && !IsOpenBlocked(Host(), kvx::host::kOpenBlockerA) &&
+              !IsOpenBlocked(Host(), kvx::host::kOpenBlockerB));
+}
+
+template <class Action>
+void CKvxOSTraceDataCommandSink::ForEachWindow(Action action) {
+    for (CKvxDebugInstanceDataCtrl* control : traceKind_.controls) action(*control);
+    for (CKvxDebugInstanceDataCtrl* control : analyzeKind_.controls) action(*control);
+}
+
+void CKvxOSTraceDataCommandSink::UpdateWindows(LPARAM hint, std::uintptr_t sender) {
+    ForEachWindow([&](CKvxDebugInstanceDataCtrl& control) {
+        const bool sentIt = hint == kHintDisplayChanged && control.IsSender(sender);
+        if (!sentIt) control.UpdateView(hint);
+    });
+}
+
+void CKvxOSTraceDataCommandSink::CloseAllInstances() {
+    traceKind_.controls.clear();
+    analyzeKind_.controls.clear();
+    nameOfControl_.clear();
+    CUiDebugCommandSink::CloseAllInstances();
+}
+
+int CKvxOSTraceDataCommandSink::CloseInstance(HWND window, LPARAM argument) {
+    CKvxInstanceDataCtrl* const instance = FindInstance(window);
+    if (!instance) return 0;
+    if (IsRunning()) {
+        if (Docking()) {
+            Docking()->SetWindowState(instance->GetParent()->GetSafeHwnd(), kDockShow);
+        }
+        return 0;
+    }
+    std::erase(traceKind_.controls, instance);
+    std::erase(analyzeKind_.controls, instance);
+    nameOfControl_.erase(instance);
+    return CUiDebugCommandSink::CloseInstance(window, argument);
+}
+
+int CKvxOSTraceDataCommandSink::HideInstance(HWND window) {
+    return IsRunning() ? 0 : CUiDebugCommandSink::HideInstance(window);
+}
+
+HRESULT CKvxOSTraceDataCommandSink::QueryInterface(const GUID& id, void** out) {
+    *out = nullptr;
+    if (id == IID_IUnknown || id == kvx::host::kWorkSpaceClient ||
+        id == kvx::host::kWorkSpaceClient2) {
+        *out = static_cast<IQWorkSpaceClient2*>(this);
+    }
+    if (id == kvx::host::kCommandSink) *out = this;
+    return *out ? S_OK : E_NOINTERFACE;
+}
+
+HRESULT CKvxOSTraceDataCommandSink::IsOpen(std::uint16_t* flag) {
+    *flag = traceKind_.controls.empty() ? 0 : 0xFFFF;
+    return S_OK;
+}
+
+HRESULT CKvxOSTraceDataCommandSink::SetDisplayRange(double start, double end) {
+    return Guarded([&] {
+        if (traceKind_.controls.empty()) return E_FAIL;
+        auto* const control = static_cast<CKvxOSTraceInstanceCtrl*>(traceKind_.controls.front());
+        COSTraceView* const view = control->Frame().TraceView();
+        return view ? view->SetDisplayRange(start, end) : E_FAIL;
+    });
+}
+
+HRESULT CKvxOSTraceDataCommandSink::GetName(BSTR* name) {
+    return Guarded([&] {
+        *name = kvx::ToBstr(LoadString(ids::kStringFormatName));
+        return S_OK;
+    });
+}
+
+HRESULT CKvxOSTraceDataCommandSink::GetFont(BSTR* face, std::int32_t* points) {
+    return Guarded([&] {
+        *face = kvx::ToBstr(face_);
+        *points = points_;
+        return S_OK;
+    });
+}
+
+HRESULT CKvxOSTraceDataCommandSink::SetFont(BSTR face, std::int32_t points) {
+    return Guarded([&] {
+        face_ = kvx::ToUtf8(face);
+        points_ = points;
+        ForEachWindow([&](CKvxDebugInstanceDataCtrl& control) { control.SetFont(face_, points_); });
+        formatFont_.CreatePointFont(points_ * 10, face_);
+        if (!properties_) return S_OK;
+        properties_->SetText(Bstr(kFontName).Get(), face);
+        properties_->SetNumber(Bstr(kFontSize).Get(), points_);
+        return S_OK;
+    });
+}
+
+HRESULT CKvxOSTraceDataCommandSink::SetColours(BSTR item, std::int32_t foreground,
+                                               std::int32_t background) {
+    return Guarded([&] {
+        CUiDebugCommandSink::SetColours(item, foreground, background);
+        ForEachWindow([&](CKvxDebugInstanceDataCtrl& control) {
+            control.SetColours(currentItem_, foreground, background);
+        });
+        if (!properties_) return S_OK;
+        properties_->SetNumber(Bstr(kBackground).Get(), text_.background);
+        properties_->SetNumber(Bstr(kForeground).Get(), text_.foreground);
+        return S_OK;
+    });
+}

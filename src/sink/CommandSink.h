@@ -1,0 +1,77 @@
+#pragma once
+// The command sink of a connected component: owns the shared trace data and the windows, adds menus
+// and the toolbar "RTOS" to the host, keeps font and colours, and takes part in workspaces.
+
+#include <map>
+
+#include "framework/CommandSink.h"
+#include "framework/WSClient.h"
+#include "host/OSTraceRange.h"
+#include "host/Services.h"
+#include "trace/TraceData.h"
+
+class CKvxOSTraceInstanceCtrl;
+
+class CUiDebugCommandSink : public CKvxFormatViewCtrl, public CDebugInterfaces {
+  public:
+    CUiDebugCommandSink(IQHost* host, IDockingManager* docking)
+        : CKvxFormatViewCtrl(host, docking), CDebugInterfaces(host) {}
+};
+
+class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
+                                   public CWSClient2,
+                                   public kvx::host::NoRefCount<IQEOSTraceWindow>,
+                                   public kvx::host::NoRefCount<kvx::host::IQOSTraceRange> {
+  public:
+    CKvxOSTraceDataCommandSink(IQHost* host, IDockingManager* docking);
+    ~CKvxOSTraceDataCommandSink() override;
+
+    // Hands an update hint to every window; a display-changed hint skips the view that sent it.
+    void UpdateWindows(LPARAM hint, std::uintptr_t sender);
+
+    void CloseAllInstances() override;
+    int CloseInstance(HWND window, LPARAM argument) override;
+    int HideInstance(HWND window) override;
+
+    HRESULT KVX_CALL QueryInterface(const GUID& id, void** out) override;
+    HRESULT KVX_CALL IsOpen(std::uint16_t* flag) override;
+    HRESULT KVX_CALL SetDisplayRange(double start, double end) override;
+    HRESULT KVX_CALL GetName(BSTR* name) override;
+    HRESULT KVX_CALL GetFont(BSTR* face, std::int32_t* points) override;
+    HRESULT KVX_CALL SetFont(BSTR face, std::int32_t points) override;
+    HRESULT KVX_CALL SetColours(BSTR item, std::int32_t foreground,
+                                std::int32_t background) override;
+
+  protected:
+    const MessageMap& GetMessageMap() const override;
+    int OnCreate(const CREATESTRUCT* create);
+    LRESULT OnCloseInstance(WPARAM window, LPARAM argument);
+    void OnOpenOSTrace();
+    void OnUpdateOpenOSTrace(CCmdUI& ui);
+
+  private:
+    // The windows of one kind.
+    struct WindowKind {
+        CString baseName;
+        UINT titleString = 0;
+        std::vector<CString> names;  // docking-window names, also of windows that are gone
+        std::vector<CKvxDebugInstanceDataCtrl*> controls;
+    };
+    void ReadProperties();
+    void Open(WindowKind& kind);
+    HWND FindDocking(const WindowKind& kind, const CString& name) const;
+    std::unique_ptr<CKvxDebugInstanceDataCtrl> NewControl(const WindowKind& kind);
+    void AddControl(WindowKind& kind, HWND docking, const CString& name);
+    bool MayOpen(const WindowKind& kind,
+                 const std::vector<CKvxInstanceDataCtrl*>& candidates) const;
+    template <class Action>
+    void ForEachWindow(Action action);
+
+    WindowKind traceKind_;
+    WindowKind analyzeKind_;
+    std::map<const CKvxInstanceDataCtrl*, CString> nameOfControl_;
+    COSTraceData data_;
+    IQPropertyStore* properties_ = nullptr;
+    CString face_;
+    int points_ = 0;
+};

@@ -1,0 +1,17 @@
+#pragma once
+// The five texts of the OS Trace window's status bar.
+
+#include <vector>
+
+#include "platform/Types.h"
+
+class COSTrace;
+class COSMarker;
+
+namespace kvx {
+
+// Marked range, indicator, scale, grid time, range condition.
+std::vector<CString> ComposeStatusTexts(COSTrace& engine, const COSMarker& markers, double scale,
+                                        double gridTime);
+
+}  // namespace kvx

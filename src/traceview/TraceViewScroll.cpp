@@ -1,0 +1,239 @@
+// Which stretch of the trace and which contexts are shown: layout, scrolling, the time scale.
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "host/DebuggerFunctions.h"
+#include "platform/Keys.h"
+#include "trace/TraceData.h"
+#include "traceview/TraceView.h"
+
+namespace {
+
+constexpr int kBarEnd = 65535;
+constexpr double kLineStepDivisor = 10.0;
+
+// Scrolling decodes, and decoding shows a dialog whose messages must not scroll again.
+bool g_scrolling = false;
+
+}  // namespace
+
+void COSTraceView::LayOutColumns() {
+    columns_.Layout(charWidth_);
+    SizeTo(clientWidth_, clientHeight_);
+}
+
+void COSTraceView::OnSize(UINT, int cx, int cy) {
+    Default();
+    if (kvx::host::IsDebuggerLoaded() && data_) SizeTo(cx, cy);
+}
+
+void COSTraceView::SizeTo(int cx, int cy) {
+    clientWidth_ = cx;
+    clientHeight_ = cy;
+    if (lineHeight_ == 0) return;
+    visibleLines_ = cy / lineHeight_ - 1;
+    if (IsOpen()) {
+        const int empty = visibleLines_ - (data_->contexts.GetCount() - firstLine_);
+        if (empty > 0) ScrollLines(std::min(empty, firstLine_));
+    }
+    columns_.SetChartRight(cx);
+    UpdateVerticalBar();
+}
+
+void COSTraceView::UpdateHorizontalBar() {
+    SCROLLINFO info;
+    info.fMask = SIF_RANGE | SIF_POS;
+    if (!IsOpen()) {
+        SetScrollInfo(SB_HORZ, info);
+        return ShowScrollBar(SB_HORZ, false);
+    }
+    info.nMax = kBarEnd;
+    const double position = (displayStart_ - traceStart_) * (kBarEnd + 1.0) / TraceSpan();
+    info.nPos = static_cast<int>(std::min(position, double{kBarEnd}));
+    SetScrollInfo(SB_HORZ, info);
+    ShowScrollBar(SB_HORZ, true);
+}
+
+void COSTraceView::UpdateVerticalBar() {
+    SCROLLINFO info;
+    info.fMask = SIF_RANGE | SIF_POS;
+    if (!IsOpen()) return SetScrollInfo(SB_VERT, info);
+    const int count = data_->contexts.GetCount();
+    const bool fits = visibleLines_ >= count;
+    info.nMax = fits ? 100 : count - visibleLines_;
+    info.nPos = firstLine_;
+    SetScrollInfo(SB_VERT, info);
+    ShowScrollBar(SB_VERT, true);
+    EnableScrollBar(SB_VERT, fits ? ESB_DISABLE_BOTH : ESB_ENABLE_BOTH);
+}
+
+void COSTraceView::ReloadAfterDecoding() {
+    data_->contexts.Load();
+    data_->markers.Rebuild(this, true);
+}
+
+bool COSTraceView::DecodeUpTo(double time) {
+    int advanced = 0;
+    const int completed = data_->engine.AnalyzeUpTo(this, time, &advanced);
+    if (advanced) ReloadAfterDecoding();
+    return completed == 1;
+}
+
+double COSTraceView::ScrollBy(double delta) {
+    const double previous = displayStart_;
+    const double start = std::max(std::min(displayStart_ + delta, traceEnd_), traceStart_);
+    const double end = start + TraceSpan() / scale_;
+    if (DecodeUpTo(end)) {
+        displayStart_ = start;
+        displayEnd_ = end;
+    } else {
+        Invalidate(true);
+    }
+    return displayStart_ - previous;
+}
+
+int COSTraceView::ScrollLines(int n) {
+    const int below = data_->contexts.GetCount() - firstLine_ - visibleLines_;
+    n = n < 0 ? std::max(n, -std::max(below, 0)) : std::min(n, firstLine_);
+    firstLine_ -= n;
+    return n;
+}
+
+HRESULT COSTraceView::SetDisplayRange(double start, double end) {
+    if (!IsOpen()) return E_FAIL;
+    if (!(start < end) || start < traceStart_ || end > traceEnd_) return E_INVALIDARG;
+    if (!DecodeUpTo(end)) return E_FAIL;
+    displayStart_ = start;
+    displayEnd_ = end;
+    scale_ = TraceSpan() / (end - start);
+    gridTime_ = (end - start) / 5.0;
+    PlaceMarkers();
+    UpdateHorizontalBar();
+    Invalidate(true);
+    return S_OK;
+}
+
+void COSTraceView::OnHScroll(UINT code, int position) {
+    if (g_scrolling || !IsOpen()) return;
+    g_scrolling = true;
+    ScrollHorizontally(code, position);
+    g_scrolling = false;
+    Default();
+}
+
+void COSTraceView::ScrollHorizontally(UINT code, int position) {
+    const double page = TraceSpan() / scale_;
+    double distance = 0.0;
+    switch (code) {
+        case SB_LINELEFT:
+            distance = -page / kLineStepDivisor;
+            break;
+        case SB_LINERIGHT:
+            distance = page / kLineStepDivisor;
+            break;
+        case SB_PAGELEFT:
+            distance = -page;
+            break;
+        case SB_PAGERIGHT:
+            distance = page;
+            break;
+        case SB_THUMBPOSITION:
+            distance = (position - GetScrollPos(SB_HORZ)) * TraceSpan() / kBarEnd;
+            break;
+        case SB_LEFT:
+            distance = -TraceSpan();
+            break;
+        case SB_RIGHT:
+            distance = TraceSpan();
+            break;
+        default:
+            break;
+    }
+    if (distance == 0.0 || ScrollBy(distance) == 0.0) return;
+    UpdateHorizontalBar();
+    UpdateVerticalBar();
+    Invalidate(true);
+}
+
+void COSTraceView::OnVScroll(UINT code, int position) {
+    if (!IsOpen()) return;
+    ScrollVertically(code, position);
+    Default();
+}
+
+void COSTraceView::ScrollVertically(UINT code, int position) {
+    const int page = lineHeight_ > 0 ? clientHeight_ / lineHeight_ : 0;
+    const int count = data_->contexts.GetCount();
+    int n = 0;
+    switch (code) {
+        case SB_LINEUP:
+            n = 1;
+            break;
+        case SB_LINEDOWN:
+            n = -1;
+            break;
+        case SB_PAGEUP:
+            n = page;
+            break;
+        case SB_PAGEDOWN:
+            n = -page;
+            break;
+        case SB_THUMBTRACK:
+            n = GetScrollPos(SB_VERT) - position;
+            break;
+        case SB_TOP:
+            n = count;
+            break;
+        case SB_BOTTOM:
+            n = -count;
+            break;
+        default:
+            break;
+    }
+    if (n == 0 || ScrollLines(n) == 0) return;
+    UpdateVerticalBar();
+    Invalidate(true);
+}
+
+void COSTraceView::OnKeyDown(UINT key, UINT, UINT) {
+    struct ScrollKey {
+        UINT key;
+        UINT message;
+        UINT code;
+    };
+    static constexpr ScrollKey kKeys[] = {
+        {VK_PRIOR, WM_VSCROLL, SB_PAGEUP},  {VK_NEXT, WM_VSCROLL, SB_PAGEDOWN},
+        {VK_END, WM_VSCROLL, SB_BOTTOM},    {VK_HOME, WM_VSCROLL, SB_TOP},
+        {VK_LEFT, WM_HSCROLL, SB_LINELEFT}, {VK_UP, WM_VSCROLL, SB_LINEUP},
+        {VK_RIGHT, WM_HSCROLL, SB_LINERIGHT}, {VK_DOWN, WM_VSCROLL, SB_LINEDOWN},
+    };
+    for (const ScrollKey& each : kKeys) {
+        if (each.key == key) SendMessage(each.message, MakeScroll(each.code, 0));
+    }
+    Default();
+}
+
+void COSTraceView::OnExpand() {
+    if (!Service() || !IsOpen()) return;
+    scale_ = std::min(scale_ * expandRate_, std::numeric_limits<double>::max());
+    displayEnd_ = displayStart_ + TraceSpan() / scale_;
+    UpdateHorizontalBar();
+    Invalidate(true);
+}
+
+void COSTraceView::OnReduce() {
+    if (!Service() || !IsOpen()) return;
+    const double scale = std::max(scale_ / reduceRate_, 1.0);
+    const double end = displayStart_ + TraceSpan() / scale;
+    if (DecodeUpTo(end)) {
+        scale_ = scale;
+        displayEnd_ = end;
+    }
+    UpdateHorizontalBar();
+    UpdateVerticalBar();
+    Invalidate(true);
+}
+
+void COSTraceView::OnUpdateReduce(CCmdUI& ui) { ui.Enable(IsOpen() && scale_ != 1.0); }
