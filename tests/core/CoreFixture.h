@@ -1,0 +1,32 @@
+#pragma once
+// The shared objects of a component over a scripted trace.
+
+#include "support/ScriptedHost.h"
+#include "support/ScriptedView.h"
+#include "trace/TraceData.h"
+
+namespace kvx::test {
+
+struct Core {
+    explicit Core(ScriptedTrace trace = {}, bool decode = true) : service(std::move(trace)) {
+        if (decode) service.DecodeAll();
+        data.contexts.Load();
+    }
+    void SetRange(std::uint32_t start, std::uint32_t end) {
+        data.markers.SetMarker(nullptr, kMarkerStart, start);
+        data.markers.SetMarker(nullptr, kMarkerEnd, end);
+        data.markers.Rebuild(nullptr, true);
+    }
+    CString TimeText(double t) const {
+        CString text;
+        data.engine.FormatTime(t, text);
+        return text;
+    }
+
+    ScriptedTraceService service;
+    ScriptedHost host{service};
+    COSTraceData data;
+    ScriptedView view;
+};
+
+}  // namespace kvx::test
