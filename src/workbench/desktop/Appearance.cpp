@@ -7,6 +7,8 @@
 #include <QStyle>
 #include <QStyleFactory>
 
+#include "workbench/desktop/OutlinedStyle.h"
+
 namespace kvx::desktop {
 namespace {
 
@@ -74,7 +76,10 @@ Appearance AppearanceOf(const QString& name) {
     return Appearance::System;
 }
 
-AppearanceSwitch::AppearanceSwitch() : systemPalette_(QApplication::palette()) {
+AppearanceSwitch::AppearanceSwitch(Appearance appearance)
+    : appearance_(appearance), systemPalette_(QApplication::palette()) {
+    QApplication::setStyle(new OutlinedStyle);
+    Apply();
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected()) return;
     bus.connect(kPortal, kPortalPath, kPortalSettings, "SettingChanged", this,

@@ -17,7 +17,7 @@ Appearance AppearanceOf(const QString& name);  // System for any other name
 class AppearanceSwitch final : public QObject {
     Q_OBJECT
   public:
-    AppearanceSwitch();
+    explicit AppearanceSwitch(Appearance appearance);
 
     void Set(Appearance appearance);
     Appearance Get() const { return appearance_; }
@@ -30,7 +30,7 @@ class AppearanceSwitch final : public QObject {
     bool SystemWantsDark() const;
     void Apply();
 
-    Appearance appearance_ = Appearance::System;
+    Appearance appearance_;
     QPalette systemPalette_;
 };
 

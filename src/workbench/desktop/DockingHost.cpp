@@ -93,8 +93,7 @@ HRESULT DockingHost::SetWindowState(HWND docking, std::int32_t state) {
     DockingWindow* window = windows_.Find(docking);
     if (!window) return E_INVALIDARG;
     return Guarded([&] {
-        window->SetState(state);
-        if (state == kDockShow) windows_.Activate(window);
+        windows_.SetState(*window, state);
         return S_OK;
     });
 }
@@ -287,7 +286,7 @@ void DockingHost::CommandDone() {
 }
 
 void DockingHost::RequestClose(DockingWindow& window) {
-    if (!window.target) return window.hide();
+    if (!window.target) return windows_.SetState(window, kDockHide);
     if (window.target->OnCloseRequest() == S_OK) windows_.Close(window);
     CommandDone();
 }

@@ -12,6 +12,8 @@ constexpr std::uint32_t kTopBar = 59419;
 constexpr std::uint32_t kLeftBar = 59420;
 constexpr std::uint32_t kRightBar = 59421;
 
+constexpr int kNewShare = 45;  // per cent of the height, for a window below others
+
 Qt::DockWidgetArea AreaOf(std::uint32_t side) {
     switch (side) {
         case kTopBar:
@@ -43,13 +45,28 @@ DockingWindows::~DockingWindows() {
 DockingWindow* DockingWindows::Make(const QString& baseName, const QString& title,
                                     std::uint32_t side) {
     auto* window = new DockingWindow(FreeName(baseName), title, &main_);
-    Place(*window, side);
+    if (!main_.restoreDockWidget(window)) {
+        Place(*window, side);
+        window->hide();
+        unsized_ = window;
+    }
     windows_.push_back(window);
-    window->hide();
-    main_.restoreDockWidget(window);
     connect(window, &QDockWidget::visibilityChanged, this, [this] { Changed(); });
     Changed();
     return window;
+}
+
+void DockingWindows::SetState(DockingWindow& window, std::int32_t state) {
+    window.SetState(state);
+    if (state == kDockShow) {
+        Activate(&window);
+        if (unsized_ == &window) {
+            // The layout takes the window in first.
+            QMetaObject::invokeMethod(
+                this, [this] { GiveHeight(); }, Qt::QueuedConnection);
+        }
+    }
+    Changed();
 }
 
 void DockingWindows::Close(DockingWindow& window) {
@@ -105,6 +122,20 @@ void DockingWindows::Place(DockingWindow& window, std::uint32_t side) {
     } else {
         main_.splitDockWidget(*neighbour, &window, Qt::Vertical);
     }
+}
+
+// Once, when a window shows whose height no stored layout gives.
+void DockingWindows::GiveHeight() {
+    DockingWindow* window = unsized_;
+    unsized_ = nullptr;
+    const auto above = std::ranges::find_if(windows_, [&](DockingWindow* other) {
+        return window && other != window && !other->isHidden() && !other->isFloating() &&
+               main_.dockWidgetArea(other) == main_.dockWidgetArea(window);
+    });
+    if (above == windows_.end()) return;
+    const int height = (*above)->height() + window->height();
+    const int share = height * kNewShare / 100;
+    main_.resizeDocks({*above, window}, {height - share, share}, Qt::Vertical);
 }
 
 void DockingWindows::FollowFocus(QWidget* focus) {

@@ -20,6 +20,8 @@ class DockingWindows final : public QObject {
     // A new window at a dock bar, under the base name or, when that is taken, one made from it.
     // Hidden until its state is set, unless the stored layout shows it.
     DockingWindow* Make(const QString& baseName, const QString& title, std::uint32_t side);
+    // Shows, hides or lets it dock; see DockingWindow::SetState.
+    void SetState(DockingWindow& window, std::int32_t state);
     // Destroys the window once it is safe to; it is not found any more.
     void Close(DockingWindow& window);
 
@@ -44,6 +46,7 @@ class DockingWindows final : public QObject {
   private:
     QString FreeName(const QString& baseName) const;
     void Place(DockingWindow& window, std::uint32_t side);
+    void GiveHeight();
     void FollowFocus(QWidget* focus);
     void Changed() const;
 
@@ -51,6 +54,7 @@ class DockingWindows final : public QObject {
     QAction* menusBefore_;
     std::vector<DockingWindow*> windows_;
     QPointer<DockingWindow> active_;
+    QPointer<DockingWindow> unsized_;
 };
 
 }  // namespace kvx::desktop

@@ -15,9 +15,7 @@ constexpr int kIconSide = 16;
 
 QString Row(Loss loss, std::uint64_t count) {
     const service::LossInfo& info = service::GetLossInfo(loss);
-    return QStringLiteral(
-               "<tr><td align='right'><b>%1</b></td><td>&nbsp;<b>%2</b><br>&nbsp;%3"
-               "</td></tr>")
+    return QStringLiteral("<tr><td align='right'><b>%1</b></td><td><b>%2</b><br>%3</td></tr>")
         .arg(QLocale().toString(static_cast<qulonglong>(count)),
              FromUtf8(info.name).toHtmlEscaped(), FromUtf8(info.help).toHtmlEscaped());
 }
@@ -30,7 +28,7 @@ QString Table(const service::LossCounters& losses, bool isLoss, const QString& t
         rows += Row(loss, losses.Get(loss));
     }
     if (rows.isEmpty()) return {};
-    return QStringLiteral("<p>%1</p><table cellpadding='3'>%2</table>").arg(title, rows);
+    return QStringLiteral("<p>%1</p><table cellpadding='5'>%2</table>").arg(title, rows);
 }
 
 std::uint64_t NoteCount(const service::LossCounters& losses) {
@@ -45,6 +43,7 @@ std::uint64_t NoteCount(const service::LossCounters& losses) {
 }  // namespace
 
 LossIndicator::LossIndicator() {
+    setObjectName("losses");
     setAutoRaise(true);
     setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     setIconSize({kIconSide, kIconSide});

@@ -4,6 +4,7 @@
 
 #include <QLabel>
 #include <QMainWindow>
+#include <QMenu>
 #include <functional>
 
 #include "workbench/desktop/Appearance.h"

@@ -4,6 +4,7 @@
 #include <QMessageBox>
 #include <QTimer>
 #include <algorithm>
+#include <iostream>
 
 #include "host/OSTraceRange.h"
 #include "workbench/desktop/QtText.h"
@@ -13,6 +14,12 @@ namespace kvx::desktop {
 namespace {
 
 constexpr int kPollMilliseconds = 50;
+
+// The offscreen platform says of every window what it cannot do.
+void HandleMessage(QtMsgType, const QMessageLogContext&, const QString& message) {
+    if (!message.startsWith("This plugin does not support"))
+        std::cerr << message.toStdString() << "\n";
+}
 
 // Answers message boxes that nobody sees, and keeps their texts.
 class UnseenBoxes {
@@ -96,11 +103,13 @@ void PrepareOffscreen() {
     // One pixel of the picture is one pixel of the window.
     qunsetenv("QT_SCALE_FACTOR");
     qunsetenv("QT_SCREEN_SCALE_FACTORS");
+    qInstallMessageHandler(HandleMessage);
 }
 
 Result<QImage> MakePicture(std::unique_ptr<service::Recording> recording,
                            const PictureRequest& request) {
     Settings settings;
+    settings.Set("Window/appearance", NameOf(Appearance::Light));
     const UnseenBoxes boxes;
     Workbench workbench(settings);
     if (const QString failure = workbench.Start(ModuleDirectory()); !failure.isEmpty()) {

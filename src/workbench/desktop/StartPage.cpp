@@ -21,7 +21,9 @@ QLabel* Line(const QString& text, double scale) {
 
 void Clear(QLayout& layout) {
     while (QLayoutItem* item = layout.takeAt(0)) {
-        if (item->widget()) item->widget()->deleteLater();
+        // A link may be in the middle of its own signal.
+        item->widget()->hide();
+        item->widget()->deleteLater();
         delete item;
     }
 }
@@ -56,13 +58,12 @@ void StartPage::SetRecent(const QStringList& paths) {
     recent_->setVisible(!paths.isEmpty());
     recent_->layout()->addWidget(Line("Recent traces", 1.0));
     for (const QString& path : paths.mid(0, kRecentShown)) {
-        auto* link = new QPushButton(QFileInfo(path).fileName());
-        link->setFlat(true);
+        auto* link =
+            new QLabel("<a href='open'>" + QFileInfo(path).fileName().toHtmlEscaped() + "</a>");
+        link->setAlignment(Qt::AlignHCenter);
         link->setToolTip(path);
-        link->setCursor(Qt::PointingHandCursor);
-        connect(link, &QPushButton::clicked, this, [this, path] { onOpenRecent(path); });
+        connect(link, &QLabel::linkActivated, this, [this, path] { onOpenRecent(path); });
         recent_->layout()->addWidget(link);
-        recent_->layout()->setAlignment(link, Qt::AlignHCenter);
     }
 }
 

@@ -51,7 +51,10 @@ QListWidgetItem* ToolbarDialog::MakeItem(std::uint32_t command) const {
         item->setText(action->toolTip());
         item->setIcon(action->icon());
     } else {
-        item->setText("Separator");
+        QPixmap blank(toolbar_.iconSize());
+        blank.fill(Qt::transparent);
+        item->setText("(separator)");
+        item->setIcon(blank);
     }
     return item;
 }

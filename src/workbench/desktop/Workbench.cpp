@@ -68,7 +68,7 @@ bool Workbench::Show(std::unique_ptr<service::Recording> recording) {
     }
     DropRecording();
     for (const auto& window : std::exchange(putAway_, {})) {
-        if (window) window->show();
+        if (window) docking_.Windows().SetState(*window, kDockShow);
     }
     OpenTraceWindow();
     trace_.SetRecording(std::move(recording));
@@ -85,7 +85,7 @@ void Workbench::CloseRecording() {
     window_.ShowRecording(nullptr);
     for (DockingWindow* window : docking_.Windows().All()) {
         if (window->isHidden()) continue;
-        window->hide();
+        docking_.Windows().SetState(*window, kDockHide);
         putAway_.emplace_back(window);
     }
 }

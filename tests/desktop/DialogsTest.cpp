@@ -1,0 +1,103 @@
+// The questions of the trace service, answered as a user would.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "workbench/desktop/FindDialog.h"
+#include "workbench/desktop/PickUpDialog.h"
+#include "workbench/desktop/ServiceDialogs.h"
+
+namespace kvx::desktop {
+namespace {
+
+template <class Button = QAbstractButton>
+Button* Find(QWidget& dialog, const QString& text) {
+    for (auto* button : dialog.findChildren<Button*>()) {
+        if (button->text().remove('&') == text) return button;
+    }
+    ADD_FAILURE() << "no button " << text.toStdString();
+    return nullptr;
+}
+
+// Runs the steps once a modal dialog is up.
+template <class Steps>
+void WhenAsked(Steps steps) {
+    QTimer::singleShot(0, [steps] { steps(*QApplication::activeModalWidget()); });
+}
+
+TEST(FindDialog, SixControlsMakeTheCondition) {
+    Settings settings;
+    ServiceDialogs dialogs(settings, nullptr);
+    service::SearchCondition condition;
+    WhenAsked([](QWidget& dialog) {
+        EXPECT_FALSE(Find(dialog, "Find Next")->isEnabled()) << "nothing to find yet";
+        EXPECT_TRUE(Find(dialog, "Down")->isChecked());
+        QTest::keyClicks(dialog.findChild<QComboBox*>(), "wai_*");
+        Find(dialog, "Match Case")->click();
+        Find(dialog, "Wild Card")->click();
+        Find(dialog, "Up")->click();
+        Find(dialog, "Find Next")->click();
+    });
+    ASSERT_TRUE(dialogs.AskSearchCondition(condition));
+    EXPECT_EQ(condition.text, "wai_*");
+    EXPECT_TRUE(condition.matchCase && condition.wildCard && condition.upwards);
+
+    // The next time it stands as it was left, with what was searched for before.
+    service::SearchCondition next = condition;
+    WhenAsked([](QWidget& dialog) {
+        auto* text = dialog.findChild<QComboBox*>();
+        EXPECT_EQ(text->currentText(), "wai_*");
+        EXPECT_EQ(text->itemText(0), "wai_*");
+        EXPECT_TRUE(Find(dialog, "Up")->isChecked());
+        text->setCurrentText("ercd=-50");
+        Find(dialog, "Down")->click();
+        Find(dialog, "Find Next")->click();
+    });
+    ASSERT_TRUE(dialogs.AskSearchCondition(next));
+    EXPECT_FALSE(next.upwards);
+
+    WhenAsked([](QWidget& dialog) {
+        auto* text = dialog.findChild<QComboBox*>();
+        EXPECT_EQ(text->itemText(0), "ercd=-50");
+        EXPECT_EQ(text->itemText(1), "wai_*");
+        text->setCurrentText("given up");
+        Find(dialog, "Close")->click();
+    });
+    EXPECT_FALSE(dialogs.AskSearchCondition(next));
+    EXPECT_EQ(next.text, "ercd=-50") << "untouched when the user gives up";
+}
+
+TEST(PickUpDialog, OffersCallsWithCountsToBeTicked) {
+    Settings settings;
+    ServiceDialogs dialogs(settings, nullptr);
+    const std::vector<service::NameCount> calls = {
+        {"act_tsk", 5}, {"sig_sem", 100}, {"wai_sem", 9}};
+    service::PickUp chosen;
+    WhenAsked([](QWidget& dialog) {
+        auto* list = dialog.findChild<QTreeWidget*>();
+        QAbstractButton* accept = Find(dialog, "Pick Up");
+        EXPECT_FALSE(accept->isEnabled()) << "none ticked";
+        list->sortByColumn(1, Qt::DescendingOrder);
+        EXPECT_EQ(list->topLevelItem(0)->text(0), "sig_sem") << "100 is more than 9";
+        // All and None mean what the filter shows.
+        QTest::keyClicks(dialog.findChild<QLineEdit*>(), "SEM");
+        Find(dialog, "All")->click();
+        dialog.findChild<QLineEdit*>()->clear();
+        list->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
+        EXPECT_TRUE(accept->isEnabled());
+        accept->click();
+    });
+    ASSERT_TRUE(dialogs.AskPickUp(calls, chosen));
+    EXPECT_EQ(chosen.names, std::vector<std::string>{"wai_sem"});
+
+    WhenAsked([](QWidget& dialog) { Find(dialog, "Cancel")->click(); });
+    EXPECT_FALSE(dialogs.AskPickUp(calls, chosen));
+    EXPECT_EQ(chosen.names.size(), 1U);
+}
+
+}  // namespace
+}  // namespace kvx::desktop

@@ -1,0 +1,194 @@
+#include "workbench/desktop/HostObject.h"
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+
+#include "host/DebuggerFunctions.h"
+#include "workbench/desktop/HostServices.h"
+#include "workbench/desktop/Module.h"
+#include "workbench/desktop/QtText.h"
+
+namespace kvx::desktop {
+namespace {
+
+constexpr GUID kSome = MakeGuid("{11111111-2222-3333-4444-555555555555}");
+
+// Counts events; may take another component out while it handles one.
+class Listener final : public IQComponent {
+  public:
+    HRESULT KVX_CALL QueryInterface(const GUID&, void**) override { return E_NOINTERFACE; }
+    std::uint32_t KVX_CALL AddRef() override { return 1; }
+    std::uint32_t KVX_CALL Release() override { return 0; }
+    HRESULT KVX_CALL Notify(const EventRecord* record) override {
+        last = record->datum;
+        ++events;
+        if (host && removes) host->RemoveComponent(removes);
+        return S_OK;
+    }
+    HRESULT KVX_CALL Initialize(IQHost*, std::int16_t) override { return S_OK; }
+    HRESULT KVX_CALL Reserved3() override { return S_OK; }
+    HRESULT KVX_CALL Reserved4() override { return S_OK; }
+    HRESULT KVX_CALL Terminate(std::int16_t) override { return S_OK; }
+
+    HostObject* host = nullptr;
+    IQComponent* removes = nullptr;
+    std::uintptr_t last = 0;
+    int events = 0;
+};
+
+TEST(HostObject, KeepsServicesUntilTheirOwnerTakesThemBack) {
+    HostObject host;
+    int first = 0;
+    int second = 0;
+    void* out = &first;
+    EXPECT_EQ(host.GetService(kSome, &out), E_NOINTERFACE);
+    EXPECT_EQ(out, nullptr);
+    EXPECT_EQ(host.AddService(kSome, &first), S_OK);
+    EXPECT_EQ(host.AddService(kSome, &second), S_OK);
+    EXPECT_EQ(host.GetService(kSome, &out), S_OK);
+    EXPECT_EQ(out, &second);
+    EXPECT_EQ(host.RemoveService(kSome, &first), E_FAIL) << "not what is there now";
+    EXPECT_EQ(host.RemoveService(kSome, &second), S_OK);
+    EXPECT_EQ(host.GetService(kSome, &out), E_NOINTERFACE);
+    EXPECT_EQ(host.AddService(kSome, nullptr), E_POINTER);
+    EXPECT_EQ(host.GetService(kSome, nullptr), E_POINTER);
+}
+
+TEST(HostObject, AdvisesEachClientAsOftenAsItAsked) {
+    HostObject host;
+    int client = 0;
+    host.Advise(kSome, &client);
+    host.Advise(kSome, &client);
+    host.Advise(host::kSteppingClient, &client);
+    EXPECT_EQ(host.Clients<int>(kSome).size(), 2U);
+    EXPECT_EQ(host.Unadvise(kSome, &client), S_OK);
+    EXPECT_EQ(host.Clients<int>(kSome), std::vector<int*>{&client});
+    EXPECT_EQ(host.Unadvise(kSome, &client), S_OK);
+    EXPECT_EQ(host.Unadvise(kSome, &client), E_FAIL);
+    EXPECT_EQ(host.Clients<int>(host::kSteppingClient).size(), 1U);
+}
+
+TEST(HostObject, EventReachesEveryComponentStillThere) {
+    HostObject host;
+    Listener first;
+    Listener second;
+    host.AddComponent(&first);
+    host.AddComponent(&second);
+    const EventRecord record{kSome, 42};
+    EXPECT_EQ(host.BroadcastEvent(&record), S_OK);
+    EXPECT_EQ(first.last, 42U);
+    EXPECT_EQ(second.last, 42U);
+
+    first.host = &host;
+    first.removes = &second;
+    host.BroadcastEvent(&record);
+    EXPECT_EQ(first.events, 2);
+    EXPECT_EQ(second.events, 1) << "was taken out by the event itself";
+    EXPECT_EQ(host.BroadcastEvent(nullptr), E_POINTER);
+}
+
+class Services : public testing::Test {
+  protected:
+    template <class Interface>
+    Interface* Get(const GUID& id) {
+        return host::Service<Interface>(&host_, id);
+    }
+    HostObject host_;
+    Settings settings_;
+    HostServices services_{host_, settings_, QString::fromLocal8Bit(qgetenv("KVX_BIN_DIR"))};
+};
+
+TEST_F(Services, NoTargetRuns) {
+    // S_FALSE would mean that it runs.
+    EXPECT_LT(Get<IQRunState>(host::kRunState)->IsRunning(), 0);
+}
+
+TEST_F(Services, FrameworkServicesAndTheFrameAreThere) {
+    for (const GUID& id :
+         {host::kFrameworkA, host::kFrameworkB, host::kFrameworkC, host::kDebugB, host::kDebugC,
+          host::kDebugD, host::kDebugE, host::kDebugF, host::kDebugG, host::kDebugH}) {
+        ASSERT_NE(Get<IQUnknown>(id), nullptr);
+    }
+    void* frame = nullptr;
+    EXPECT_EQ(host_.QueryInterface(host::kHostFrame, &frame), S_OK);
+    EXPECT_NE(frame, nullptr);
+    EXPECT_EQ(Get<IQOpenBlocker>(host::kOpenBlockerA), nullptr) << "nothing forbids windows";
+}
+
+TEST_F(Services, PropertiesKeepTheirKind) {
+    auto* store = Get<IQPropertyStore>(host::kPropertyStore);
+    const Bstr size("KVX_OSTRACE_FONT_SIZE");
+    const Bstr face("KVX_OSTRACE_FONT_NAME");
+    std::int32_t number = 7;
+    Bstr text;
+    EXPECT_LT(store->GetNumber(size.Get(), &number), 0);
+    EXPECT_EQ(number, 7) << "unchanged when nothing is stored";
+    EXPECT_LT(store->GetText(face.Get(), text.Receive()), 0);
+
+    EXPECT_EQ(store->SetNumber(size.Get(), -13), S_OK);
+    EXPECT_EQ(store->SetText(face.Get(), Bstr("Größe, \"Courier\"").Get()), S_OK);
+    EXPECT_EQ(store->GetNumber(size.Get(), &number), S_OK);
+    EXPECT_EQ(number, -13);
+    EXPECT_EQ(store->GetText(face.Get(), text.Receive()), S_OK);
+    EXPECT_EQ(text.Utf8(), "Größe, \"Courier\"");
+    EXPECT_LT(store->GetNumber(face.Get(), &number), 0) << "a text is no number";
+}
+
+TEST_F(Services, ViewSettingsAreTheUsersUnlessAWorkspaceIsNamed) {
+    auto* store = Get<IQWorkspaceStoreService>(host::kWorkspaceStore);
+    const Bstr key("OSTraceViewView");
+    const WorkspaceKey user;
+    WorkspaceKey workspace;
+    const Bstr name("project");
+    workspace.workspace = name.Get();
+    Bstr text;
+    EXPECT_EQ(store->WriteText(&user, key.Get(), Bstr("5,8,5,12,0").Get()), S_OK);
+    EXPECT_LT(store->WriteText(&workspace, key.Get(), Bstr("1,1,1,1,1").Get()), 0);
+    EXPECT_EQ(store->ReadText(&user, key.Get(), text.Receive()), S_OK);
+    EXPECT_EQ(text.Utf8(), "5,8,5,12,0");
+    EXPECT_LT(store->ReadText(&workspace, key.Get(), text.Receive()), 0);
+}
+
+TEST_F(Services, DebuggerLibraryExportsEveryFunctionThatIsLookedUp) {
+    void* module = nullptr;
+    ASSERT_EQ(Get<IQDebuggerLibrary>(host::kDebuggerLibrary)->GetModule(&module), S_OK);
+    for (const char* name : host::kDirectFunctionNames) {
+        EXPECT_NE(FindSymbol(module, name), nullptr) << name;
+    }
+    using Info = std::intptr_t (*)(std::uintptr_t, std::uintptr_t);
+    const auto info = reinterpret_cast<Info>(FindSymbol(module, "IN1_Get_service_info"));
+    EXPECT_EQ(info(1050, 0), 1) << "nothing can be measured in a recording";
+    using Message = const char* (*)();
+    EXPECT_STREQ(reinterpret_cast<Message>(FindSymbol(module, "ERR_GetErrMsg"))(), "");
+}
+
+TEST(DebuggerLibraryMissing, IsAFailureAndNoCrash) {
+    HostObject host;
+    Settings settings;
+    const HostServices services(host, settings, "/nowhere");
+    void* module = &host;
+    EXPECT_LT(host::Service<IQDebuggerLibrary>(&host, host::kDebuggerLibrary)->GetModule(&module),
+              0);
+    EXPECT_EQ(module, nullptr);
+}
+
+TEST(SettingsFile, ComesBackInTheNextRun) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("deep/er/kvxostrace.ini");
+    const QStringList list{"a, b", "c;d", "ü"};
+    {
+        Settings settings(path);
+        settings.Set("Window/recent", list);
+        settings.Set("View/OSTraceViewView", "7,8,5,20,0");
+        settings.Set("Window/state", QByteArray("\0\xFF\n,", 4));
+    }
+    const Settings settings(path);
+    EXPECT_EQ(settings.Get("Window/recent").toStringList(), list);
+    EXPECT_EQ(settings.Get("View/OSTraceViewView").toString(), "7,8,5,20,0");
+    EXPECT_EQ(settings.Get("Window/state").toByteArray(), QByteArray("\0\xFF\n,", 4));
+    EXPECT_FALSE(settings.Get("Window/nothing").isValid());
+}
+
+}  // namespace
+}  // namespace kvx::desktop

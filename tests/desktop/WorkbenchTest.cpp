@@ -1,0 +1,371 @@
+// The whole host with a small component loaded through its entry points.
+
+#include "workbench/desktop/Workbench.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDropEvent>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include "TestRecording.h"
+#include "fakecomponent/FakeComponent.h"
+#include "host/CommandIds.h"
+#include "workbench/desktop/Picture.h"
+#include "workbench/desktop/QtText.h"
+
+namespace kvx::desktop {
+namespace {
+
+using test::TestRecording;
+
+constexpr char kFake[] = "KvxFakeComponent";
+
+QString BinDirectory() {
+    return QString::fromLocal8Bit(qgetenv("KVX_BIN_DIR"));
+}
+
+// Answers the next message box and keeps its text.
+class BoxAnswer {
+  public:
+    BoxAnswer() {
+        QObject::connect(&poll_, &QTimer::timeout, [this] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (!box) return;
+            texts.append(box->text());
+            box->accept();
+        });
+        poll_.start(10);
+    }
+    QStringList texts;
+
+  private:
+    QTimer poll_;
+};
+
+class WorkbenchTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        void* module = LoadModule(BinDirectory(), kFake).handle;
+        ASSERT_NE(module, nullptr);
+        takeLog_ = reinterpret_cast<test::FakeTakeLogFn>(FindSymbol(module, "FakeTakeLog"));
+        set_ = reinterpret_cast<test::FakeSetFn>(FindSymbol(module, "FakeSet"));
+        takeLog_();
+        workbench_ = std::make_unique<Workbench>(settings_);
+    }
+    void TearDown() override {
+        workbench_.reset();
+        for (const int knob : {test::kRefuseClose, test::kFailInitialize, test::kShowBox}) {
+            set_(knob, 0);
+        }
+    }
+
+    void Start() {
+        ASSERT_EQ(workbench_->Start(BinDirectory(), kFake), "");
+        takeLog_();
+    }
+    bool Show(std::vector<std::uint32_t> processors = {0}) {
+        return workbench_->Show(std::make_unique<TestRecording>(std::move(processors)));
+    }
+    MainWindow& Window() { return workbench_->Window(); }
+    DockingWindows& Docks() { return workbench_->Docking().Windows(); }
+    bool IsStartPageShown() { return !Window().centralWidget()->isHidden(); }
+    QAction* FindAction(const QString& path) {
+        QAction* found = nullptr;
+        const QWidget* container = Window().menuBar();
+        for (const QString& part : path.split('/')) {
+            found = nullptr;
+            for (QAction* action : container->actions()) {
+                if (action->text().remove('&') == part) found = action;
+            }
+            if (!found || !found->menu()) break;
+            container = found->menu();
+        }
+        return found;
+    }
+
+    Settings settings_;
+    std::unique_ptr<Workbench> workbench_;
+    test::FakeTakeLogFn takeLog_ = nullptr;
+    test::FakeSetFn set_ = nullptr;
+};
+
+TEST_F(WorkbenchTest, StartsAndEndsTheComponentInOrder) {
+    EXPECT_EQ(workbench_->Start(BinDirectory(), kFake), "");
+    EXPECT_STREQ(takeLog_(), "create\ninitialize 1\ndebugger connected\n");
+    EXPECT_TRUE(IsStartPageShown());
+    workbench_.reset();
+    EXPECT_STREQ(takeLog_(), "debugger disconnected\nterminate 1\ndestroy\n");
+}
+
+TEST_F(WorkbenchTest, ComponentThatCannotStartIsDestroyedAndNamed) {
+    set_(test::kFailInitialize, 1);
+    EXPECT_NE(workbench_->Start(BinDirectory(), kFake), "");
+    EXPECT_STREQ(takeLog_(), "create\ninitialize 1\ndestroy\n");
+    BoxAnswer box;
+    EXPECT_FALSE(Show());
+    EXPECT_EQ(box.texts.size(), 1);
+    EXPECT_NE(workbench_->Start(BinDirectory(), "NoSuchModule"), "");
+    EXPECT_NE(workbench_->Start(BinDirectory(), "KvxDebugger"), "") << "no entry points";
+}
+
+TEST_F(WorkbenchTest, RecordingIsShownInAWindowOfItsOwn) {
+    Start();
+    Window().resize(900, 600);
+    Window().show();
+    ASSERT_TRUE(Show());
+    EXPECT_STREQ(takeLog_(),
+                 "created {WK_00000001_OSTRACE}\n"
+                 "target connected, trace there\ntrace ready, trace there\n");
+    ASSERT_EQ(Docks().All().size(), 1U);
+    QApplication::processEvents();
+    DockingWindow& dock = *Docks().All().front();
+    EXPECT_TRUE(dock.isVisible());
+    EXPECT_FALSE(IsStartPageShown());
+    EXPECT_GT(dock.height(), 450) << "the chart fills the window";
+    ASSERT_EQ(dock.Area().children().size(), 1);
+    EXPECT_EQ(dock.Area().findChild<QWidget*>()->size(), dock.Area().size());
+    EXPECT_TRUE(Window().windowTitle().startsWith("made-up.log"));
+    EXPECT_NE(FindAction("OS Trace/Trace Range/Full"), nullptr) << "the window's own menu";
+    EXPECT_NE(FindAction("View/RTOS/OS Analyze"), nullptr);
+    EXPECT_EQ(workbench_->Docking().Toolbar("{WK_TB00000023_RTOS}")->windowTitle(), "RTOS");
+}
+
+TEST_F(WorkbenchTest, AnotherRecordingTakesThePlaceOfTheFirst) {
+    Start();
+    Show();
+    takeLog_();
+    Show();
+    EXPECT_STREQ(takeLog_(),
+                 "trace cleared, trace there\ntarget disconnected, trace there\n"
+                 "target connected, trace there\ntrace ready, trace there\n");
+    EXPECT_EQ(Docks().All().size(), 1U);
+
+    workbench_->CloseRecording();
+    EXPECT_STREQ(takeLog_(), "trace cleared, trace there\ntarget disconnected, trace there\n");
+    EXPECT_TRUE(IsStartPageShown());
+    EXPECT_FALSE(FindAction("File/Close")->isEnabled());
+    workbench_->CloseRecording();
+    EXPECT_STREQ(takeLog_(), "");
+
+    Show();
+    EXPECT_EQ(Docks().All().size(), 1U) << "the window was put away, not closed";
+    EXPECT_FALSE(IsStartPageShown());
+}
+
+TEST_F(WorkbenchTest, AnyProcessorCanBeChosen) {
+    Start();
+    Show({1, 2, 5});
+    takeLog_();
+    QAction* menu = FindAction("Trace");
+    ASSERT_TRUE(menu->isVisible());
+    FindAction("Trace/Processor/Processor 5")->trigger();
+    EXPECT_EQ(workbench_->Trace().ShownProcessor(), 5U);
+    EXPECT_STREQ(takeLog_(), "trace cleared, trace there\ntrace ready, trace there\n");
+    EXPECT_TRUE(FindAction("Trace/Processor/Processor 5")->isChecked());
+    FindAction("Trace/Processor/Processor 5")->trigger();
+    EXPECT_STREQ(takeLog_(), "") << "it is shown already";
+    Show({0});
+    EXPECT_FALSE(menu->isVisible()) << "there is nothing to choose";
+}
+
+TEST_F(WorkbenchTest, ClosedWindowHearsOfTheTraceWhenItOpensAgain) {
+    Start();
+    Show();
+    DockingWindow* dock = Docks().All().front();
+    set_(test::kRefuseClose, 1);
+    takeLog_();
+    dock->close();
+    EXPECT_STREQ(takeLog_(), "close request OS Trace\n");
+    EXPECT_EQ(Docks().All().size(), 1U);
+    set_(test::kRefuseClose, 0);
+    dock->close();
+    EXPECT_TRUE(Docks().All().empty());
+    EXPECT_EQ(FindAction("OS Trace"), nullptr) << "its menu went with it";
+    EXPECT_TRUE(IsStartPageShown());
+    takeLog_();
+
+    FindAction("View/RTOS/OS Analyze")->trigger();
+    EXPECT_STREQ(takeLog_(), "created {WK_00000001_OSANALYZE}\n");
+    FindAction("View/RTOS/OSTrace")->trigger();
+    EXPECT_STREQ(takeLog_(), "created {WK_00000001_OSTRACE}\ntrace ready, trace there\n");
+    FindAction("View/RTOS/OSTrace")->trigger();
+    EXPECT_STREQ(takeLog_(), "") << "open already";
+}
+
+TEST_F(WorkbenchTest, DockingStatesAreTheOnesThatComponentsRead) {
+    Start();
+    Show();
+    DockingWindow& dock = *Docks().All().front();
+    EXPECT_EQ(dock.State(), kDockShow | kDockMayDock);
+    FindAction("OS Trace/Allow Docking")->trigger();
+    EXPECT_EQ(dock.State(), kDockShow | kDockFloating);
+    EXPECT_FALSE(FindAction("OS Trace/Allow Docking")->isChecked());
+    FindAction("OS Trace/Allow Docking")->trigger();
+    EXPECT_EQ(dock.State(), kDockShow | kDockMayDock);
+    EXPECT_TRUE(FindAction("OS Trace/Allow Docking")->isChecked());
+    FindAction("OS Trace/Hide")->trigger();
+    EXPECT_EQ(dock.State(), kDockHide | kDockMayDock);
+    EXPECT_TRUE(IsStartPageShown());
+    FindAction("View/RTOS/OSTrace")->trigger();
+    EXPECT_EQ(dock.State(), kDockShow | kDockMayDock);
+}
+
+TEST_F(WorkbenchTest, ToolbarOfAWindowIsShownHiddenAndRemembered) {
+    Start();
+    Show();
+    const auto isShown = [this] {
+        return !workbench_->Docking().Toolbar("{WK_00000001_OSTRACE}/toolbar")->isHidden();
+    };
+    EXPECT_TRUE(isShown());
+    FindAction("OS Trace/Toolbar display")->trigger();
+    EXPECT_FALSE(isShown());
+    EXPECT_FALSE(FindAction("OS Trace/Customize toolbar...")->isEnabled());
+    Docks().All().front()->close();
+    FindAction("View/RTOS/OSTrace")->trigger();
+    EXPECT_FALSE(isShown());
+}
+
+TEST_F(WorkbenchTest, MenuFollowsTheActiveWindow) {
+    Start();
+    Window().show();
+    Show();
+    FindAction("View/RTOS/OS Analyze")->trigger();
+    EXPECT_NE(FindAction("OS Analyze"), nullptr);
+    EXPECT_EQ(FindAction("OS Trace"), nullptr);
+    Docks().Activate(Docks().All().front());
+    EXPECT_NE(FindAction("OS Trace"), nullptr);
+    EXPECT_EQ(FindAction("OS Analyze"), nullptr);
+    EXPECT_EQ(Window().menuBar()->actions().last()->text(), "&Help") << "before Help";
+}
+
+TEST_F(WorkbenchTest, TwoWindowsShareTheHeightNotTheWidth) {
+    Start();
+    Window().resize(900, 700);
+    Window().show();
+    Show();
+    FindAction("View/RTOS/OS Analyze")->trigger();
+    QApplication::processEvents();
+    const DockingWindow& trace = *Docks().All()[0];
+    const DockingWindow& analyze = *Docks().All()[1];
+    EXPECT_EQ(trace.width(), analyze.width());
+    EXPECT_LT(trace.geometry().bottom(), analyze.geometry().top());
+}
+
+TEST_F(WorkbenchTest, LayoutComesBackInTheNextRun) {
+    Start();
+    Window().resize(900, 700);
+    Window().show();
+    Show();
+    FindAction("View/RTOS/OS Analyze")->trigger();
+    QApplication::processEvents();
+    Window().resizeDocks({Docks().All()[0], Docks().All()[1]}, {150, 450}, Qt::Vertical);
+    QApplication::processEvents();
+    const QRect trace = Docks().All()[0]->geometry();
+    const QRect analyze = Docks().All()[1]->geometry();
+    ASSERT_LT(trace.height(), analyze.height());
+    Window().close();
+    workbench_ = std::make_unique<Workbench>(settings_);
+    Start();
+    Window().show();
+    EXPECT_EQ(Window().size(), QSize(900, 700));
+    Show();
+    FindAction("View/RTOS/OS Analyze")->trigger();
+    QApplication::processEvents();
+    EXPECT_EQ(Docks().All()[0]->geometry(), trace);
+    EXPECT_EQ(Docks().All()[1]->geometry(), analyze);
+}
+
+TEST_F(WorkbenchTest, WhatCannotBeReadLeavesWhatIsOpen) {
+    Start();
+    Show();
+    takeLog_();
+    const QTemporaryDir folder;
+    QFile empty(folder.filePath("empty.log"));
+    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
+    empty.close();
+    for (const QString& path : {QString("/nowhere/at/all.log"), empty.fileName(), folder.path()}) {
+        BoxAnswer box;
+        EXPECT_FALSE(workbench_->Open(path));
+        ASSERT_EQ(box.texts.size(), 1) << path.toStdString();
+        EXPECT_TRUE(box.texts[0].contains(QFileInfo(path).fileName()))
+            << box.texts[0].toStdString();
+    }
+    EXPECT_STREQ(takeLog_(), "");
+    EXPECT_TRUE(Window().windowTitle().startsWith("made-up.log"));
+    EXPECT_TRUE(Window().Recent().List().isEmpty());
+}
+
+TEST_F(WorkbenchTest, LogOpensByDropAndIsRemembered) {
+    Start();
+    const QTemporaryDir folder;
+    QFile log(folder.filePath("small.log"));
+    ASSERT_TRUE(log.open(QIODevice::WriteOnly));
+    log.write("[10] dispatch to task 1.\n[20] dispatch from task 1.\n[30] dispatch to task 2.\n");
+    log.close();
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(log.fileName())});
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&Window(), &enter);
+    ASSERT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&Window(), &drop);
+    QApplication::processEvents();
+    ASSERT_NE(workbench_->Trace().GetRecording(), nullptr);
+    EXPECT_EQ(workbench_->Trace().GetRecording()->RecordCount(), 3U);
+    EXPECT_TRUE(Window().windowTitle().startsWith("small.log"));
+    EXPECT_EQ(Window().Recent().List(), QStringList(log.fileName()));
+    EXPECT_NE(FindAction("File/Open Recent"), nullptr);
+}
+
+TEST_F(WorkbenchTest, LossesStandInTheStatusLineWithTheirMeaning) {
+    Start();
+    auto* indicator = Window().findChild<QToolButton*>("losses");
+    ASSERT_NE(indicator, nullptr);
+    Show();
+    EXPECT_TRUE(indicator->isHidden());
+    auto recording = std::make_unique<TestRecording>();
+    recording->losses.Add(service::Loss::CutRecord);
+    recording->losses.Add(service::Loss::UnreadableRecords, 1233);
+    workbench_->Show(std::move(recording));
+    EXPECT_FALSE(indicator->isHidden());
+    EXPECT_TRUE(indicator->text().remove(',').startsWith("1234 losses"))
+        << indicator->text().toStdString();
+    BoxAnswer box;
+    indicator->click();
+    ASSERT_EQ(box.texts.size(), 1);
+    const auto help = service::GetLossInfo(service::Loss::CutRecord).help;
+    EXPECT_TRUE(box.texts[0].contains(FromUtf8(help).toHtmlEscaped()));
+    workbench_->CloseRecording();
+    EXPECT_TRUE(indicator->isHidden());
+}
+
+TEST_F(WorkbenchTest, KeysReachTheWindowThatHasTheFocus) {
+    Start();
+    Window().show();
+    Show();
+    QApplication::setActiveWindow(&Window());
+    QWidget* control = Docks().All().front()->Area().findChild<QWidget*>();
+    control->setFocus();
+    takeLog_();
+    QTest::keyClick(control, Qt::Key_M);
+    EXPECT_STREQ(takeLog_(), "command 47100\n");
+    EXPECT_TRUE(FindAction("OS Trace/Start Marker")->isChecked());
+
+    // The same key in the other window is that window's command.
+    FindAction("View/RTOS/OS Analyze")->trigger();
+    Docks().All().back()->Area().findChild<QWidget*>()->setFocus();
+    takeLog_();
+    QTest::keyClick(&Window(), Qt::Key_M);
+    EXPECT_STREQ(takeLog_(), "command 47100\n");
+    EXPECT_TRUE(FindAction("OS Analyze/Start Marker")->isChecked());
+    EXPECT_TRUE(Docks().All().front()->Menu()->actions().front()->isChecked()) << "as it was";
+}
+
+}  // namespace
+}  // namespace kvx::desktop
