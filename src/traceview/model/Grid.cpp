@@ -8,8 +8,8 @@ namespace kvx {
 
 namespace {
 
-// Numbers of grid lines stay exact in a double.
-constexpr double kMostNumbers = 9007199254740992.0;
+// Differences of numbers stay within 64 bits.
+constexpr double kMostNumbers = 2305843009213693952.0;
 
 std::int64_t ToNumber(double number) {
     return static_cast<std::int64_t>(std::clamp(number, -kMostNumbers, kMostNumbers));
