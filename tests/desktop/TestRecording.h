@@ -1,6 +1,9 @@
 #pragma once
 // A recording made of what a test says.
 
+#include <string>
+#include <vector>
+
 #include "workbench/service/Recording.h"
 
 namespace kvx::test {
@@ -36,8 +39,10 @@ class TestRecording final : public service::Recording {
     std::string NameOf(std::uint32_t) const override { return {}; }
     std::int64_t TimeOf(std::uint32_t record) const override { return records_.at(record).time; }
     const service::LossCounters& Losses() const override { return losses; }
+    const std::vector<std::string>& Warnings() const override { return warnings; }
 
     service::LossCounters losses;
+    std::vector<std::string> warnings;
 
   private:
     std::vector<std::uint32_t> processors_;

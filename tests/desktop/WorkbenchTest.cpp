@@ -332,6 +332,7 @@ TEST_F(WorkbenchTest, LossesStandInTheStatusLineWithTheirMeaning) {
     auto recording = std::make_unique<TestRecording>();
     recording->losses.Add(service::Loss::CutRecord);
     recording->losses.Add(service::Loss::UnreadableRecords, 1233);
+    recording->warnings.push_back("a < b");
     workbench_->Show(std::move(recording));
     EXPECT_FALSE(indicator->isHidden());
     EXPECT_TRUE(indicator->text().remove(',').startsWith("1234 losses"))
@@ -341,6 +342,7 @@ TEST_F(WorkbenchTest, LossesStandInTheStatusLineWithTheirMeaning) {
     ASSERT_EQ(box.texts.size(), 1);
     const auto help = service::GetLossInfo(service::Loss::CutRecord).help;
     EXPECT_TRUE(box.texts[0].contains(FromUtf8(help).toHtmlEscaped()));
+    EXPECT_TRUE(box.texts[0].contains("a &lt; b")) << "texts of a file are no markup";
     workbench_->CloseRecording();
     EXPECT_TRUE(indicator->isHidden());
 }

@@ -40,6 +40,11 @@ std::uint64_t NoteCount(const service::LossCounters& losses) {
     return notes;
 }
 
+// "1 loss", "1,234 losses".
+QString Counted(std::uint64_t count, const char* one, const char* many) {
+    return QLocale().toString(static_cast<qulonglong>(count)) + " " + (count == 1 ? one : many);
+}
+
 }  // namespace
 
 LossIndicator::LossIndicator() {
@@ -51,31 +56,34 @@ LossIndicator::LossIndicator() {
     hide();
     connect(this, &QToolButton::clicked, this, [this] {
         QMessageBox box(window());
-        box.setWindowTitle("Losses and Notes");
+        box.setWindowTitle("About This Recording");
         box.setTextFormat(Qt::RichText);
-        box.setText(Explain(losses_));
+        box.setText(Explanation());
         box.exec();
     });
 }
 
-void LossIndicator::SetLosses(const service::LossCounters& losses) {
+void LossIndicator::Tell(const service::LossCounters& losses,
+                         const std::vector<std::string>& warnings) {
     losses_ = losses;
+    warnings_ = warnings;
     const std::uint64_t lost = losses.TotalLosses();
-    const std::uint64_t notes = NoteCount(losses);
+    const std::uint64_t notes = NoteCount(losses) + warnings.size();
     setVisible(lost + notes > 0);
-    if (lost + notes == 0) return;
-    const QString count = QLocale().toString(static_cast<qulonglong>(lost > 0 ? lost : notes));
-    setText(lost > 0 ? count + (lost == 1 ? " loss" : " losses")
-                     : count + (notes == 1 ? " note" : " notes"));
+    setText(lost > 0 ? Counted(lost, "loss", "losses") : Counted(notes, "note", "notes"));
     setIcon(style()->standardIcon(lost > 0 ? QStyle::SP_MessageBoxWarning
                                            : QStyle::SP_MessageBoxInformation));
     setToolTip(lost > 0 ? "Parts of the recording could not be shown. Click for what and why."
                         : "Nothing is missing. Click for what is worth knowing.");
 }
 
-QString LossIndicator::Explain(const service::LossCounters& losses) {
-    return Table(losses, true, "Not shown, because the recording lost it:") +
-           Table(losses, false, "Worth knowing; nothing is missing:");
+QString LossIndicator::Explanation() const {
+    QString text;
+    for (const std::string& warning : warnings_) {
+        text += "<p>" + FromUtf8(warning).toHtmlEscaped() + "</p>";
+    }
+    return text + Table(losses_, true, "Not shown, because it was lost:") +
+           Table(losses_, false, "Worth knowing; nothing is missing:");
 }
 
 }  // namespace kvx::desktop

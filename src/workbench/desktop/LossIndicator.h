@@ -2,6 +2,8 @@
 // The place in the status line that tells what a recording lost; a click explains it.
 
 #include <QToolButton>
+#include <string>
+#include <vector>
 
 #include "workbench/service/Loss.h"
 
@@ -11,14 +13,15 @@ class LossIndicator final : public QToolButton {
   public:
     LossIndicator();
 
-    // Hidden while there is neither a loss nor a note.
-    void SetLosses(const service::LossCounters& losses);
-
-    // The losses and notes that occurred, each with its count and what it means.
-    static QString Explain(const service::LossCounters& losses);
+    // Hidden while there is nothing to tell. warnings: sentences about the recording as a whole.
+    void Tell(const service::LossCounters& losses, const std::vector<std::string>& warnings);
 
   private:
+    // All of it, with counts and what they mean.
+    QString Explanation() const;
+
     service::LossCounters losses_;
+    std::vector<std::string> warnings_;
 };
 
 }  // namespace kvx::desktop

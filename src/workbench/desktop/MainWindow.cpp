@@ -58,7 +58,7 @@ void MainWindow::ShowRecording(const service::TraceService* trace) {
     FillRecent();
     if (!recording) {
         setWindowTitle(kProgramName);
-        losses_->SetLosses({});
+        losses_->hide();
         return;
     }
     const QFileInfo file(QFile::decodeName(recording->Path().c_str()));
@@ -66,7 +66,12 @@ void MainWindow::ShowRecording(const service::TraceService* trace) {
     format_->setText(FromUtf8(recording->FormatName()));
     format_->setToolTip(file.absoluteFilePath());
     FillProcessors(*trace);
-    losses_->SetLosses(trace->Losses());
+    ShowLosses(*trace);
+}
+
+void MainWindow::ShowLosses(const service::TraceService& trace) {
+    const service::Recording* recording = trace.GetRecording();
+    if (recording) losses_->Tell(trace.Losses(), recording->Warnings());
 }
 
 void MainWindow::ShowStartPage(bool show) {

@@ -28,7 +28,8 @@ class MainWindow final : public QMainWindow {
     // Shows what is open: title, format, processors, losses. trace must have a recording, or be
     // null when none is open.
     void ShowRecording(const service::TraceService* trace);
-    void ShowLosses(const service::LossCounters& losses) { losses_->SetLosses(losses); }
+    // Losses grow while the recording is decoded.
+    void ShowLosses(const service::TraceService& trace);
     // The start page stands in for the docking windows while there are none to see.
     void ShowStartPage(bool show);
 

@@ -33,7 +33,7 @@ Workbench::Workbench(Settings& settings)
         window_.ShowStartPage(!docking_.Windows().IsAnyShown());
     };
     // Losses are found while the recording is decoded.
-    QObject::connect(&refresh_, &QTimer::timeout, [this] { window_.ShowLosses(trace_.Losses()); });
+    QObject::connect(&refresh_, &QTimer::timeout, [this] { window_.ShowLosses(trace_); });
     refresh_.start(kRefreshMilliseconds);
 }
 
