@@ -78,6 +78,9 @@ inline constexpr UINT kToolbarOSAnalyze = 9010;
 inline constexpr UINT kDialogFind = 163;
 inline constexpr UINT kDialogColor = 9000;
 inline constexpr UINT kDialogValue = 9005;
+inline constexpr UINT kDialogKeys = 9013;
+inline constexpr UINT kKeysColumn = 9016;
+inline constexpr UINT kMeaningsColumn = 9017;
 inline constexpr UINT kDialogProgress = 9014;
 inline constexpr UINT kDialogStop = 9015;
 

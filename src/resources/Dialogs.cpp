@@ -75,6 +75,17 @@ constexpr ControlResource kValue[] = {
     Button(IDCANCEL, "Cancel", 207, 77, 50, 14),
 };
 
+constexpr int kKeyLines = 19;
+constexpr int kKeyHeight = kKeyLines * 9;
+
+constexpr ControlResource kKeys[] = {
+    {ControlClass::Static, ids::kKeysColumn, "", 10, 8, 52, kKeyHeight,
+     kVisible | SS_LEFTNOWORDWRAP | SS_NOPREFIX},
+    {ControlClass::Static, ids::kMeaningsColumn, "", 64, 8, 150, kKeyHeight,
+     kVisible | SS_LEFTNOWORDWRAP | SS_NOPREFIX},
+    Button(IDOK, "OK", 85, kKeyHeight + 14, 50, 14, BS_DEFPUSHBUTTON),
+};
+
 constexpr ControlResource kFind[] = {
     Group(IDC_STATIC, "Find Condition", 7, 5, 190, 72),
     Label(IDC_STATIC, "Find What:", 14, 19, 40),
@@ -176,6 +187,8 @@ constexpr auto kColour = MakeColourControls();
 constexpr DialogResource kDialogs[] = {
     {ids::kDialogFind, "Find", 260, 84, kFace, 8, kModal, kFind, std::size(kFind)},
     {ids::kDialogColor, "Color...", 242, 332, kFace, 8, kModal, kColour.data(), kColour.size()},
+    {ids::kDialogKeys, "Keys of the OS Trace window", 220, kKeyHeight + 36, kFace, 8, kModal, kKeys,
+     std::size(kKeys)},
     {ids::kDialogValue, "Value...", 264, 96, kFace, 8, kModal, kValue, std::size(kValue)},
     {ids::kDialogProgress, "Running...", 157, 47, kFace, 8, kModeless, kProgress,
      std::size(kProgress)},

@@ -18,6 +18,7 @@
 #include "traceview/Tip.h"
 #include "traceview/TraceColumns.h"
 #include "traceview/model/ChartGeometry.h"
+#include "traceview/model/KeyBindings.h"
 
 struct COSTraceData;
 class CKvxDebugInstanceDataCtrl;
@@ -61,6 +62,8 @@ class COSTraceView : public CCoreView, public COSTip, public IViewSender {
     void OnHScroll(UINT code, int position);
     void OnVScroll(UINT code, int position);
     void OnKeyDown(UINT key, UINT repeat, UINT flags);
+    void OnChar(UINT character, UINT repeat, UINT flags);
+    bool OnMouseWheel(UINT flags, short delta, CPoint screen);
     void OnMouseMove(UINT flags, CPoint point);
     void OnLButtonDown(UINT flags, CPoint point);
     void OnLButtonUp(UINT flags, CPoint point);
@@ -77,6 +80,22 @@ class COSTraceView : public CCoreView, public COSTip, public IViewSender {
     void OnExpand();
     void OnReduce();
     void OnUpdateReduce(CCmdUI& ui);
+    void OnRangeFull();
+    void OnUpdateRangeFull(CCmdUI& ui);
+    void OnRangeFree();
+    void OnUpdateRangeFree(CCmdUI& ui);
+    void OnTraceStop();
+    void OnUpdateTraceStop(CCmdUI& ui);
+    void OnTraceRestart();
+    void OnUpdateTraceRestart(CCmdUI& ui);
+    void OnSearch();
+    void OnSearchNext();
+    void OnSearchPrevious();
+    void OnUpdateSearchAgain(CCmdUI& ui);
+    void OnValue();
+    void OnUpdateValue(CCmdUI& ui);
+    void OnColor();
+    void OnUpdateColor(CCmdUI& ui);
     void OnDefaultOrder();
     void OnUpdateDefaultOrder(CCmdUI& ui);
     void OnShowLine();
@@ -103,11 +122,19 @@ class COSTraceView : public CCoreView, public COSTip, public IViewSender {
     void ReloadAfterDecoding();
     // Decodes up to the time; false when the user stopped it.
     bool DecodeUpTo(double time);
+    void ZoomTo(double scale, double anchor);
     double TraceSpan() const { return traceEnd_ - traceStart_; }
     void ScrollHorizontally(UINT code, int position);
     void ScrollVertically(UINT code, int position);
     void ReloadLines(bool keepSort);
     void ShowSelectedLines(bool show);
+    void SetRangeCondition(int condition);
+    void UpdateRangeCommand(CCmdUI& ui, int condition);
+    // Measuring can be stopped and restarted: a target runs, and its debugger allows it.
+    bool IsMeasuring() const;
+    // Decodes all that is left and searches it; reports when nothing is found.
+    std::optional<std::uint32_t> SearchUndecoded();
+    void MoveIndicatorTo(std::uint32_t event);
 
     void UpdateStatusTexts();
     CStatusFrameWnd* StatusFrame() const;
@@ -118,6 +145,8 @@ class COSTraceView : public CCoreView, public COSTip, public IViewSender {
     HCURSOR CursorAt(CPoint point) const;
     void BeginGesture(std::unique_ptr<IGesture> gesture);
     void EndGesture();
+    void CancelGesture();
+    void Perform(kvx::KeyAction action);
 
     bool attached_ = false;
     CFont* font_ = nullptr;  // the frame's

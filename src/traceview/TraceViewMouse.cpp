@@ -94,10 +94,10 @@ void COSTraceView::EndGesture() {
     Invalidate(true);
 }
 
-void COSTraceView::OnCaptureChanged() {
+void COSTraceView::CancelGesture() {
     if (!gesture_) return;
-    const std::unique_ptr<IGesture> gesture = std::move(gesture_);
-    gesture->Cancel();
-    SetCursor(arrow_);
-    Invalidate(true);
+    gesture_->Cancel();
+    EndGesture();
 }
+
+void COSTraceView::OnCaptureChanged() { CancelGesture(); }

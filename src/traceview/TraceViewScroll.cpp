@@ -5,7 +5,6 @@
 #include <limits>
 
 #include "host/DebuggerFunctions.h"
-#include "platform/Keys.h"
 #include "trace/TraceData.h"
 #include "traceview/TraceView.h"
 
@@ -197,43 +196,29 @@ void COSTraceView::ScrollVertically(UINT code, int position) {
     Invalidate(true);
 }
 
-void COSTraceView::OnKeyDown(UINT key, UINT, UINT) {
-    struct ScrollKey {
-        UINT key;
-        UINT message;
-        UINT code;
-    };
-    static constexpr ScrollKey kKeys[] = {
-        {VK_PRIOR, WM_VSCROLL, SB_PAGEUP},  {VK_NEXT, WM_VSCROLL, SB_PAGEDOWN},
-        {VK_END, WM_VSCROLL, SB_BOTTOM},    {VK_HOME, WM_VSCROLL, SB_TOP},
-        {VK_LEFT, WM_HSCROLL, SB_LINELEFT}, {VK_UP, WM_VSCROLL, SB_LINEUP},
-        {VK_RIGHT, WM_HSCROLL, SB_LINERIGHT}, {VK_DOWN, WM_VSCROLL, SB_LINEDOWN},
-    };
-    for (const ScrollKey& each : kKeys) {
-        if (each.key == key) SendMessage(each.message, MakeScroll(each.code, 0));
-    }
-    Default();
-}
-
-void COSTraceView::OnExpand() {
-    if (!Service() || !IsOpen()) return;
-    scale_ = std::min(scale_ * expandRate_, std::numeric_limits<double>::max());
-    displayEnd_ = displayStart_ + TraceSpan() / scale_;
-    UpdateHorizontalBar();
-    Invalidate(true);
-}
-
-void COSTraceView::OnReduce() {
-    if (!Service() || !IsOpen()) return;
-    const double scale = std::max(scale_ / reduceRate_, 1.0);
-    const double end = displayStart_ + TraceSpan() / scale;
+// The time at the anchor keeps its place, unless the display would begin before the trace. A wider
+// display needs its records decoded; when the user stops that, everything stays as it was.
+void COSTraceView::ZoomTo(double scale, double anchor) {
+    scale = std::max(1.0, std::min(scale, std::numeric_limits<double>::max()));
+    const double moved = anchor - (anchor - displayStart_) * (scale_ / scale);
+    const double start = std::max(std::min(moved, traceEnd_), traceStart_);
+    const double end = start + TraceSpan() / scale;
     if (DecodeUpTo(end)) {
         scale_ = scale;
+        displayStart_ = start;
         displayEnd_ = end;
     }
     UpdateHorizontalBar();
     UpdateVerticalBar();
     Invalidate(true);
+}
+
+void COSTraceView::OnExpand() {
+    if (Service() && IsOpen()) ZoomTo(scale_ * expandRate_, displayStart_);
+}
+
+void COSTraceView::OnReduce() {
+    if (Service() && IsOpen()) ZoomTo(scale_ / reduceRate_, displayStart_);
 }
 
 void COSTraceView::OnUpdateReduce(CCmdUI& ui) { ui.Enable(IsOpen() && scale_ != 1.0); }

@@ -1,0 +1,65 @@
+#include "traceview/model/KeyBindings.h"
+
+#include "platform/Keys.h"
+
+namespace kvx {
+namespace {
+
+using enum KeyAction;
+
+constexpr KeyBinding Key(UINT key, KeyAction action, const char* keyText, const char* meaning) {
+    return {key, 0, false, false, action, keyText, meaning};
+}
+constexpr KeyBinding Character(char character, KeyAction action, const char* keyText,
+                               const char* meaning) {
+    return {0, character, false, false, action, keyText, meaning};
+}
+constexpr KeyBinding Wheel(KeyAction action, const char* keyText, const char* meaning) {
+    return {0, 0, false, false, action, keyText, meaning};
+}
+
+constexpr KeyBinding kBindings[] = {
+    Key(VK_LEFT, kTimeLeft, "Left", "Scroll back in time"),
+    Key(VK_RIGHT, kTimeRight, "Right", "Scroll forward in time"),
+    Key(VK_UP, kLineUp, "Up", "Scroll one line up"),
+    Key(VK_DOWN, kLineDown, "Down", "Scroll one line down"),
+    Key(VK_PRIOR, kPageUp, "Page Up", "Scroll one page of lines up"),
+    Key(VK_NEXT, kPageDown, "Page Down", "Scroll one page of lines down"),
+    Key(VK_HOME, kTop, "Home", "Go to the first line"),
+    Key(VK_END, kBottom, "End", "Go to the last line"),
+    Character('+', kExpand, "+", "Expand the time scale"),
+    Character('-', kReduce, "-", "Reduce the time scale"),
+    Key('F', kAdjust, "F", "Adjust the display to start and end marker"),
+    {'F', 0, true, false, kSearch, "Ctrl+F", "Search for a system call"},
+    Key(VK_F3, kSearchNext, "F3", "Search the next match"),
+    {VK_F3, 0, false, true, kSearchPrevious, "Shift+F3", "Search the previous match"},
+    Key(VK_ESCAPE, kCancelDrag, "Esc", "End a drag without effect"),
+    Character('?', kKeySheet, "?", "Show this sheet"),
+    Wheel(kWheelLines, "Wheel", "Scroll the lines"),
+    Wheel(kWheelTime, "Shift+Wheel", "Scroll in time"),
+    Wheel(kWheelZoom, "Ctrl+Wheel", "Expand and reduce about the pointer"),
+};
+
+}  // namespace
+
+std::span<const KeyBinding> KeyBindings() { return kBindings; }
+
+std::optional<KeyAction> FindKeyAction(UINT key, bool control, bool shift) {
+    for (const KeyBinding& each : kBindings) {
+        if (each.key != 0 && each.key == key && each.control == control && each.shift == shift) {
+            return each.action;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<KeyAction> FindCharacterAction(UINT character) {
+    for (const KeyBinding& each : kBindings) {
+        if (each.character != 0 && static_cast<UINT>(each.character) == character) {
+            return each.action;
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace kvx
