@@ -13,11 +13,14 @@
 
 namespace kvx::service {
 
+// For contexts that are named without saying where they are; they have no line until they occur.
+inline constexpr std::uint32_t kNoProcessor = kAnyProcessor - 1;
+
 // A context that the file, or the resource file beside it, names beforehand.
 struct DeclaredContext {
     ContextKey key;
     std::string name;
-    std::uint32_t processor = kAnyProcessor;  // where it starts
+    std::uint32_t processor = kAnyProcessor;  // where it starts, kAnyProcessor or kNoProcessor
     bool hasState = false;                    // state is that at the start of the recording
     TaskState state = TaskState::Dormant;
 };
@@ -52,6 +55,8 @@ class Recording {
     virtual bool RecordsStates() const { return true; }
     // What was lost and noted while the file was opened.
     virtual const LossCounters& Losses() const = 0;
+    // What people should be told of it, one sentence each.
+    virtual const std::vector<std::string>& Warnings() const = 0;
 };
 
 }  // namespace kvx::service

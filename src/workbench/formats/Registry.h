@@ -1,0 +1,34 @@
+#pragma once
+// The formats that can be opened. A format looks at a file or folder and says whether it is its
+// own; the first that says so opens it.
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "workbench/formats/OpenRecording.h"
+#include "workbench/formats/text/MappedFile.h"
+
+namespace kvx::formats {
+
+// What a format looks at. For a folder, file is null.
+struct Candidate {
+    std::string path;
+    MappedFile* file = nullptr;
+
+    std::string_view Text() const { return file ? file->Text() : std::string_view(); }
+};
+
+struct Format {
+    const char* name;
+    bool (*recognises)(const Candidate& candidate);
+    // May take the mapped file out of the candidate.
+    Result<std::unique_ptr<Recording>> (*open)(Candidate& candidate, const OpenOptions& options,
+                                               IOpenProgress* progress);
+};
+
+extern const Format kItronText;
+extern const Format kItronStandard;
+extern const Format kCtf;
+
+}  // namespace kvx::formats

@@ -1,0 +1,51 @@
+#include "workbench/formats/itron_text/ItronTextRecording.h"
+
+#include "workbench/formats/Registry.h"
+#include "workbench/formats/itron_text/Message.h"
+#include "workbench/formats/text/LogProbe.h"
+
+namespace kvx::formats::itron_text {
+
+ItronTextRecording::ItronTextRecording(OpenedLog log) : TextLog(std::move(log)) {
+    processors_ = log_.index.processors;
+    if (processors_.empty()) processors_.push_back(0);
+    log_.losses.Add(service::Loss::TimeStepsBack, log_.index.stepsBack);
+    CountCutLine();
+}
+
+void ItronTextRecording::ParseMessage(std::uint32_t /*number*/, std::string_view message,
+                                      service::Record& record) const {
+    itron_text::ParseMessage(message, record);
+}
+
+std::string ItronTextRecording::ParseDetail(std::string_view message) const {
+    return itron_text::ParseDetail(message);
+}
+
+bool ItronTextRecording::IsComplete(std::string_view message) const {
+    return itron_text::IsComplete(message);
+}
+
+}  // namespace kvx::formats::itron_text
+
+namespace kvx::formats {
+
+const Format kItronText = {
+    "ITRON kernel text log",
+    [](const Candidate& candidate) {
+        return LooksLikeLog(candidate.Text(), [](std::string_view message) {
+            service::Record record;
+            itron_text::ParseMessage(message, record);
+            return record.kind != service::RecordKind::Unreadable;
+        });
+    },
+    [](Candidate& candidate, const OpenOptions& options,
+       IOpenProgress* progress) -> Result<std::unique_ptr<Recording>> {
+        auto log = OpenLog(candidate.path, std::move(*candidate.file), options,
+                           itron_text::ReturnStaysBehindCall, progress);
+        if (!log) return log.GetError();
+        return std::unique_ptr<Recording>(
+            std::make_unique<itron_text::ItronTextRecording>(std::move(*log)));
+    }};
+
+}  // namespace kvx::formats

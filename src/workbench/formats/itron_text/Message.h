@@ -1,0 +1,26 @@
+#pragma once
+// The messages of an ITRON kernel text log.
+
+#include <string>
+#include <string_view>
+
+#include "workbench/service/Record.h"
+
+namespace kvx::formats::itron_text {
+
+// Reads the message of a line, which is what stands behind the time, into kind, state, subject,
+// target and name of record; name points into message. A message that begins like one of the
+// kernel's and cannot be read is Unreadable; what the application wrote is a Comment.
+void ParseMessage(std::string_view message, service::Record& record);
+
+// Parameters or returned values of a call's message as "name=value, name=value".
+std::string ParseDetail(std::string_view message);
+
+// Whether the message is of a kind that ends in a full stop or a value, so that a line that the end
+// of the file cuts can be told from one that just lacks its line end.
+bool IsComplete(std::string_view message);
+
+// For LineRules: the return of a call stays behind the call.
+bool ReturnStaysBehindCall(std::string_view line, std::string_view before);
+
+}  // namespace kvx::formats::itron_text

@@ -1,0 +1,47 @@
+// The index of formats: one line each. What is asked first comes first.
+
+#include <array>
+#include <filesystem>
+#include <optional>
+
+#include "workbench/formats/Registry.h"
+
+namespace kvx::formats {
+namespace {
+
+constexpr std::array kFormats = {
+    &kCtf,
+    &kItronStandard,
+    &kItronText,
+};
+
+std::string KnownFormats() {
+    std::string names;
+    for (const auto* format : kFormats)
+        names.append(names.empty() ? "" : ", ").append(format->name);
+    return names;
+}
+
+}  // namespace
+
+Result<std::unique_ptr<Recording>> OpenRecording(const std::string& path,
+                                                 const OpenOptions& options,
+                                                 IOpenProgress* progress) {
+    Candidate candidate{path, nullptr};
+    std::error_code error;
+    const bool folder = std::filesystem::is_directory(path, error);
+    std::optional<MappedFile> file;
+    if (!folder) {
+        auto mapped = MappedFile::Open(path);
+        if (!mapped) return mapped.GetError();
+        if (mapped->Text().empty()) return Error{path + ": the file is empty"};
+        file = std::move(*mapped);
+        candidate.file = &*file;
+    }
+    for (const auto* format : kFormats)
+        if (format->recognises(candidate)) return format->open(candidate, options, progress);
+    if (folder) return Error{path + ": the folder holds no CTF trace (no file \"metadata\" in it)"};
+    return Error{path + ": not a trace of a known format (" + KnownFormats() + ")"};
+}
+
+}  // namespace kvx::formats

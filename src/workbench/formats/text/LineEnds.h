@@ -1,0 +1,35 @@
+#pragma once
+// Where the lines of a block of text end.
+
+#include <cstdint>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace kvx::formats {
+
+inline constexpr std::size_t kLineBlock = 64;
+
+// Bit i is set where byte i of the block's 64 bytes is a line feed.
+inline std::uint64_t LineEnds(const char* block) {
+#if defined(__SSE2__)
+    const __m128i feed = _mm_set1_epi8('\n');
+    std::uint64_t ends = 0;
+    for (int part = 0; part < 4; ++part) {
+        __m128i bytes;
+        std::memcpy(&bytes, block + 16 * part, sizeof(bytes));
+        const auto mask =
+            static_cast<std::uint32_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, feed)));
+        ends |= std::uint64_t{mask} << (16 * part);
+    }
+    return ends;
+#else
+    std::uint64_t ends = 0;
+    for (std::size_t i = 0; i < kLineBlock; ++i) ends |= std::uint64_t{block[i] == '\n'} << i;
+    return ends;
+#endif
+}
+
+}  // namespace kvx::formats

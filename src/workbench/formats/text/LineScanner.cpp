@@ -1,0 +1,290 @@
+#include "workbench/formats/text/LineScanner.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <limits>
+#include <tuple>
+
+#include "workbench/formats/OpenRecording.h"
+#include "workbench/formats/text/LineEnds.h"
+#include "workbench/formats/text/LineReader.h"
+#include "workbench/formats/text/TimedLine.h"
+
+namespace kvx::formats {
+namespace {
+
+constexpr std::uint64_t kProgressStep = std::uint64_t{32} << 20;
+constexpr std::uint32_t kMostRecords = std::numeric_limits<std::int32_t>::max();
+constexpr std::size_t kMostQuickDigits = 16;
+constexpr std::size_t kQuickRoom = 32;  // bytes from a line's beginning that the quick way may read
+constexpr int kNearLines = 32;          // looked at, one by one, for the place of an earlier line
+constexpr int kSameProcessorLines = 256;
+constexpr std::int64_t kBeforeAll = std::numeric_limits<std::int64_t>::min();
+
+std::uint64_t Load(const char* bytes) {
+    std::uint64_t value = 0;
+    std::memcpy(&value, bytes, sizeof(value));
+    return value;
+}
+
+// The eight bytes as a number that compares as the bytes do one after the other.
+std::uint64_t InOrder(std::uint64_t loaded) {
+    return std::endian::native == std::endian::little ? __builtin_bswap64(loaded) : loaded;
+}
+
+bool AreDigits(std::uint64_t loaded, std::uint64_t mask) {
+    constexpr std::uint64_t kHigh = 0xF0F0F0F0F0F0F0F0u;
+    const std::uint64_t high = (loaded & kHigh) ^ 0x3030303030303030u;
+    const std::uint64_t above9 = ((loaded & ~kHigh) + 0x0606060606060606u) & kHigh;
+    return ((high | above9) & mask) == 0;
+}
+
+std::uint64_t MaskOfFirst(std::size_t bytes) {
+    char mask[8] = {};
+    std::fill_n(mask, std::min<std::size_t>(bytes, 8), '\xFF');
+    return Load(mask);
+}
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+}  // namespace
+
+bool LineScanner::Scan(IOpenProgress* progress) {
+    const std::uint64_t size = text_.size();
+    std::uint64_t begin = text_.starts_with("\xEF\xBB\xBF") ? 3 : 0;
+    std::uint64_t reported = 0;
+    for (std::uint64_t block = 0; block + kLineBlock <= size; block += kLineBlock) {
+        for (auto ends = LineEnds(text_.data() + block); ends; ends &= ends - 1) {
+            const auto end = block + static_cast<std::uint64_t>(std::countr_zero(ends));
+            if (end < begin) continue;
+            OnLine(begin, end);
+            begin = end + 1;
+        }
+        if (block - reported < kProgressStep) continue;
+        reported = block;
+        if (progress && !progress->Progress(block, size)) return false;
+    }
+    while (begin < size) {
+        const auto end = std::min<std::uint64_t>(text_.find('\n', begin), size);
+        OnLine(begin, end);
+        begin = end + 1;
+    }
+    return true;
+}
+
+void LineScanner::OnLine(std::uint64_t begin, std::uint64_t end) {
+    const char* line = text_.data() + begin;
+    const bool quick = digits_ != 0 && begin + kQuickRoom <= text_.size() && line[0] == '[' &&
+                       line[digits_ + 1] == ']';
+    if (!quick) return OnOtherLine(begin, end);
+    const std::uint64_t first = Load(line + 1);
+    const std::uint64_t second = Load(line + 9);
+    if (!AreDigits(first, mask1_) || !AreDigits(second, mask2_)) return OnOtherLine(begin, end);
+    const Key key{InOrder(first & mask1_), InOrder(second & mask2_)};
+    if (key.high < latest_.high || (key.high == latest_.high && key.low < latest_.low))
+        return OnEarlierLine(begin, text_.substr(begin, end - begin));
+    AddRecord(begin);
+    ++index_.timedRecords;
+    latest_ = key;
+    latestOffset_ = begin;
+    if (line[digits_ + 2] == ':') NoteProcessor(line + digits_ + 2);
+}
+
+void LineScanner::OnOtherLine(std::uint64_t begin, std::uint64_t end) {
+    const auto line = text_.substr(begin, end - begin);
+    if (IsBlank(line)) return;
+    const auto parsed = ParseTimedLine(line, rules_.radix);
+    if (!parsed) return AddRecord(begin);
+    if (hasLatest_ && parsed->time < LatestTime()) return OnEarlierLine(begin, line);
+    AddRecord(begin);
+    ++index_.timedRecords;
+    if (parsed->processor) processors_.insert(*parsed->processor);
+    Keep(begin, line.find(']') - 1);
+}
+
+void LineScanner::Keep(std::uint64_t begin, std::size_t digits) {
+    hasLatest_ = true;
+    latestOffset_ = begin;
+    const bool quick =
+        rules_.radix == 10 && digits <= kMostQuickDigits && begin + kQuickRoom <= text_.size();
+    digits_ = quick ? digits : 0;
+    if (!quick) return;
+    mask1_ = MaskOfFirst(digits);
+    mask2_ = digits > 8 ? MaskOfFirst(digits - 8) : 0;
+    latest_ = {InOrder(Load(text_.data() + begin + 1) & mask1_),
+               InOrder(Load(text_.data() + begin + 9) & mask2_)};
+}
+
+void LineScanner::OnEarlierLine(std::uint64_t begin, std::string_view line) {
+    const auto parsed = ParseTimedLine(line, rules_.radix);
+    if (parsed->processor) processors_.insert(*parsed->processor);
+    ++index_.timedRecords;
+    const auto time = TimeToHold(begin, line, *parsed);
+    if (time < LatestTime() && !index_.truncated) {
+        const Place place = PlaceOf(begin, time);
+        moves_.push_back({index_.records, place.line, time, begin, place.offset});
+    }
+    AddRecord(begin);
+}
+
+void LineScanner::AddRecord(std::uint64_t begin) {
+    if (index_.records == kMostRecords) {
+        index_.truncated = true;
+        return;
+    }
+    if (index_.records % LineIndex::kMarkDistance == 0) {
+        index_.marks.push_back(begin);
+        latestAtMark_.push_back(hasLatest_ ? LatestTime() : kBeforeAll);
+    }
+    ++index_.records;
+}
+
+// afterTime begins with a colon and has a few bytes behind it.
+void LineScanner::NoteProcessor(const char* afterTime) {
+    if (afterTime[1] != '[') return;
+    if (IsDigit(afterTime[2]) && afterTime[3] == ']') {
+        seenProcessors_ |= 1u << (afterTime[2] - '0');
+        return;
+    }
+    const auto at = static_cast<std::size_t>(afterTime + 2 - text_.data());
+    LineCursor cursor(text_.substr(at, 16));
+    if (const auto number = cursor.AcceptNumber<std::uint32_t>(); number && cursor.Accept("]:"))
+        processors_.insert(*number);
+}
+
+// The time by which an earlier line is put in order. Counts it if its own processor steps back.
+std::int64_t LineScanner::TimeToHold(std::uint64_t begin, std::string_view line,
+                                     const TimedLine& parsed) {
+    for (int i = 0; i < kSameProcessorLines && begin > 0; ++i) {
+        begin = LineBefore(begin);
+        const auto before = LineAt(begin);
+        const auto other = ParseTimedLine(before, rules_.radix);
+        if (!other || other->processor != parsed.processor) continue;
+        if (other->time <= parsed.time) break;
+        ++index_.stepsBack;
+        const bool held = rules_.staysBehind && rules_.staysBehind(line, before);
+        return held ? other->time : parsed.time;
+    }
+    return parsed.time;
+}
+
+// The first line in order of time whose time is later.
+LineScanner::Place LineScanner::PlaceOf(std::uint64_t begin, std::int64_t time) const {
+    Place place;
+    auto offset = begin;
+    auto line = index_.records;
+    auto moved = moves_.size();
+    for (int i = 0; i < kNearLines && line > 0; ++i) {
+        offset = LineBefore(offset);
+        --line;
+        while (moved > 0 && moves_[moved - 1].offset > offset) --moved;
+        if (moved > 0 && moves_[moved - 1].offset == offset) continue;
+        const auto parsed = ParseTimedLine(LineAt(offset), rules_.radix);
+        if (!parsed) continue;
+        if (parsed->time <= time && place.offset) return place;
+        if (parsed->time > time) place = {line, offset};
+    }
+    return PlaceFarBack(time);
+}
+
+LineScanner::Place LineScanner::PlaceFarBack(std::int64_t time) const {
+    const auto after = std::ranges::upper_bound(latestAtMark_, time);
+    const auto mark = static_cast<std::size_t>(after - latestAtMark_.begin()) - 1;
+    Place place{static_cast<std::uint32_t>(mark * LineIndex::kMarkDistance), index_.marks[mark]};
+    while (place.line < index_.records) {
+        const auto line = LineAt(place.offset);
+        const auto parsed = ParseTimedLine(line, rules_.radix);
+        if (parsed && parsed->time > time) break;
+        place.offset = LineAfter(place.offset);
+        ++place.line;
+    }
+    return place;
+}
+
+std::string_view LineScanner::LineAt(std::uint64_t offset) const {
+    const auto end = std::min<std::uint64_t>(text_.find('\n', offset), text_.size());
+    return text_.substr(offset, end - offset);
+}
+
+// Where the line after that one begins, blank lines left out.
+std::uint64_t LineScanner::LineAfter(std::uint64_t offset) const {
+    do {
+        offset = std::min<std::uint64_t>(text_.find('\n', offset), text_.size() - 1) + 1;
+    } while (offset < text_.size() && IsBlank(LineAt(offset)));
+    return offset;
+}
+
+// Where the line before that one begins, blank lines left out; 0 where there is none.
+std::uint64_t LineScanner::LineBefore(std::uint64_t offset) const {
+    while (offset > 1) {
+        const auto feed = text_.rfind('\n', offset - 2);
+        offset = feed == std::string_view::npos ? 0 : feed + 1;
+        if (!IsBlank(LineAt(offset))) break;
+    }
+    return offset;
+}
+
+std::int64_t LineScanner::LatestTime() const {
+    return ParseTimedLine(LineAt(latestOffset_), rules_.radix)->time;
+}
+
+void LineScanner::BuildSegments() {
+    if (index_.records == 0) return;
+    auto inserts = moves_;
+    std::ranges::sort(inserts, {}, [](const Move& move) {
+        return std::tuple(move.before, move.time, move.line);
+    });
+    std::uint32_t record = 0;
+    std::uint32_t end = 0;  // line behind the last one emitted
+    const auto emit = [&](std::uint32_t line, std::uint64_t offset, std::uint32_t count) {
+        if (count == 0) return;
+        if (record == 0 || line != end) index_.segments.push_back({record, line, offset});
+        record += count;
+        end = line + count;
+    };
+    std::uint32_t line = 0;
+    std::uint64_t offset = index_.marks.front();
+    auto insert = inserts.begin();
+    for (const auto& removed : moves_) {
+        for (; insert != inserts.end() && insert->before <= removed.line; ++insert) {
+            if (insert->before > line) {
+                emit(line, offset, insert->before - line);
+                line = insert->before;
+                offset = insert->beforeOffset;
+            }
+            emit(insert->line, insert->offset, 1);
+        }
+        emit(line, offset, removed.line - line);
+        line = removed.line + 1;
+        offset = LineAfter(removed.offset);
+    }
+    emit(line, offset, index_.records - line);
+}
+
+LineIndex LineScanner::Finish() {
+    BuildSegments();
+    for (std::uint32_t digit = 0; digit < 10; ++digit)
+        if (seenProcessors_ >> digit & 1) processors_.insert(digit);
+    index_.processors.assign(processors_.begin(), processors_.end());
+    if (hasLatest_) {
+        index_.lastTime = LatestTime();
+        LineReader reader(index_);
+        std::optional<TimedLine> first;
+        while (!first && reader.Position() < index_.records)
+            first = ParseTimedLine(reader.Next(), rules_.radix);
+        if (first) index_.firstTime = std::min(first->time, index_.lastTime);
+    }
+    return std::move(index_);
+}
+
+LineIndex BuildLineIndex(std::string_view text, const LineRules& rules, IOpenProgress* progress,
+                         bool& cancelled) {
+    LineScanner scanner(text, rules);
+    cancelled = !scanner.Scan(progress);
+    return scanner.Finish();
+}
+
+}  // namespace kvx::formats

@@ -1,0 +1,75 @@
+#pragma once
+// What all text logs of timed lines share: the mapped file, its index, its resource file.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "workbench/formats/OpenRecording.h"
+#include "workbench/formats/text/LineIndex.h"
+#include "workbench/formats/text/LineReader.h"
+#include "workbench/formats/text/MappedFile.h"
+#include "workbench/formats/text/ResourceFile.h"
+
+namespace kvx::formats {
+
+// A text log that is open and indexed.
+struct OpenedLog {
+    std::string path;
+    MappedFile file;
+    ResourceFile resources;
+    LineIndex index;
+    service::LossCounters losses;
+    std::vector<std::string> warnings;
+};
+
+// staysBehind: see LineRules.
+Result<OpenedLog> OpenLog(const std::string& path, MappedFile file, const OpenOptions& options,
+                          bool (*staysBehind)(std::string_view, std::string_view),
+                          IOpenProgress* progress);
+
+class TextLog : public Recording {
+  public:
+    std::string Path() const override { return log_.path; }
+    const service::TraceClock& Clock() const override { return clock_; }
+    const std::vector<std::uint32_t>& Processors() const override { return processors_; }
+    const std::vector<service::DeclaredContext>& Contexts() const override {
+        return log_.resources.contexts;
+    }
+    bool StartsIdle(std::uint32_t processor) const override;
+    std::uint32_t RecordCount() const override { return log_.index.records; }
+    std::int64_t FirstTime() const override { return log_.index.firstTime; }
+    std::int64_t LastTime() const override { return log_.index.lastTime; }
+    void Read(std::uint32_t first, std::span<service::Record> out) override;
+    std::string Detail(std::uint32_t record) const override;
+    std::string NameOf(std::uint32_t record) const override { return std::string(At(record).name); }
+    std::int64_t TimeOf(std::uint32_t record) const override { return At(record).time; }
+    const service::LossCounters& Losses() const override { return log_.losses; }
+    const std::vector<std::string>& Warnings() const override { return log_.warnings; }
+
+  protected:
+    explicit TextLog(OpenedLog log);
+
+    // What stands behind the time of a record. Comes with time and processor set.
+    virtual void ParseMessage(std::uint32_t number, std::string_view message,
+                              service::Record& record) const = 0;
+    virtual std::string ParseDetail(std::string_view message) const = 0;
+    // False: the message may be the beginning of a longer one.
+    virtual bool IsComplete(std::string_view message) const = 0;
+    // Counts the last line if the end of the file cuts it. For the end of construction.
+    void CountCutLine();
+
+    OpenedLog log_;
+    service::TraceClock clock_;
+    std::vector<std::uint32_t> processors_;
+
+  private:
+    void Parse(std::uint32_t number, std::string_view line, service::Record& record) const;
+    std::string_view LineOf(std::uint32_t record) const;
+    service::Record At(std::uint32_t record) const;
+    bool IsCut(std::string_view line) const;
+
+    LineReader reader_{log_.index};
+};
+
+}  // namespace kvx::formats
