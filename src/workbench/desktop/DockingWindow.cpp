@@ -5,16 +5,22 @@
 
 namespace kvx::desktop {
 
+// The control is in the middle of its creation: what it holds comes after this call, and would miss
+// a size that it got before.
 void DockArea::SetControl(QWidget* control) {
     control_ = control;
     if (!control) return;
-    control->setGeometry(rect());
     setFocusProxy(control);
+    QMetaObject::invokeMethod(this, [this] { Fit(); }, Qt::QueuedConnection);
+}
+
+void DockArea::Fit() {
+    if (control_) control_->setGeometry(rect());
 }
 
 void DockArea::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    if (control_) control_->setGeometry(rect());
+    Fit();
 }
 
 void DockArea::contextMenuEvent(QContextMenuEvent* event) {

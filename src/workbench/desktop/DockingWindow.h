@@ -29,6 +29,8 @@ class DockArea final : public QWidget {
     void focusInEvent(QFocusEvent* event) override;
 
   private:
+    void Fit();
+
     QPointer<QWidget> control_;
     QPointer<QMenu> menu_;
 };

@@ -2,6 +2,7 @@
 // What every interface object of the host has in common: it answers its own identifier and is not
 // counted; its owner keeps it for as long as a component is connected.
 
+#include "host/Guarded.h"
 #include "host/Host.h"
 
 namespace kvx::desktop {
@@ -21,14 +22,6 @@ class Implementation : public Interface {
     ~Implementation() = default;
 };
 
-// Runs the body of an interface method; what it throws becomes a failure.
-template <class Body>
-HRESULT Guarded(Body&& body) noexcept {
-    try {
-        return body();
-    } catch (...) {
-        return E_FAIL;
-    }
-}
+using host::Guarded;
 
 }  // namespace kvx::desktop
