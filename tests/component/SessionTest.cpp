@@ -1,0 +1,181 @@
+// Whole sessions: the window opens, shows the trace, and goes again.
+
+#include <gtest/gtest.h>
+
+#include "component/ModuleBoxes.h"
+#include "component/TestHost.h"
+#include "host/FormatViewClient.h"
+#include "host/OSTraceRange.h"
+#include "platform/Resources.h"
+
+namespace kvx::test {
+namespace {
+
+constexpr std::uint32_t kOpenOSTrace = 32770;
+
+ScriptedTrace SmallTrace() {
+    ScriptedTrace trace;
+    const auto handler = trace.AddHandler(3, "timer", 0x1234);
+    const auto control = trace.AddTask(1, "control");
+    const auto logger = trace.AddTask(2, "logger");
+    const auto idle = trace.AddIdle();
+    trace.State(0, control, 1);
+    trace.State(0, logger, 6);
+    for (int i = 0; i < 200; ++i) {
+        const std::int64_t t = i * 100;
+        trace.Dispatch(t, idle, handler);
+        trace.Dispatch(t + 10, handler, control);
+        trace.Call(t + 15, control, 4, {"sig_sem", "semid=1", "ercd=0"});
+        trace.State(t + 20, control, 4);
+        trace.Dispatch(t + 20, control, logger);
+        trace.Dispatch(t + 60, logger, idle);
+    }
+    return trace;
+}
+
+TEST(Session, OneWindowOpensAndShowsTheTrace) {
+    TestHost host;
+    ModuleBoxes boxes;
+    host.trace.Load(SmallTrace());
+    const Session session(host);
+    auto* const window = static_cast<IQEOSTraceWindow*>(host.services[host::kOSTraceWindow]);
+    std::uint16_t open = 1;
+    window->IsOpen(&open);
+    EXPECT_EQ(open, 0);
+
+    EXPECT_EQ(host.docking.Command(kOpenOSTrace), S_OK);
+    window->IsOpen(&open);
+    EXPECT_EQ(open, 0xFFFF);
+    EXPECT_EQ(host.docking.states[host.docking.Docking()], kDockShow);
+    host.Send(host::kEventTraceReady);
+    EXPECT_EQ(host.trace.Decoded(), 300u);
+    EXPECT_TRUE(host.docking.StateOf(47104).enabled);  // Expand
+
+    // A second open command shows the window that is there.
+    host.docking.states.clear();
+    EXPECT_EQ(host.docking.Command(kOpenOSTrace), S_OK);
+    EXPECT_EQ(host.docking.windows.size(), 1u);
+    EXPECT_EQ(host.docking.states[host.docking.Docking()], kDockShow);
+
+    host.Send(host::kEventTargetDisconnected);
+    EXPECT_FALSE(host.docking.StateOf(47104).enabled);
+}
+
+TEST(Session, AnExactRangeDecodesNoMoreThanItNeeds) {
+    TestHost host;
+    ModuleBoxes boxes;
+    host.trace.Load(SmallTrace());
+    const Session session(host);
+    auto* const range =
+        static_cast<host::IQOSTraceRange*>(host.services[host::kOSTraceRange]);
+    EXPECT_EQ(range->SetDisplayRange(0, 100), E_FAIL);  // no window
+    host.docking.Command(kOpenOSTrace);
+    host.Send(host::kEventTraceReady);
+    EXPECT_EQ(range->SetDisplayRange(100, 100), E_INVALIDARG);
+    EXPECT_EQ(range->SetDisplayRange(0, 1e9), E_INVALIDARG);
+    EXPECT_EQ(range->SetDisplayRange(1000, 8000), S_OK);
+    EXPECT_GT(host.trace.Decoded(), 480u);
+    EXPECT_LT(host.trace.Decoded(), 520u);
+    EXPECT_EQ(range->SetDisplayRange(0, static_cast<double>(host.trace.end)), S_OK);
+    EXPECT_EQ(host.trace.Decoded(), host.trace.Trace().Count());
+}
+
+TEST(Session, ClosingIsRefusedWhileTheTargetRuns) {
+    TestHost host;
+    ModuleBoxes boxes;
+    const Session session(host);
+    host.docking.Command(kOpenOSTrace);
+    IQCommandTarget* const target = host.docking.TargetOf(47104);
+    ASSERT_NE(target, nullptr);
+    host.runState.running = true;
+    host.docking.states.clear();
+    EXPECT_EQ(target->OnCloseRequest(), S_FALSE);
+    EXPECT_EQ(host.docking.states[host.docking.Docking()], kDockShow);
+    EXPECT_FALSE(host.docking.StateOf(kOpenOSTrace).enabled);
+    EXPECT_FALSE(host.docking.StateOf(32769).enabled);
+    host.runState.running = false;
+    EXPECT_TRUE(host.docking.StateOf(32769).enabled);
+    EXPECT_EQ(target->OnCloseRequest(), S_OK);
+    EXPECT_EQ(host.docking.TargetOf(47104), nullptr);
+    std::uint16_t open = 1;
+    static_cast<IQEOSTraceWindow*>(host.services[host::kOSTraceWindow])->IsOpen(&open);
+    EXPECT_EQ(open, 0);
+    EXPECT_TRUE(host.docking.StateOf(kOpenOSTrace).enabled);
+}
+
+TEST(Session, ToolbarAndDockingCommands) {
+    TestHost host;
+    ModuleBoxes boxes;
+    const Session session(host);
+    host.docking.Command(kOpenOSTrace);
+    const HWND docking = host.docking.Docking();
+    EXPECT_EQ(host.docking.StateOf(32771).checked, 1);
+    EXPECT_EQ(host.docking.Command(32772), S_OK);
+    EXPECT_EQ(host.docking.customized, std::vector<HWND>{docking});
+    EXPECT_EQ(host.docking.Command(32771), S_OK);
+    EXPECT_EQ(host.docking.StateOf(32771).checked, 0);
+    EXPECT_FALSE(host.docking.StateOf(32772).enabled);
+    EXPECT_EQ(host.docking.StateOf(32768).checked, 1);
+    host.docking.states[docking] = kDockFloating;
+    EXPECT_EQ(host.docking.StateOf(32768).checked, 0);
+    host.docking.states[docking] = kDockFloating | kDockMayDock;
+    EXPECT_EQ(host.docking.StateOf(32768).checked, 1);
+    host.docking.Command(32769);
+    EXPECT_EQ(host.docking.states[docking], kDockHide);
+}
+
+TEST(Session, ADockingWindowThatCannotBeMadeLeavesNoWindow) {
+    TestHost host;
+    ModuleBoxes boxes;
+    host.docking.refuseWindows = true;
+    const Session session(host);
+    host.docking.Command(kOpenOSTrace);
+    EXPECT_EQ(host.docking.Control(), nullptr);
+    EXPECT_TRUE(host.docking.StateOf(kOpenOSTrace).enabled);
+}
+
+TEST(Session, ALibraryWithoutAFunctionLeavesTheDebuggerDisconnected) {
+    TestHost host;
+    host.trace.Load(SmallTrace());
+    // The resource library is a module too, and exports none of the debugger's functions.
+    const HMODULE wrong = LoadLibrary(BinDirectory() + "/KvxOSTraceExtRes.dll");
+    ASSERT_NE(wrong, nullptr);
+    const HMODULE right = std::exchange(host.debugger.module, wrong);
+    {
+        ModuleBoxes boxes;
+        const Session session(host);
+        EXPECT_EQ(boxes.Take(),
+                  std::vector<std::string>{
+                      "Can not get the address of the function IN1_Get_mcu_info."});
+        host.docking.Command(kOpenOSTrace);
+        host.Send(host::kEventTraceReady);
+        EXPECT_FALSE(host.docking.StateOf(47104).enabled);
+    }
+    host.debugger.module = right;
+    FreeLibrary(wrong);
+}
+
+TEST(Session, FontAndColoursAreKeptAsProperties) {
+    TestHost host;
+    ModuleBoxes boxes;
+    const Session session(host);
+    auto* const format = static_cast<IQFormatViewClient2*>(host.advised[host::kFormatViewClient]);
+    Bstr text;
+    EXPECT_EQ(format->GetName(text.Receive()), S_OK);
+    EXPECT_EQ(text.Utf8(), "OS Trace, OS Analyze");
+    std::int32_t points = 0;
+    format->GetFont(text.Receive(), &points);
+    EXPECT_EQ(text.Utf8(), "Courier New");
+    EXPECT_EQ(points, 11);
+    host.docking.Command(kOpenOSTrace);
+    format->SetFont(Bstr("Liberation Mono").Get(), 14);
+    format->SetTextColours(1, 6);
+    EXPECT_EQ(host.properties.texts["KVX_OSTRACE_FONT_NAME"], "Liberation Mono");
+    EXPECT_EQ(host.properties.numbers["KVX_OSTRACE_FONT_SIZE"], 14);
+    EXPECT_EQ(host.properties.numbers["KVX_OSTRACE_FGCOLOUR"], 1);
+    EXPECT_EQ(host.properties.numbers["KVX_OSTRACE_BKCOLOUR"], 6);
+    EXPECT_EQ(format->GetItemColours(nullptr, nullptr, nullptr), E_FAIL);
+}
+
+}  // namespace
+}  // namespace kvx::test
