@@ -3,6 +3,7 @@
 #include "platform/Backend.h"
 #include "platform/DialogResponder.h"
 #include "platform/WinApp.h"
+#include "platform/WindowState.h"
 
 int CColorDialog::DoModal() {
     if (IDialogResponder* responder = GetDialogResponder()) {
@@ -11,6 +12,7 @@ int CColorDialog::DoModal() {
             return answer->accepted ? IDOK : IDCANCEL;
         }
     }
+    kvx::EndCapture();
     const CWnd* const owner = parent_ ? parent_ : AfxGetMainWnd();
     const auto chosen =
         kvx::Backend().Dialogs().Colour(colour_, owner ? owner->GetSafeHwnd() : nullptr);

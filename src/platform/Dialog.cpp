@@ -14,6 +14,7 @@
 #include "platform/SystemInfo.h"
 #include "platform/TextCache.h"
 #include "platform/WinApp.h"
+#include "platform/WindowState.h"
 
 const CRuntimeClass CDialog::kClass = MakeDynamicClass<CDialog>("CDialog", &CWnd::kClass);
 
@@ -178,21 +179,26 @@ void CDialog::SetDefID(UINT id) {
     mark(true);
 }
 
+// Until EndDialog, by the user or by who answers in place of the user.
+void CDialog::RunToEnd() {
+    IDialogResponder* const responder = GetDialogResponder();
+    if (!responder) return kvx::Backend().Windows().RunModal(m_hWnd);
+    ShowWindow(SW_SHOW);
+    if (!responder->OnModalDialog(*this))
+        kvx::Backend().Windows().RunModal(m_hWnd);
+    else if (!ended_)
+        OnCancel();
+}
+
 int CDialog::DoModal() {
+    kvx::EndCapture();
     CWnd* const parent = parent_ ? parent_ : AfxGetMainWnd();
     modal_ = true;
     if (!Create(templateId_, parent)) {
         modal_ = false;
         return -1;
     }
-    if (!ended_) {
-        ShowWindow(SW_SHOW);
-        IDialogResponder* const responder = GetDialogResponder();
-        if (!responder || !responder->OnModalDialog(*this))
-            kvx::Backend().Windows().RunModal(m_hWnd);
-        else if (!ended_)
-            OnCancel();
-    }
+    if (!ended_) RunToEnd();
     modal_ = false;
     DestroyWindow();
     controls_.clear();

@@ -6,6 +6,7 @@
 #include "platform/Backend.h"
 #include "platform/MessageBox.h"
 #include "platform/WinApp.h"
+#include "platform/WindowState.h"
 
 namespace fs = std::filesystem;
 
@@ -56,6 +57,7 @@ CFileDialog::CFileDialog(bool open, const CString& defaultExtension, const CStri
 }
 
 int CFileDialog::DoModal() {
+    kvx::EndCapture();
     const CWnd* const owner = parent_ ? parent_ : AfxGetMainWnd();
     request_.owner = owner ? owner->GetSafeHwnd() : nullptr;
     while (true) {

@@ -4,6 +4,7 @@
 
 #include "platform/Backend.h"
 #include "platform/Resources.h"
+#include "platform/WindowState.h"
 #include "platform/Wnd.h"
 
 namespace {
@@ -119,6 +120,7 @@ void CMenu::Update(CWnd* window) {
 }
 
 UINT CMenu::TrackPopupMenu(POINT screen, CWnd* window) {
+    kvx::EndCapture();
     if (window) Update(window);
     std::optional<UINT> choice;
     if (IDialogResponder* responder = GetDialogResponder()) choice = responder->OnPopupMenu(*this);

@@ -3,12 +3,14 @@
 #include "platform/Backend.h"
 #include "platform/SystemInfo.h"
 #include "platform/WinApp.h"
+#include "platform/WindowState.h"
 
 int MessageBox(HWND owner, const CString& text, const CString& caption, UINT type) {
     if (!owner) owner = AfxGetMainWnd() ? AfxGetMainWnd()->GetSafeHwnd() : nullptr;
     const MessageBoxRequest request{owner, text, caption, type};
     if (IDialogResponder* responder = GetDialogResponder())
         if (const auto answer = responder->OnMessageBox(request)) return *answer;
+    kvx::EndCapture();
     MessageBeep(type & MB_ICONMASK);
     return kvx::Backend().Dialogs().MessageBox(request);
 }

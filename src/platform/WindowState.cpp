@@ -19,6 +19,11 @@ WindowFrame FrameOf(DWORD style, DWORD exStyle) {
     return frame;
 }
 
+void EndCapture() {
+    CWnd* const window = InstalledBackend() ? CWnd::GetCapture() : nullptr;
+    if (window) window->SendMessage(WM_CANCELMODE);
+}
+
 WindowState* WindowState::Of(const CWnd* window) {
     return window ? window->state_.get() : nullptr;
 }
@@ -29,6 +34,7 @@ LRESULT WindowState::Dispatch(CWnd& window, UINT message, WPARAM wParam, LPARAM 
 }
 
 LRESULT WindowState::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_SIZE && !living_) return 0;
     if (message == WM_SIZE) Invalidate({0, 0, ParamX(lParam), ParamY(lParam)}, true);
     const HWND handle = Handle();
     const LRESULT result = Dispatch(*owner_, message, wParam, lParam);

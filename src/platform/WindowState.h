@@ -32,6 +32,8 @@ class WindowState final : public IWindowSink {
     DROPEFFECT OnDrop(const COleDataObject& data, DROPEFFECT effect, POINT client) override;
     void OnWindowGone() override;
 
+    // The window is made; sizes that change before that are not told.
+    void BeginLife() { living_ = true; }
     // WM_DESTROY, once.
     void NotifyDestroy();
 
@@ -73,12 +75,16 @@ class WindowState final : public IWindowSink {
     bool erase_ = false;
     bool painting_ = false;
     bool taken_ = false;  // the handler of WM_PAINT took the invalid part
+    bool living_ = false;
     bool destroyed_ = false;
     ScrollBarState bars_[2];
     CView* dropView_ = nullptr;
     bool acceptFiles_ = false;
     bool viewTakesDrag_ = false;
 };
+
+// Before something modal opens: the window that has the mouse is told to give it up.
+void EndCapture();
 
 // Edges that the styles ask for.
 WindowFrame FrameOf(DWORD style, DWORD exStyle);

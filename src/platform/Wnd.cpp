@@ -83,6 +83,7 @@ bool CWnd::FinishCreate(const CREATESTRUCT& create) {
         state->Bar(bar).Show((create.style & (bar == SB_HORZ ? WS_HSCROLL : WS_VSCROLL)) != 0);
         if (Kind(create.style) == kvx::WindowKind::Plain) state->ShowBar(bar);
     }
+    state->BeginLife();
     if (state->OnMessage(WM_CREATE, 0, reinterpret_cast<LPARAM>(&create)) == -1) {
         if (alive()) DestroyWindow();
         return false;

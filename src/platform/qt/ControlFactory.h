@@ -1,0 +1,13 @@
+#pragma once
+// Makes the toolkit's controls and turns their signals into WM_COMMAND of the parent.
+
+#include "platform/Backend.h"
+
+class QWidget;
+
+namespace kvx::qt {
+
+// Any kind but Plain. The parent owns it.
+QWidget* MakeControl(const WindowRequest& request, QWidget* parent, IWindowSink* sink);
+
+}  // namespace kvx::qt

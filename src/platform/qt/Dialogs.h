@@ -1,0 +1,17 @@
+#pragma once
+// Standard dialogs and popup menus of the toolkit.
+
+#include "platform/Backend.h"
+
+namespace kvx::qt {
+
+class QtDialogs final : public IStandardDialogs {
+  public:
+    int MessageBox(const MessageBoxRequest& request) override;
+    CString File(const FileDialogRequest& request) override;
+    std::optional<COLORREF> Colour(COLORREF initial, HWND owner) override;
+    UINT PopupMenu(const CMenu& menu, POINT screen) override;
+    bool ReadMenuBar(HWND window, CMenu& menu) override;
+};
+
+}  // namespace kvx::qt

@@ -1,0 +1,55 @@
+#pragma once
+// What every widget of this module adds to its toolkit class: the sink of its messages, and a place
+// in the list of this module's widgets.
+
+#include <QWidget>
+
+#include "platform/Backend.h"
+
+namespace kvx::qt {
+
+class OwnWindow {
+  public:
+    // The widget is not complete yet; it is only remembered.
+    OwnWindow(QWidget* widget, IWindowSink* sink);
+    virtual ~OwnWindow();
+    OwnWindow(const OwnWindow&) = delete;
+    OwnWindow& operator=(const OwnWindow&) = delete;
+
+    // Null when the widget is not this module's.
+    static OwnWindow* Of(const QWidget* widget);
+
+    void SetSink(IWindowSink* sink) { sink_ = sink; }
+    IWindowSink* Sink() const { return sink_; }
+    // Tells the sink that the window goes, once. Derived destructors call it first.
+    void Detach();
+    // 0 without a sink.
+    LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+    // Takes a message that arrives as an event; true when the event was one.
+    bool TakeMessage(QEvent* event);
+
+    // While any widget of this module handles an event, none may be deleted.
+    class EventScope {
+      public:
+        EventScope();
+        ~EventScope();
+        EventScope(const EventScope&) = delete;
+        EventScope& operator=(const EventScope&) = delete;
+        static bool Active();
+    };
+
+  private:
+    QWidget* widget_;
+    IWindowSink* sink_;
+};
+
+// The window's id among its siblings, kept where every module finds it.
+void SetWindowId(QWidget* widget, UINT id);
+UINT WindowId(const QWidget* widget);
+
+// Widgets that are no windows to the layer above: scroll bars, and windows that are destroyed but
+// cannot be deleted yet.
+void SetInternal(QWidget* widget);
+bool IsInternal(const QWidget* widget);
+
+}  // namespace kvx::qt

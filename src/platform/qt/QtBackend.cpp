@@ -1,0 +1,70 @@
+#include "platform/qt/QtBackend.h"
+
+#include <QApplication>
+#include <cstdlib>
+#include <memory>
+#include <utility>
+
+#include "platform/WindowMap.h"
+#include "platform/qt/Controls.h"
+#include "platform/qt/Desktop.h"
+#include "platform/qt/Dialogs.h"
+#include "platform/qt/MessageEvent.h"
+#include "platform/qt/TextEngine.h"
+#include "platform/qt/Windows.h"
+
+namespace kvx {
+
+namespace {
+
+class QtBackend final : public IBackend {
+  public:
+    IWindows& Windows() override { return windows_; }
+    IControls& Controls() override { return controls_; }
+    ITextEngine& Text() override { return text_; }
+    IStandardDialogs& Dialogs() override { return dialogs_; }
+    IDesktop& Desktop() override { return desktop_; }
+
+  private:
+    qt::QtWindows windows_;
+    qt::QtControls controls_;
+    qt::QtTextEngine text_;
+    qt::QtDialogs dialogs_;
+    qt::Desktop desktop_;
+};
+
+std::unique_ptr<QtBackend> g_backend;
+QApplication* g_application = nullptr;  // when this module made it
+
+bool HasDisplay() {
+    return std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY");
+}
+
+void MakeApplication() {
+    if (!std::getenv("QT_QPA_PLATFORM") && !HasDisplay()) qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int count = 1;
+    static char name[] = "kvxostrace";
+    static char* arguments[] = {name, nullptr};
+    g_application = new QApplication(count, arguments);
+}
+
+}  // namespace
+
+void InstallQtBackend() {
+    if (g_backend) return;
+    if (!QCoreApplication::instance()) MakeApplication();
+    g_backend = std::make_unique<QtBackend>();
+    SetBackend(g_backend.get());
+}
+
+void RemoveQtBackend() {
+    if (!g_backend) return;
+    // Messages on their way are objects of this module.
+    QCoreApplication::sendPostedEvents(nullptr, qt::MessageEvent::kType);
+    ForgetWrappers();
+    SetBackend(nullptr);
+    g_backend.reset();
+    delete std::exchange(g_application, nullptr);
+}
+
+}  // namespace kvx
