@@ -61,6 +61,7 @@ inline constexpr UINT kStringStatusScale = 47513;
 inline constexpr UINT kStringStatusGrid = 47514;
 inline constexpr UINT kStringStatusArea = 47515;
 inline constexpr UINT kStringCannotWriteFile = 47516;
+inline constexpr UINT kStringUserInput = 47517;
 
 // Menus.
 inline constexpr UINT kMenuHostOSTrace = 201;
@@ -83,6 +84,9 @@ inline constexpr UINT kKeysColumn = 9016;
 inline constexpr UINT kMeaningsColumn = 9017;
 inline constexpr UINT kDialogProgress = 9014;
 inline constexpr UINT kDialogStop = 9015;
+inline constexpr UINT kDialogUserInput = 9018;
+inline constexpr UINT kUserInputLabel = 9019;
+inline constexpr UINT kUserInputEdit = 9020;
 
 inline constexpr UINT kCursorLineDrag = 9012;
 

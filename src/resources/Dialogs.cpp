@@ -86,6 +86,13 @@ constexpr ControlResource kKeys[] = {
     Button(IDOK, "OK", 85, kKeyHeight + 14, 50, 14, BS_DEFPUSHBUTTON),
 };
 
+constexpr ControlResource kUserInput[] = {
+    Label(ids::kUserInputLabel, "", 7, 8, 200),
+    Edit(ids::kUserInputEdit, 7, 20, 200),
+    Button(IDOK, "OK", 103, 41, 50, 14, BS_DEFPUSHBUTTON),
+    Button(IDCANCEL, "Cancel", 157, 41, 50, 14),
+};
+
 constexpr ControlResource kFind[] = {
     Group(IDC_STATIC, "Find Condition", 7, 5, 190, 72),
     Label(IDC_STATIC, "Find What:", 14, 19, 40),
@@ -193,6 +200,8 @@ constexpr DialogResource kDialogs[] = {
     {ids::kDialogProgress, "Running...", 157, 47, kFace, 8, kModeless, kProgress,
      std::size(kProgress)},
     {ids::kDialogStop, "Running...", 64, 28, kFace, 8, kModeless, kStop, std::size(kStop)},
+    {ids::kDialogUserInput, "Value of a placeholder", 214, 62, kFace, 8, kModal, kUserInput,
+     std::size(kUserInput)},
 };
 
 }  // namespace

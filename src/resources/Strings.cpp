@@ -52,6 +52,7 @@ constexpr StringResource kStrings[] = {
     {ids::kStringSaveFilter, "CSV(Comma separeted values)*.csv|*.csv|All Files(*.*)|*.*||"},
     {ids::kStringCannotOpenFile, "Can not open file(%s)."},
     {ids::kStringCannotWriteFile, "Can not write file(%s). The disk may be full."},
+    {ids::kStringUserInput, "Value of %s:"},
     {ids::kStringGridOutOfRange, "Grid time is out of range."},
 
     {ids::kStringAnalyzing, "Analyzing..."},
