@@ -2,6 +2,7 @@
 // Windows. A CWnd is attached to one toolkit window (its handle); windows of other modules are
 // wrapped for a while by FromHandle and can be moved, shown, enabled, asked and sent messages.
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -52,6 +53,9 @@ class CWnd : public CObject {
     // toolkit refuses or WM_CREATE answers -1; PostNcDestroy has run then, so a view is deleted.
     virtual bool Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
     bool Create(DWORD style, const RECT& rect, HWND parent, UINT id);
+    bool Create(DWORD style, const RECT& rect, std::nullptr_t, UINT id) {
+        return CreateEx(0, {}, style, rect, nullptr, id);
+    }
     bool CreateEx(DWORD exStyle, const CString& text, DWORD style, const RECT& rect, HWND parent,
                   UINT id);
     // WM_DESTROY to this window and its children, then the toolkit windows go and PostNcDestroy
