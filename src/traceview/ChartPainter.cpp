@@ -30,15 +30,6 @@ void DrawVertical(CDC& dc, int x, int top, int bottom) {
 
 }  // namespace
 
-void DrawHeader(CDC& dc, CHeaderCellPainter& painter, const TraceColumns& columns, int height) {
-    for (std::size_t i = 0; i < TraceColumns::kCount; ++i) {
-        const TraceColumns::Column& column = columns[i];
-        if (!column.visible || column.right <= column.left) continue;
-        painter.Draw(dc, {column.left, 0, column.right, height}, TraceColumns::Title(i), false,
-                     CellAlign::Left);
-    }
-}
-
 void DrawTable(CDC& dc, CHeaderCellPainter& painter, const TraceColumns& columns,
                const ChartGeometry& geometry, const CContextMng& contexts,
                const LineSelection& selection, COLORREF sysCallBack) {

@@ -14,7 +14,6 @@
 
 namespace kvx::chart {
 
-void DrawHeader(CDC& dc, CHeaderCellPainter& painter, const TraceColumns& columns, int height);
 // Table cells of every visible row, the background of system-call processes, and the inversion of
 // selected lines.
 void DrawTable(CDC& dc, CHeaderCellPainter& painter, const TraceColumns& columns,

@@ -1,7 +1,7 @@
 #pragma once
 // Dragging a line by its table cells to another place, or, without moving it, clicking it.
 
-#include "traceview/Gesture.h"
+#include "framework/Gesture.h"
 
 class COSTraceView;
 

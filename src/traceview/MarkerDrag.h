@@ -2,7 +2,7 @@
 // Dragging a marker: it jumps from event to event under the pointer; the analyses follow with the
 // release alone.
 
-#include "traceview/Gesture.h"
+#include "framework/Gesture.h"
 #include "traceview/model/ChartGeometry.h"
 #include "traceview/model/Marker.h"
 

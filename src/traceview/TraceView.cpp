@@ -265,7 +265,7 @@ void COSTraceView::OnDraw(CDC* dc) {
     dc->SetBkColor(GetSysColor(COLOR_WINDOW));
     ClearTipRects();
     namespace chart = kvx::chart;
-    chart::DrawHeader(*dc, painter_, columns_, lineHeight_);
+    DrawTitles(*dc, painter_, columns_, lineHeight_);
     if (IsOpen()) {
         const ChartGeometry geometry = Geometry();
         const COSColor& colors = data_->colors;

@@ -9,11 +9,11 @@
 #include <optional>
 
 #include "framework/CoreView.h"
+#include "framework/GestureRun.h"
 #include "framework/HeaderCellPainter.h"
 #include "host/OSTraceService.h"
 #include "platform/Cursor.h"
 #include "trace/Progress.h"
-#include "traceview/Gesture.h"
 #include "traceview/LineSelection.h"
 #include "traceview/Tip.h"
 #include "traceview/TraceColumns.h"
@@ -143,9 +143,6 @@ class COSTraceView : public CCoreView, public COSTip, public IViewSender {
     std::unique_ptr<IGesture> GestureAt(CPoint point);
     std::optional<int> MarkerAt(CPoint point) const;
     HCURSOR CursorAt(CPoint point) const;
-    void BeginGesture(std::unique_ptr<IGesture> gesture);
-    void EndGesture();
-    void CancelGesture();
     void Perform(kvx::KeyAction action);
 
     bool attached_ = false;
@@ -173,5 +170,5 @@ class COSTraceView : public CCoreView, public COSTip, public IViewSender {
     double reduceRate_ = 1.5;
     int dropLine_ = -1;
     LineSelection selection_;
-    std::unique_ptr<IGesture> gesture_;
+    CGestureRun gesture_{*this};
 };

@@ -58,7 +58,7 @@ void COSTraceView::Perform(KeyAction action) {
         case KeyAction::kSearchPrevious:
             return command(kvx::ids::kSearchPrevious);
         case KeyAction::kCancelDrag:
-            return CancelGesture();
+            return gesture_.Cancel();
         case KeyAction::kKeySheet:
             CKeySheet(this).DoModal();
             return;
@@ -72,7 +72,7 @@ void COSTraceView::Perform(KeyAction action) {
 // With Ctrl the wheel expands and reduces about the time under the pointer.
 bool COSTraceView::OnMouseWheel(UINT flags, short delta, CPoint screen) {
     if (!(flags & MK_CONTROL)) return CCoreView::OnMouseWheel(flags, delta, screen);
-    if (!IsOpen() || gesture_) return true;
+    if (!IsOpen() || gesture_.IsOn()) return true;
     CPoint point = screen;
     ScreenToClient(&point);
     const ChartGeometry geometry = Geometry();

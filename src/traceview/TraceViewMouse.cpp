@@ -2,8 +2,8 @@
 
 #include <array>
 
+#include "framework/ColumnResize.h"
 #include "trace/TraceData.h"
-#include "traceview/ColumnResize.h"
 #include "traceview/LineDrag.h"
 #include "traceview/MarkerDrag.h"
 #include "traceview/TraceView.h"
@@ -35,8 +35,8 @@ HCURSOR COSTraceView::CursorAt(CPoint point) const {
 }
 
 void COSTraceView::OnMouseMove(UINT, CPoint point) {
-    if (gesture_) {
-        gesture_->Move(point);
+    if (gesture_.IsOn()) {
+        gesture_.Move(point);
     } else if (data_) {
         SetCursor(CursorAt(point));
         TrackTip(*this, font_, data_->colors, point.x, point.y);
@@ -48,10 +48,14 @@ std::unique_ptr<IGesture> COSTraceView::GestureAt(CPoint point) {
     if (point.y < lineHeight_) {
         const auto column = columns_.EdgeAt(point.x);
         if (!column) return nullptr;
-        return std::make_unique<CColumnResize>(*this, columns_, *column, charWidth_, [this] {
-            LayOutColumns();
-            SettingsChanged();
-        });
+        const TraceColumns::Column& found = columns_[*column];
+        return std::make_unique<CColumnResize>(
+            *this, found.right, found.left + TraceColumns::kLeastWidth,
+            clientWidth_ - TraceColumns::kLeastWidth, [this, which = *column](int edge) {
+                columns_.SetRightEdge(which, edge, charWidth_);
+                LayOutColumns();
+                SettingsChanged();
+            });
     }
     if (!IsOpen()) return nullptr;
     const ChartGeometry geometry = Geometry();
@@ -65,39 +69,16 @@ std::unique_ptr<IGesture> COSTraceView::GestureAt(CPoint point) {
 }
 
 void COSTraceView::OnLButtonDown(UINT flags, CPoint point) {
-    if (data_ && !gesture_) {
+    if (data_ && !gesture_.IsOn()) {
         HideTip();
-        if (auto gesture = GestureAt(point)) BeginGesture(std::move(gesture));
+        gesture_.Begin(GestureAt(point));
     }
     CCoreView::OnLButtonDown(flags, point);
 }
 
-void COSTraceView::BeginGesture(std::unique_ptr<IGesture> gesture) {
-    SetCapture();
-    gesture_ = std::move(gesture);
-    if (const HCURSOR cursor = gesture_->Cursor()) SetCursor(cursor);
-}
-
 void COSTraceView::OnLButtonUp(UINT, CPoint point) {
-    if (gesture_) {
-        gesture_->Release(point);
-        EndGesture();
-    }
+    gesture_.Release(point);
     Default();
 }
 
-// The gesture goes before the capture: who loses the capture cancels.
-void COSTraceView::EndGesture() {
-    gesture_.reset();
-    ReleaseCapture();
-    SetCursor(arrow_);
-    Invalidate(true);
-}
-
-void COSTraceView::CancelGesture() {
-    if (!gesture_) return;
-    gesture_->Cancel();
-    EndGesture();
-}
-
-void COSTraceView::OnCaptureChanged() { CancelGesture(); }
+void COSTraceView::OnCaptureChanged() { gesture_.Cancel(); }

@@ -1,5 +1,5 @@
 #pragma once
-// What the user is dragging in the chart: begun by the press that made the object, then moved, and
+// What the user is dragging in a view: begun by the press that made the object, then moved, and
 // ended by the release or by a cancellation that leaves everything as it was.
 
 #include "platform/Cursor.h"
