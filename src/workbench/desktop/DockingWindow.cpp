@@ -11,7 +11,8 @@ void DockArea::SetControl(QWidget* control) {
     control_ = control;
     if (!control) return;
     setFocusProxy(control);
-    QMetaObject::invokeMethod(this, [this] { Fit(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { Fit(); }, Qt::QueuedConnection);
 }
 
 void DockArea::Fit() {

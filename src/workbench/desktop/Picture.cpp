@@ -4,22 +4,15 @@
 #include <QMessageBox>
 #include <QTimer>
 #include <algorithm>
-#include <iostream>
 
 #include "host/OSTraceRange.h"
-#include "workbench/desktop/QtText.h"
+#include "workbench/desktop/ToolkitMessages.h"
 #include "workbench/desktop/Workbench.h"
 
 namespace kvx::desktop {
 namespace {
 
 constexpr int kPollMilliseconds = 50;
-
-// The offscreen platform says of every window what it cannot do.
-void HandleMessage(QtMsgType, const QMessageLogContext&, const QString& message) {
-    if (!message.startsWith("This plugin does not support"))
-        std::cerr << message.toStdString() << "\n";
-}
 
 // Answers message boxes that nobody sees, and keeps their texts.
 class UnseenBoxes {
@@ -103,7 +96,7 @@ void PrepareOffscreen() {
     // One pixel of the picture is one pixel of the window.
     qunsetenv("QT_SCALE_FACTOR");
     qunsetenv("QT_SCREEN_SCALE_FACTORS");
-    qInstallMessageHandler(HandleMessage);
+    FilterToolkitMessages();
 }
 
 Result<QImage> MakePicture(std::unique_ptr<service::Recording> recording,

@@ -9,6 +9,7 @@
 #include "workbench/cli/SubCommands.h"
 #include "workbench/desktop/Display.h"
 #include "workbench/desktop/SavePicture.h"
+#include "workbench/desktop/ToolkitMessages.h"
 #include "workbench/desktop/Workbench.h"
 #include "workbench/formats/OpenRecording.h"
 
@@ -16,6 +17,7 @@ namespace kvx::desktop {
 namespace {
 
 int RunWindow(const std::string& file) {
+    FilterToolkitMessages();
     int count = 1;
     char name[] = "kvxostrace";
     char* arguments[] = {name, nullptr};
