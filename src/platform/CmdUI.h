@@ -6,6 +6,8 @@
 class CCmdUI {
   public:
     explicit CCmdUI(UINT id) : m_nID(id) {}
+    CCmdUI(const CCmdUI&) = delete;
+    CCmdUI& operator=(const CCmdUI&) = delete;
 
     void Enable(bool on = true) { enabled_ = on; }
     void SetCheck(int check = 1) { check_ = check; }

@@ -25,6 +25,7 @@
 // map comes after. Inside a handler Default() gives the default processing of the same message.
 
 #include <span>
+#include <utility>
 
 #include "platform/CmdUI.h"
 #include "platform/Messages.h"
@@ -67,9 +68,9 @@ struct MemberOf<R (C::*)(A...)> {
 
 // Calls the member on the window, with whatever arguments the caller has unpacked.
 template <auto H, class... A>
-decltype(auto) Call(CWnd& window, A... arguments) {
+decltype(auto) Call(CWnd& window, A&&... arguments) {
     using C = typename MemberOf<decltype(H)>::Class;
-    return (static_cast<C&>(window).*H)(arguments...);
+    return (static_cast<C&>(window).*H)(std::forward<A>(arguments)...);
 }
 
 template <auto H>
