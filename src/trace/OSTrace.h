@@ -53,6 +53,11 @@ class COSTrace {
     // "h:m:s.ms.us[.ns]" or the bare count, as the service's capabilities say. The text is left as
     // it is when the service cannot tell.
     void FormatTime(double t, CString& text) const;
+    CString TimeText(double t) const {
+        CString text;
+        FormatTime(t, text);
+        return text;
+    }
 
     // An event at most 100 before the first at or after t.
     std::uint32_t FindEventNear(double t) const;

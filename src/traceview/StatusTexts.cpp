@@ -5,18 +5,13 @@
 #include "platform/Resources.h"
 #include "platform/Text.h"
 #include "trace/OSTrace.h"
+#include "traceview/model/MarkText.h"
 #include "traceview/model/Marker.h"
 
 namespace kvx {
 namespace {
 
 constexpr double kLargestPlainScale = 1000000.0;
-
-CString TimeText(const COSTrace& engine, double time) {
-    CString text;
-    engine.FormatTime(time, text);
-    return text;
-}
 
 CString ScaleText(double scale) {
     return scale < kLargestPlainScale ? FormatText("%f", scale) : FormatText("%e", scale);
@@ -31,17 +26,11 @@ const char* AreaText(int condition) {
 
 std::vector<CString> ComposeStatusTexts(COSTrace& engine, const COSMarker& markers, double scale,
                                         double gridTime) {
-    const double start = markers.GetMarkerTime(kMarkerStart);
-    const double end = markers.GetMarkerTime(kMarkerEnd);
-    CString mark = LoadString(ids::kStringStatusMark);
-    for (const double time : {start, end, end - start}) {
-        mark = FormatResource(mark, TimeText(engine, time));
-    }
-    return {mark,
+    return {MarkText(engine, markers),
             FormatResource(LoadString(ids::kStringStatusIndicator),
-                           TimeText(engine, markers.GetMarkerTime(kMarkerIndicator))),
+                           engine.TimeText(markers.GetMarkerTime(kMarkerIndicator))),
             FormatResource(LoadString(ids::kStringStatusScale), ScaleText(scale)),
-            FormatResource(LoadString(ids::kStringStatusGrid), TimeText(engine, gridTime)),
+            FormatResource(LoadString(ids::kStringStatusGrid), engine.TimeText(gridTime)),
             FormatResource(LoadString(ids::kStringStatusArea), AreaText(engine.GetStatus()))};
 }
 

@@ -5,9 +5,8 @@
 #include <functional>
 #include <string_view>
 
-#include "trace/OSTrace.h"
+#include "analyze/model/RowTexts.h"
 
-class CContextMng;
 class CRunTimeAnalysis;
 class CRdyToRunAnalysis;
 class COSSysCallList;
@@ -19,11 +18,7 @@ class CCsvWriter {
   public:
     CCsvWriter(const COSTrace& engine, const CContextMng& contexts, const CRunTimeAnalysis& runTime,
                const CRdyToRunAnalysis& rdyToRun, const COSSysCallList& sysCalls)
-        : engine_(engine),
-          contexts_(contexts),
-          runTime_(runTime),
-          rdyToRun_(rdyToRun),
-          sysCalls_(sysCalls) {}
+        : texts_(engine, contexts), runTime_(runTime), rdyToRun_(rdyToRun), sysCalls_(sysCalls) {}
 
     struct Failure {
         bool opened = false;  // false: the file could not be opened; true: writing failed
@@ -40,10 +35,8 @@ class CCsvWriter {
     bool WriteRunTime(const Sink& sink) const;
     bool WriteRdyToRun(const Sink& sink) const;
     bool WriteSysCalls(const Sink& sink) const;
-    CString TimeText(double t) const;
 
-    const COSTrace& engine_;
-    const CContextMng& contexts_;
+    kvx::RowTexts texts_;
     const CRunTimeAnalysis& runTime_;
     const CRdyToRunAnalysis& rdyToRun_;
     const COSSysCallList& sysCalls_;
