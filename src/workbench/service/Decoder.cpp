@@ -31,7 +31,7 @@ void Decoder::DecodeOne() {
     } else {
         writer_.At(next_, record.time);
         if (record.kind != RecordKind::Comment) {
-            if (!started_) Start(record);
+            if (!started_ && record.processor == shown_) Start(record);
             Apply(ProcessorOf(record.processor), record);
         }
     }
@@ -48,12 +48,25 @@ void Decoder::Start(const Record& first) {
             continue;
         Task& task = tasks_.Get(declared.key.id, declared.processor);
         const bool starts = first.kind == RecordKind::DispatchTo && first.subject == declared.key;
-        if (!tasks_.IsShown(task) || starts) continue;
+        const bool known = task.condition.activity != Activity::Unknown;
+        if (!tasks_.IsShown(task) || starts || known) continue;
         Record state;
         state.state = declared.state;
         tasks_.Set(task, NewCondition(task, state));
     }
     started_ = true;
+    LearnAhead(ProcessorOf(shown_));
+}
+
+// What runs at the start shows in the first record that takes the processor from somebody.
+void Decoder::LearnAhead(Processor& on) {
+    for (std::uint32_t distance = 0; const Record* next = window_.Ahead(distance); ++distance) {
+        if (on.known || next->processor != on.number) continue;
+        if (next->kind == RecordKind::DispatchTo || next->kind == RecordKind::Runs) return;
+        if (next->kind == RecordKind::Switch) return Learn(on, next->from);
+        if (next->kind == RecordKind::DispatchFrom || next->kind == RecordKind::SwitchedOut)
+            return Learn(on, next->subject);
+    }
 }
 
 void Decoder::Apply(Processor& on, const Record& record) {

@@ -55,6 +55,7 @@ class Decoder {
     Task& TaskOf(const ContextKey& key, std::uint32_t processor);
     bool IsShown(const Processor& on) const { return on.number == shown_; }
     void Learn(Processor& on, const ContextKey& running);
+    void LearnAhead(Processor& on);
     void UnwindHandlers(Processor& on);
     void DispatchBelow(Processor& on);
     bool RunsAlready(const Processor& on, const ContextKey& key) const;

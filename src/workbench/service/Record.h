@@ -2,6 +2,7 @@
 // What a reader hands to the decoder: one record of the file as a small value. A reader says what
 // the file says and nothing more; what it means is the decoder's business.
 
+#include <compare>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -24,7 +25,7 @@ enum class ContextKind : std::uint8_t {
 struct ContextKey {
     ContextKind kind = ContextKind::Unknown;
     std::uint64_t id = 0;
-    friend bool operator==(const ContextKey&, const ContextKey&) = default;
+    friend auto operator<=>(const ContextKey&, const ContextKey&) = default;
 };
 
 enum class TaskState : std::uint8_t {

@@ -85,7 +85,7 @@ void LineScanner::OnLine(std::uint64_t begin, std::uint64_t end) {
     if (!AreDigits(first, mask1_) || !AreDigits(second, mask2_)) return OnOtherLine(begin, end);
     const Key key{InOrder(first & mask1_), InOrder(second & mask2_)};
     if (key.high < latest_.high || (key.high == latest_.high && key.low < latest_.low))
-        return OnEarlierLine(begin, text_.substr(begin, end - begin));
+        return OnEarlierLine(begin, LineAt(begin));
     AddRecord(begin);
     ++index_.timedRecords;
     latest_ = key;
@@ -98,7 +98,7 @@ void LineScanner::OnOtherLine(std::uint64_t begin, std::uint64_t end) {
     if (IsBlank(line)) return;
     const auto parsed = ParseTimedLine(line, rules_.radix);
     if (!parsed) return AddRecord(begin);
-    if (hasLatest_ && parsed->time < LatestTime()) return OnEarlierLine(begin, line);
+    if (hasLatest_ && parsed->time < LatestTime()) return OnEarlierLine(begin, LineAt(begin));
     AddRecord(begin);
     ++index_.timedRecords;
     if (parsed->processor) processors_.insert(*parsed->processor);
@@ -206,7 +206,9 @@ LineScanner::Place LineScanner::PlaceFarBack(std::int64_t time) const {
 
 std::string_view LineScanner::LineAt(std::uint64_t offset) const {
     const auto end = std::min<std::uint64_t>(text_.find('\n', offset), text_.size());
-    return text_.substr(offset, end - offset);
+    auto line = text_.substr(offset, end - offset);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
 }
 
 // Where the line after that one begins, blank lines left out.

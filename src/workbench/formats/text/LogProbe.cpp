@@ -17,9 +17,10 @@ bool LooksLikeLog(std::string_view text, bool (*isForm)(std::string_view message
     std::size_t fitting = 0;
     while (!text.empty()) {
         const auto end = std::min(text.find('\n'), text.size());
-        const auto line = text.substr(0, end);
+        auto line = text.substr(0, end);
         text.remove_prefix(std::min(end + 1, text.size()));
         if (IsBlank(line)) continue;
+        if (line.ends_with('\r')) line.remove_suffix(1);
         ++lines;
         const auto parsed = ParseTimedLine(line, kHexadecimal);
         if (parsed && isForm(parsed->message)) ++fitting;

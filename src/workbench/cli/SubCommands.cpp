@@ -1,0 +1,42 @@
+#include "workbench/cli/SubCommands.h"
+
+#include <CLI/CLI.hpp>
+#include <array>
+
+#include "workbench/cli/Events.h"
+#include "workbench/cli/Generate.h"
+#include "workbench/cli/Info.h"
+
+namespace kvx::cli {
+namespace {
+
+constexpr std::array<AddSubCommand, 3> kSubCommands = {
+    &AddInfo,
+    &AddEvents,
+    &AddGenerate,
+};
+
+}  // namespace
+
+void AddSubCommands(CLI::App& app, const Streams& streams, int& status) {
+    for (const auto add : kSubCommands) add(app, streams, status);
+}
+
+int RunSubCommand(int argc, const char* const* argv, const Streams& streams) {
+    int status = kExitDone;
+    CLI::App app("Recorded traces of real-time kernels", "kvxostrace");
+    app.require_subcommand(1);
+    try {
+        AddSubCommands(app, streams, status);
+        app.parse(argc, argv);
+        return status;
+    } catch (const CLI::ParseError& error) {
+        const int code = app.exit(error, streams.out, streams.error);
+        return code == 0 ? kExitDone : kExitUsage;
+    } catch (const std::exception& error) {
+        streams.error << "kvxostrace: " << error.what() << '\n';
+        return kExitFailed;
+    }
+}
+
+}  // namespace kvx::cli

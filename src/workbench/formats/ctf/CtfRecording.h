@@ -1,0 +1,51 @@
+#pragma once
+// A CTF trace: one or more folders with a file "metadata", read at once when it is opened.
+
+#include <string>
+#include <vector>
+
+#include "workbench/formats/OpenRecording.h"
+#include "workbench/formats/ctf/Loader.h"
+
+namespace kvx::formats::ctf {
+
+class CtfRecording final : public Recording {
+  public:
+    // trace must hold records. damage: why reading ended early, if it did.
+    CtfRecording(std::string path, Trace trace, const std::string& damage);
+
+    std::string Path() const override { return path_; }
+    std::string FormatName() const override;
+    const service::TraceClock& Clock() const override { return clock_; }
+    const std::vector<std::uint32_t>& Processors() const override { return processors_; }
+    const std::vector<service::DeclaredContext>& Contexts() const override { return contexts_; }
+    std::uint32_t RecordCount() const override { return trace_.records.Count(); }
+    std::int64_t FirstTime() const override { return TimeOf(0); }
+    std::int64_t LastTime() const override { return TimeOf(RecordCount() - 1); }
+    void Read(std::uint32_t first, std::span<service::Record> out) override;
+    std::string Detail(std::uint32_t record) const override;
+    std::string NameOf(std::uint32_t record) const override;
+    std::int64_t TimeOf(std::uint32_t record) const override {
+        return trace_.records.At(record).time - origin_;
+    }
+    bool RecordsStates() const override;
+    const service::LossCounters& Losses() const override { return losses_; }
+    const std::vector<std::string>& Warnings() const override { return warnings_; }
+
+  private:
+    service::Record At(std::uint32_t record) const;
+    service::ContextKey ThreadKey(std::uint64_t number) const;
+    void DeclareThreads();
+    void DeclareLinux();
+
+    std::string path_;
+    Trace trace_;
+    std::int64_t origin_ = 0;  // subtracted from all times
+    service::TraceClock clock_;
+    std::vector<std::uint32_t> processors_;
+    std::vector<service::DeclaredContext> contexts_;
+    service::LossCounters losses_;
+    std::vector<std::string> warnings_;
+};
+
+}  // namespace kvx::formats::ctf

@@ -1,0 +1,102 @@
+// Scheduling, interrupt and system-call events of Linux, as LTTng and perf name them.
+
+#include <algorithm>
+#include <array>
+
+#include "workbench/formats/ctf/Plan.h"
+
+namespace kvx::formats::ctf {
+namespace {
+
+using service::ContextKind;
+using service::RecordKind;
+
+bool PlanScheduling(const EventShape& shape, Plan& plan) {
+    const auto& name = shape.Name();
+    if (name == "sched_switch") {
+        plan.kind = RecordKind::Switch;
+        plan.subject = shape.Find({"next_tid", "next_pid"});
+        plan.subjectName = shape.Find({"next_comm"});
+        plan.from = shape.Find({"prev_tid", "prev_pid"});
+        plan.fromName = shape.Find({"prev_comm"});
+        plan.fromState = shape.Find({"prev_state"});
+        plan.details = shape.Details();
+        std::erase_if(plan.details, [](const DetailField& f) { return f.name != "prev_state"; });
+        return plan.subject && plan.from;
+    }
+    if (name == "sched_wakeup" || name == "sched_waking" || name == "sched_wakeup_new") {
+        plan.kind = RecordKind::State;
+        plan.target = shape.Find({"target_cpu"});
+    } else if (name == "sched_migrate_task") {
+        plan.kind = RecordKind::Migrate;
+        plan.target = shape.Find({"dest_cpu"});
+    } else {
+        return false;
+    }
+    plan.subject = shape.Find({"tid", "pid"});
+    plan.subjectName = shape.Find({"comm"});
+    return static_cast<bool>(plan.subject);
+}
+
+struct InterruptEvent {
+    std::string_view name;
+    RecordKind kind;
+    ContextKind context;
+    std::string_view number;
+};
+constexpr std::array<InterruptEvent, 4> kInterrupts = {
+    {{"irq_handler_entry", RecordKind::Enter, ContextKind::Interrupt, "irq"},
+     {"irq_handler_exit", RecordKind::Leave, ContextKind::Interrupt, "irq"},
+     {"softirq_entry", RecordKind::Enter, ContextKind::ServiceRoutine, "vec"},
+     {"softirq_exit", RecordKind::Leave, ContextKind::ServiceRoutine, "vec"}}};
+
+bool PlanInterrupt(const EventShape& shape, Plan& plan) {
+    const auto at = std::ranges::find(kInterrupts, shape.Name(), &InterruptEvent::name);
+    if (at == kInterrupts.end()) return false;
+    plan.kind = at->kind;
+    plan.subjectKind = at->context;
+    plan.subject = shape.Find({at->number});
+    if (at->kind == RecordKind::Enter) plan.subjectName = shape.Find({"name"});
+    return static_cast<bool>(plan.subject);
+}
+
+struct CallEvent {
+    std::string_view begin;
+    RecordKind kind;
+};
+constexpr std::array<CallEvent, 5> kCalls = {{{"syscall_entry_", RecordKind::Call},
+                                              {"compat_syscall_entry_", RecordKind::Call},
+                                              {"syscall_exit_", RecordKind::Return},
+                                              {"compat_syscall_exit_", RecordKind::Return},
+                                              {"sys_", RecordKind::Call}}};
+
+bool PlanServiceCall(const EventShape& shape, Plan& plan) {
+    const std::string_view name = shape.Name();
+    if (name == "sys_enter") {
+        plan.kind = RecordKind::Call;
+        plan.callName = shape.Find({"id"});
+        return true;
+    }
+    if (name == "sys_exit" || name == "exit_syscall") {
+        plan.kind = RecordKind::Return;
+    } else {
+        const auto at = std::ranges::find_if(
+            kCalls, [&](const CallEvent& call) { return name.starts_with(call.begin); });
+        if (at == kCalls.end()) return false;
+        plan.kind = at->kind;
+        plan.name = name.substr(at->begin.size());
+    }
+    plan.details = shape.Details();
+    if (plan.kind == RecordKind::Return)
+        std::erase_if(plan.details, [](const DetailField& field) { return field.name != "ret"; });
+    return true;
+}
+
+}  // namespace
+
+bool PlanLinux(const EventShape& shape, Plan& plan) {
+    return PlanScheduling(shape, plan) || PlanInterrupt(shape, plan) ||
+           PlanServiceCall(shape, plan);
+}
+
+}  // namespace kvx::formats::ctf

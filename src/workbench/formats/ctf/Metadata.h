@@ -1,0 +1,17 @@
+#pragma once
+// A first look at the metadata of a CTF trace: whether it is any, and why the library may refuse
+// it, which it does not always say.
+
+#include <string>
+#include <string_view>
+
+namespace kvx::formats::ctf {
+
+// Text or packets, as CTF 1.8 allows.
+bool LooksLikeMetadata(std::string_view bytes);
+
+// What is wrong with the text, with the line: an unsupported version, brackets that do not match.
+// Empty: nothing that this look finds.
+std::string FindMetadataFault(std::string_view text);
+
+}  // namespace kvx::formats::ctf
