@@ -42,6 +42,7 @@ ChartGeometry RandomGeometry(std::mt19937& random, Core& core) {
 ChartItems Items(Core& core, const ChartGeometry& g, bool bulk, bool indexed) {
     core.service.bulk = bulk;
     core.service.indexed = indexed;
+    core.service.Reload();
     return BuildChart(g, core.data.engine, core.data.contexts, 0.0, 0.0);
 }
 

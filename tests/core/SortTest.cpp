@@ -58,9 +58,10 @@ TEST(SortKeys, FollowTheBytesOfTheTexts) {
 // Tasks and handlers with numbers of every length, some of which run, wait and call.
 ScriptedTrace Mixed(std::mt19937& random) {
     ScriptedTrace trace;
+    CString longName = "Ö";
+    longName.append(300, 'n');
     for (const int number : {1, 12, 999, 1000, 12345, -3, 1000000}) {
-        trace.AddTask(number,
-                      number % 2 ? "Ö" + std::string(300, 'n') : "n" + std::to_string(number));
+        trace.AddTask(number, number % 2 ? longName : std::to_string(number));
         trace.AddHandler(number, "h", static_cast<std::uint32_t>(number));
     }
     trace.AddIdle();
@@ -94,7 +95,7 @@ CString RunTimeKey(const Core& core, int line, int column) {
         case 2:
             return type == 2 && number ? Printed(" %10d", number) : "";
         case 3:
-            return CString(Utf8Prefix(" " + contexts.GetShownName(line), 255));
+            return CString(Utf8Prefix(Printed(" %s", contexts.GetShownName(line).c_str()), 255));
         case 4:
             return Printed("%10d", r.Num);
         case 5:

@@ -50,6 +50,8 @@ class ScriptedTraceService final : public IQOSTraceService,
         decoded_ = trace_.Count();
         DecodedChanged();
     }
+    // After a change of what is offered or of the trace.
+    void Reload() { DecodedChanged(); }
     ScriptedTrace& Trace() { return trace_; }
     std::uint32_t Decoded() const { return decoded_; }
     std::uint32_t ContextOfLine(int line) const { return lines_[static_cast<std::size_t>(line)]; }

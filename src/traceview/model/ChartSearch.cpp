@@ -11,6 +11,7 @@ namespace kvx {
 namespace {
 
 constexpr std::uint32_t kNoContext = 0xFFFFFFFFu;
+constexpr std::uint32_t kNoEvent = 0xFFFFFFFFu;
 
 class ChartSearch {
   public:
@@ -28,6 +29,9 @@ class ChartSearch {
             const std::uint32_t line = columns.lineOfContext[c];
             if (line < columns.contextCount) contextOfLine_[line] = c;
         }
+        const auto zero = std::equal_range(columns.time, columns.time + columns.eventCount, 0);
+        zeroBegin_ = static_cast<std::uint32_t>(zero.first - columns.time);
+        zeroEnd_ = static_cast<std::uint32_t>(zero.second - columns.time);
     }
 
     void States() {
@@ -83,59 +87,76 @@ class ChartSearch {
         return at < contextOfLine_.size() ? contextOfLine_[at] : kNoContext;
     }
 
-    // The interval of an event, as columns of the chart.
-    Bar Place(std::uint32_t event) const {
+    // The column at which an event's interval ends, seen from a column that it reaches.
+    int EndColumn(std::uint32_t event, int from) const {
+        const std::uint32_t last = columns_.endEvent[event];
+        if (last < pixels_.Beyond(geometry_.right)) return pixels_.ColumnOf(last, from);
         const double end = events_.EndTime(event);
-        const int x1 = geometry_.X(events_.Time(event));
-        const int x2 = geometry_.X(end == 0.0 ? geometry_.traceEnd : end);
-        return {0, std::clamp(x1, geometry_.left, geometry_.right),
-                std::clamp(x2, geometry_.left, geometry_.right), event};
+        return std::min(geometry_.X(end == 0.0 ? geometry_.traceEnd : end), geometry_.right);
     }
 
     // An interval that ends at time 0 counts as open, although others follow it.
     bool IsOverlapping(std::uint32_t event) const {
-        return columns_.endEvent[event] < columns_.eventCount && events_.EndTime(event) == 0.0;
+        const std::uint32_t last = columns_.endEvent[event];
+        return last >= zeroBegin_ && last < zeroEnd_;
     }
 
     // The intervals from position first on that paint a column, in order. Intervals do not overlap,
-    // so a column belongs to the last one that begins at or before it, or to none.
+    // so a column belongs to the last one that begins at or before it, or to none; and one that
+    // began at a column further left has been found there.
     std::vector<Bar> Bars(const host::EventList& list, std::uint32_t first) const {
         std::vector<Bar> bars = OverlappingBars(list, first);
         const bool sorted = bars.empty();
-        EventCursor cursor(list);
+        const std::vector<std::uint32_t> begun = LastBegun(list, first);
         for (int x = geometry_.left; x < geometry_.right; ++x) {
-            const std::uint32_t count = cursor.AdvanceTo(pixels_.Beyond(x));
-            if (count <= first || IsOverlapping(list.events[count - 1])) continue;
-            const Bar bar = Place(list.events[count - 1]);
-            if (bar.x2 <= x) continue;
-            bars.push_back(bar);
-            x = bar.x2 - 1;
+            const std::uint32_t event = begun[static_cast<std::size_t>(x - geometry_.left)];
+            if (event == kNoEvent) continue;
+            const bool begins = event >= pixels_.First(x) || x == geometry_.left;
+            const bool ends = columns_.endEvent[event] < pixels_.Beyond(x);
+            if (!begins || ends || IsOverlapping(event)) continue;
+            const int end = EndColumn(event, x);
+            if (end <= x) continue;
+            bars.push_back({0, x, end, event});
+            x = end - 1;
         }
         const auto byEvent = [](const Bar& a, const Bar& b) { return a.event < b.event; };
         if (!sorted) std::sort(bars.begin(), bars.end(), byEvent);
         return bars;
     }
 
+    // For every column the last event of the list, from position first on, that begins at or before
+    // it. Where their intervals end is fetched ahead: it lies all over the memory.
+    std::vector<std::uint32_t> LastBegun(const host::EventList& list, std::uint32_t first) const {
+        std::vector<std::uint32_t> begun;
+        begun.reserve(static_cast<std::size_t>(geometry_.right - geometry_.left));
+        EventCursor cursor(list);
+        for (int x = geometry_.left; x < geometry_.right; ++x) {
+            const std::uint32_t count = cursor.AdvanceTo(pixels_.Beyond(x));
+            begun.push_back(count > first ? list.events[count - 1] : kNoEvent);
+            if (count > first) __builtin_prefetch(columns_.endEvent + begun.back());
+        }
+        return begun;
+    }
+
     std::vector<Bar> OverlappingBars(const host::EventList& list, std::uint32_t first) const {
         std::vector<Bar> bars;
-        const std::uint32_t last = pixels_.Beyond(geometry_.right);
-        const auto before = [&](std::uint32_t e) { return events_.Time(e) < 0.0; };
         const std::uint32_t* const end = list.events + list.count;
-        auto at = std::partition_point(list.events, end, before);
-        // The one that begins before time 0 and ends there.
+        auto at = std::lower_bound(list.events, end, zeroBegin_);
+        // The one that begins before time 0 may end there.
         if (at != list.events) --at;
         at = std::max(at, list.events + std::min(first, list.count));
-        for (; at != end && *at < last && events_.Time(*at) <= 0.0; ++at) {
-            const Bar bar = Place(*at);
-            if (IsOverlapping(*at) && bar.x1 < bar.x2) bars.push_back(bar);
+        for (; at != end && *at < std::min(zeroEnd_, pixels_.Beyond(geometry_.right)); ++at) {
+            const int x1 = std::max(geometry_.X(events_.Time(*at)), geometry_.left);
+            const int x2 = std::min(geometry_.X(geometry_.traceEnd), geometry_.right);
+            if (IsOverlapping(*at) && x1 < x2) bars.push_back({0, x1, x2, *at});
         }
         return bars;
     }
 
     void Switches(std::uint32_t from) {
-        SwitchSearch search(columns_, geometry_, contexts_);
+        SwitchSearch search(columns_, geometry_, contexts_, from);
         for (int x = geometry_.left; x <= geometry_.right; ++x)
-            search.Column(x, pixels_, from, items_.switches);
+            search.Column(x, pixels_, items_.switches);
     }
 
     // By visible row.
@@ -185,6 +206,8 @@ class ChartSearch {
     ChartItems& items_;
     PixelColumns pixels_;
     std::vector<std::uint32_t> contextOfLine_;
+    std::uint32_t zeroBegin_ = 0;  // the events at time 0
+    std::uint32_t zeroEnd_ = 0;
 };
 
 }  // namespace

@@ -13,26 +13,37 @@ class EventCursor {
     explicit EventCursor(const host::EventList& list) : list_(list) {}
 
     // Moves to the first event at or after the bound; the answer is its position, which is also how
-    // many events lie before the bound.
+    // many events lie before the bound. Bounds tend to be evenly spaced: the search begins where
+    // another step like the last one leads.
     std::uint32_t AdvanceTo(std::uint32_t bound) {
-        std::uint32_t step = 1;
+        const std::uint32_t guess = position_ + std::min(stride_, list_.count - position_);
         std::uint32_t low = position_;
-        while (step < list_.count - low && list_.events[low + step] < bound) {
-            low += step;
-            step *= 2;
+        std::uint32_t high = guess;
+        std::uint32_t step = stride_ / 8 + 1;
+        if (IsBefore(guess, bound)) {
+            for (low = guess; IsBefore(low + step, bound); step *= 2) low += step;
+            high = std::min(low + step, list_.count);
+        } else {
+            for (; high - low > step && !IsBefore(high - step, bound); step *= 2) high -= step;
+            low = high - low > step ? high - step : low;
         }
-        const std::uint32_t* const begin = list_.events;
-        const std::uint32_t* const end =
-            begin + std::min<std::uint64_t>(list_.count, std::uint64_t{low} + step);
-        position_ = static_cast<std::uint32_t>(std::lower_bound(begin + low, end, bound) - begin);
+        const std::uint32_t* const events = list_.events;
+        const auto at = std::lower_bound(events + low, events + high, bound);
+        stride_ = static_cast<std::uint32_t>(at - events) - position_;
+        position_ += stride_;
         return position_;
     }
-    std::uint32_t Position() const { return position_; }
     const host::EventList& List() const { return list_; }
 
   private:
+    // All of the first count events lie before the bound.
+    bool IsBefore(std::uint32_t count, std::uint32_t bound) const {
+        return count == 0 || (count <= list_.count && list_.events[count - 1] < bound);
+    }
+
     host::EventList list_;
     std::uint32_t position_ = 0;
+    std::uint32_t stride_ = 0;
 };
 
 }  // namespace kvx

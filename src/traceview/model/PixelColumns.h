@@ -1,6 +1,7 @@
 #pragma once
 // Which events fall into which pixel column of the chart.
 
+#include <algorithm>
 #include <vector>
 
 #include "host/OSTraceColumns.h"
@@ -17,6 +18,19 @@ class PixelColumns {
     // edge (included).
     std::uint32_t First(int x) const { return bounds_[Index(x)]; }
     std::uint32_t Beyond(int x) const { return bounds_[Index(x) + 1]; }
+
+    // Column of an event that belongs to one and is not left of the column from.
+    int ColumnOf(std::uint32_t event, int from) const {
+        const auto begin = bounds_.begin() + static_cast<std::ptrdiff_t>(Index(from)) + 1;
+        std::ptrdiff_t step = 1;
+        auto at = begin;
+        while (bounds_.end() - at > step && at[step] <= event) {
+            at += step;
+            step *= 2;
+        }
+        const auto end = bounds_.end() - at > step ? at + step : bounds_.end();
+        return from + static_cast<int>(std::upper_bound(at, end, event) - begin);
+    }
 
   private:
     std::size_t Index(int x) const { return static_cast<std::size_t>(x - left_); }

@@ -3,28 +3,34 @@
 namespace kvx {
 
 SwitchSearch::SwitchSearch(const host::OSTraceColumns& columns, const ChartGeometry& geometry,
-                           const CContextMng& contexts)
-    : columns_(columns), dispatches_(columns.dispatches), reduced_(geometry, contexts) {
+                           const CContextMng& contexts, std::uint32_t from)
+    : columns_(columns),
+      from_(from),
+      dispatches_(columns.dispatches),
+      reduced_(geometry, contexts) {
     if (!columns.dispatchesTo) return;
     for (std::uint32_t c = 0; c < columns.contextCount; ++c)
-        visits_.push_back({EventCursor(columns.dispatchesTo[c]), 0, 0});
+        visits_.push_back({EventCursor(columns.dispatchesTo[c]), 0, 0, 0});
 }
 
 int SwitchSearch::Line(std::uint32_t context) const {
     return static_cast<int>(columns_.lineOfContext[context]);
 }
 
-void SwitchSearch::Column(int x, const PixelColumns& pixels, std::uint32_t from,
-                          std::vector<SwitchLine>& out) {
-    const std::uint32_t first = dispatches_.AdvanceTo(std::max(pixels.First(x), from));
-    const std::uint32_t beyond = dispatches_.AdvanceTo(std::max(pixels.Beyond(x), from));
-    if (first == beyond) return;
+void SwitchSearch::Column(int x, const PixelColumns& pixels, std::vector<SwitchLine>& out) {
+    first_ = dispatches_.AdvanceTo(std::max(pixels.First(x), from_));
+    beyond_ = dispatches_.AdvanceTo(std::max(pixels.Beyond(x), from_));
+    if (first_ == beyond_) return;
     reduced_.Begin(x);
-    const bool few = beyond - first <= 2 * columns_.contextCount;
-    if (few || visits_.empty())
-        Walk(first, beyond - 1);
-    else
-        Jump(first, beyond - 1);
+    std::optional<std::uint32_t> position = beyond_ - 1;
+    for (std::uint32_t steps = 0; position; ++steps) {
+        Add(*position);
+        const bool walk = visits_.empty() || steps < columns_.contextCount;
+        if (*position == first_)
+            position.reset();
+        else
+            position = walk ? *position - 1 : Before(*position);
+    }
     reduced_.Finish(out);
 }
 
@@ -33,59 +39,42 @@ void SwitchSearch::Add(std::uint32_t position) {
     reduced_.Add(Line(columns_.context[event]), Line(columns_.next[event]), event);
 }
 
-void SwitchSearch::Walk(std::uint32_t first, std::uint32_t last) {
-    for (std::uint32_t position = last + 1; position-- > first;) Add(position);
-}
-
-void SwitchSearch::FindVisits(std::uint32_t first, std::uint32_t last) {
-    initial_ = columns_.context[Event(first)];
-    initialVisit_ = Event(first);
-    for (Visits& visits : visits_) {
-        visits.begin = visits.cursor.AdvanceTo(Event(first));
-        visits.end = visits.cursor.AdvanceTo(Event(last) + 1);
+// The last dispatch before the position that may leave a mark: it ends a visit of a line that is
+// not settled together with the one that ran until the position.
+std::optional<std::uint32_t> SwitchSearch::Before(std::uint32_t position) {
+    const std::uint32_t event = Event(position);
+    const Interval* const settled = reduced_.Settled(Line(columns_.context[event]));
+    if (!settled) return position - 1;
+    Visit latest = 0;
+    for (std::uint32_t context = 0; context < columns_.contextCount; ++context) {
+        if (!reduced_.IsSettledBy(*settled, Line(context)))
+            latest = std::max(latest, LastVisit(context, event));
     }
+    if (latest == 0) return std::nullopt;
+    return DispatchAfter(latest);
 }
 
-// The context's last visit by a dispatch below the event.
-std::uint64_t SwitchSearch::LastVisit(std::uint32_t context, std::uint32_t before) {
+// The context's last visit that began with a dispatch below the event.
+SwitchSearch::Visit SwitchSearch::LastVisit(std::uint32_t context, std::uint32_t before) {
     Visits& visits = visits_[context];
-    const std::uint32_t* const events = visits.cursor.List().events;
-    if (visits.end > visits.begin && events[visits.end - 1] >= before) {
-        const auto at = std::lower_bound(events + visits.begin, events + visits.end, before);
-        visits.end = static_cast<std::uint32_t>(at - events);
+    const std::uint32_t first = Event(first_);
+    if (visits.column != first) {
+        visits.column = first;
+        visits.begin = visits.cursor.AdvanceTo(first);
+        visits.end = visits.cursor.AdvanceTo(before);
     }
-    if (visits.end > visits.begin) return std::uint64_t{events[visits.end - 1]} + 1;
-    return context == initial_ ? initialVisit_ : kNever;
+    const std::uint32_t* const events = visits.cursor.List().events;
+    const auto end = std::lower_bound(events + visits.begin, events + visits.end, before);
+    visits.end = static_cast<std::uint32_t>(end - events);
+    if (visits.end > visits.begin) return Visit{events[visits.end - 1]} + 1;
+    return columns_.context[first] == context ? first : 0;
 }
 
 // Position of the dispatch that ends the visit.
-std::uint32_t SwitchSearch::DispatchAfter(std::uint64_t visit, std::uint32_t first) const {
-    if (visit == initialVisit_) return first;
+std::uint32_t SwitchSearch::DispatchAfter(Visit visit) const {
     const std::uint32_t* const events = columns_.dispatches.events;
-    const auto at = std::lower_bound(events + first, events + columns_.dispatches.count, visit);
-    return static_cast<std::uint32_t>(at - events);
-}
-
-void SwitchSearch::Jump(std::uint32_t first, std::uint32_t last) {
-    FindVisits(first, last);
-    std::uint32_t position = last;
-    while (true) {
-        Add(position);
-        if (position == first) return;
-        const std::uint32_t event = Event(position);
-        const Interval* const settled = reduced_.Settled(Line(columns_.context[event]));
-        if (!settled) {
-            --position;
-            continue;
-        }
-        std::uint64_t latest = kNever;
-        for (std::uint32_t context = 0; context < columns_.contextCount; ++context) {
-            if (reduced_.IsSettledBy(*settled, Line(context))) continue;
-            latest = std::max(latest, LastVisit(context, event));
-        }
-        if (latest == kNever) return;
-        position = DispatchAfter(latest, first);
-    }
+    return static_cast<std::uint32_t>(std::lower_bound(events + first_, events + beyond_, visit) -
+                                      events);
 }
 
 }  // namespace kvx
