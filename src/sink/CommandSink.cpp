@@ -50,6 +50,7 @@ CKvxOSTraceDataCommandSink::CKvxOSTraceDataCommandSink(IQHost* host, IDockingMan
 }
 
 CKvxOSTraceDataCommandSink::~CKvxOSTraceDataCommandSink() {
+    if (menuId_) Docking()->ReleaseIdentifier(menuId_);
     IQHost* const host = Host();
     auto* const workspace = static_cast<IQWorkSpaceClient2*>(this);
     host->Unadvise(kvx::host::kWorkSpaceClient, workspace);
@@ -93,14 +94,14 @@ int CKvxOSTraceDataCommandSink::OnCreate(const CREATESTRUCT* create) {
     if (CUiDebugCommandSink::OnCreate(create) == -1) return -1;
     IDockingManager* const docking = Docking();
     if (!docking) return 0;
-    const std::uint32_t identifier = docking->AllocateIdentifier();
-    docking->AttachMenu(nullptr, ids::kMenuHostOSTrace, identifier, kvx::host::kComponent);
-    docking->AttachMenu(nullptr, ids::kMenuHostOSAnalyze, identifier, kvx::host::kComponent);
-    docking->BindWindow(identifier, this);
-    docking->BindModule(identifier, AfxGetResourceHandle());
+    menuId_ = docking->AllocateIdentifier();
+    docking->AttachMenu(nullptr, ids::kMenuHostOSTrace, menuId_, kvx::host::kComponent);
+    docking->AttachMenu(nullptr, ids::kMenuHostOSAnalyze, menuId_, kvx::host::kComponent);
+    docking->BindWindow(menuId_, this);
+    docking->BindModule(menuId_, AfxGetResourceHandle());
     const CString title = LoadString(ids::kStringRtos);
-    docking->AddHostToolbar(kHostToolbar, title, ids::kToolbarHostOSTrace, identifier);
-    docking->AddHostToolbar(kHostToolbar, title, ids::kToolbarHostOSAnalyze, identifier);
+    docking->AddHostToolbar(kHostToolbar, title, ids::kToolbarHostOSTrace, menuId_);
+    docking->AddHostToolbar(kHostToolbar, title, ids::kToolbarHostOSAnalyze, menuId_);
     return 0;
 }
 

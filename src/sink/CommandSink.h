@@ -72,6 +72,7 @@ class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
     std::map<const CKvxInstanceDataCtrl*, CString> nameOfControl_;
     COSTraceData data_;
     IQPropertyStore* properties_ = nullptr;
+    std::uint32_t menuId_ = 0;  // of the menus and buttons in the host; 0: none
     CString face_;
     int points_ = 0;
 };
