@@ -1,0 +1,14 @@
+#pragma once
+// The ITRON text log, line by line.
+
+#include "workbench/simulation/TraceSink.h"
+
+namespace kvx::simulation {
+
+// No line is longer, its end included.
+inline constexpr std::size_t kLongestLine = 512;
+
+// Writes the record's line at to, which has room for the longest one; the end of the line.
+char* PutLogLine(const TraceRecord& record, char* to);
+
+}  // namespace kvx::simulation

@@ -1,0 +1,90 @@
+#include "workbench/simulation/Mutex.h"
+
+#include <algorithm>
+
+#include "workbench/simulation/Kernel.h"
+
+namespace kvx::simulation {
+
+CallResult Mutex::Lock(Scheduler& scheduler, std::int32_t timeout) {
+    Task& task = *scheduler.Running();
+    if (owner_ == &task) return {E_ILUSE};
+    if (protocol_ == Protocol::Ceiling && task.basePriority < ceiling_) return {E_ILUSE};
+    if (!owner_) {
+        Take(scheduler, task);
+        return {};
+    }
+    const CallResult result = scheduler.Block(&queue_, timeout, {.mutex = this});
+    UpdatePriority(scheduler, *owner_);
+    return result;
+}
+
+CallResult Mutex::Unlock(Scheduler& scheduler) {
+    if (owner_ != scheduler.Running()) return {E_ILUSE};
+    GiveUp(scheduler);
+    return {};
+}
+
+void Mutex::GiveUp(Scheduler& scheduler) {
+    Task& before = *owner_;
+    owner_ = nullptr;
+    std::erase(before.held, this);
+    if (Task* const next = queue_.Front()) {
+        scheduler.Release(*next);
+        Take(scheduler, *next);
+    }
+    UpdatePriority(scheduler, before);
+}
+
+void Mutex::WaiterLeft(Scheduler& scheduler) {
+    if (owner_) UpdatePriority(scheduler, *owner_);
+}
+
+void Mutex::Take(Scheduler& scheduler, Task& task) {
+    owner_ = &task;
+    task.held.push_back(this);
+    UpdatePriority(scheduler, task);
+}
+
+std::int32_t Mutex::PriorityOfOwner() const {
+    if (protocol_ == Protocol::Ceiling) return ceiling_;
+    if (protocol_ == Protocol::None || queue_.Empty()) return kLowestPriority;
+    return queue_.Front()->priority;
+}
+
+void Mutex::UpdatePriority(Scheduler& scheduler, Task& task) {
+    std::int32_t priority = task.basePriority;
+    for (const Mutex* const mutex : task.held)
+        priority = std::min(priority, mutex->PriorityOfOwner());
+    if (priority == task.priority) return;
+    scheduler.SetPriority(task, priority, Scheduler::Place::First);
+    if (task.wait.mutex) UpdatePriority(scheduler, *task.wait.mutex->owner_);
+}
+
+namespace {
+
+CallResult Lock(Kernel& kernel, std::int32_t mutex, std::int32_t timeout) {
+    return kernel.Object<Mutex>(mutex).Lock(kernel.Tasks(), timeout);
+}
+
+}  // namespace
+
+constinit const ServiceOf<1> loc_mtx("loc_mtx", "mtxid",
+                                     [](Kernel& kernel, const Arguments& given) {
+                                         return Lock(kernel, given[0], TMO_FEVR);
+                                     });
+constinit const ServiceOf<1> ploc_mtx("ploc_mtx", "mtxid",
+                                      [](Kernel& kernel, const Arguments& given) {
+                                          return Lock(kernel, given[0], TMO_POL);
+                                      });
+constinit const ServiceOf<2> tloc_mtx("tloc_mtx", "mtxid tmout",
+                                      [](Kernel& kernel, const Arguments& given) {
+                                          return Lock(kernel, given[0], given[1]);
+                                      });
+constinit const ServiceOf<1> unl_mtx("unl_mtx", "mtxid",
+                                     [](Kernel& kernel, const Arguments& given) {
+                                         return kernel.Object<Mutex>(given[0]).Unlock(
+                                             kernel.Tasks());
+                                     });
+
+}  // namespace kvx::simulation

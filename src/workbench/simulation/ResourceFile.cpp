@@ -1,0 +1,53 @@
+#include "workbench/simulation/ResourceFile.h"
+
+#include <nlohmann/json.hpp>
+
+#include "workbench/simulation/DriveIds.h"
+
+namespace kvx::simulation {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json TaskResource(const Task& task) {
+    const TaskConfig& config = task.config;
+    return {{"Type", "Task"},
+            {"Attributes",
+             {{"id", task.id},
+              {"atr", config.active ? "TA_ACT" : "TA_NULL"},
+              {"pri", config.priority},
+              {"exinf", "0"},
+              {"task", config.function},
+              {"stksz", config.stackSize},
+              {"stk", "NULL"},
+              {"state", config.active ? "RUNNABLE" : "DORMANT"}}}};
+}
+
+Json HandlerResource(const Handler& handler) {
+    static constexpr const char* kTypes[] = {"InterruptHandler", "InterruptServiceRoutine",
+                                             "CyclicHandler", "AlarmHandler"};
+    return {{"Type", kTypes[static_cast<std::size_t>(handler.kind)]},
+            {"Attributes", {{"id", handler.id}, {"state", "DORMANT"}}}};
+}
+
+}  // namespace
+
+std::string ResourceText(const Kernel& kernel) {
+    Json resources;
+    resources["CurrentContext"] = {{"Type", "Context"}, {"Attributes", {{"name", "None"}}}};
+    for (const auto& task : kernel.AllTasks()) resources[task.config.name] = TaskResource(task);
+    for (const auto& line : kernel.Interrupts().Lines())
+        resources[line.handler.name] = HandlerResource(line.handler);
+    for (const auto& routine : kernel.ServiceRoutines())
+        resources[routine.name] = HandlerResource(routine);
+    for (const auto& timed : kernel.TimedHandlers())
+        resources[timed.handler.name] = HandlerResource(timed.handler);
+    resources["DEADLINE"] = {{"Type", "ApplogString"},
+                             {"Attributes", {{"id", std::to_string(kMsgDeadline)}}}};
+    const Json file = {{"TimeScale", "us"},          {"TimeRadix", 10},
+                       {"ConvertRules", {"asp"}},    {"VisualizeRules", {"asp"}},
+                       {"ResourceHeaders", {"asp"}}, {"Resources", resources}};
+    return file.dump(1, '\t') + "\n";
+}
+
+}  // namespace kvx::simulation
