@@ -25,14 +25,14 @@ std::uint32_t EventStore::AddDispatch(std::int64_t time, std::uint32_t from, std
     const auto event = Add(time, kEventDispatch, from, to, 0, 0, record);
     if (!dispatches_.empty()) Close(dispatches_.back(), event);
     dispatches_.push_back(event);
+    Append(entered_, to, event);
     return event;
 }
 
 std::uint32_t EventStore::AddState(std::int64_t time, std::uint32_t context, std::uint8_t code,
                                    std::uint8_t flags, std::uint32_t record) {
     const auto event = Add(time, kEventState, context, context, code, flags, record);
-    if (states_.size() <= context) states_.resize(context + 1);
-    states_[context].push_back(event);
+    Append(states_, context, event);
     return event;
 }
 
@@ -40,6 +40,7 @@ std::uint32_t EventStore::AddCall(std::int64_t time, std::uint32_t context, std:
                                   std::uint32_t call, std::uint32_t record) {
     const auto event = Add(time, kEventSysCall, context, call, cls, 0, record);
     calls_.push_back(event);
+    Append(issued_, context, event);
     return event;
 }
 
@@ -47,15 +48,25 @@ void EventStore::Clear() {
     *this = EventStore();
 }
 
-host::EventList EventStore::StatesOf(std::uint32_t context) const {
-    if (context >= states_.size()) return {};
-    const auto& list = states_[context];
+void EventStore::Append(Lists& lists, std::uint32_t context, std::uint32_t event) {
+    if (lists.size() <= context) lists.resize(context + 1);
+    lists[context].push_back(event);
+}
+
+host::EventList EventStore::ListOf(const Lists& lists, std::uint32_t context) {
+    if (context >= lists.size()) return {};
+    const auto& list = lists[context];
     return {list.data(), static_cast<std::uint32_t>(list.size())};
 }
 
+host::EventList EventStore::StatesOf(std::uint32_t context) const {
+    return ListOf(states_, context);
+}
+
 void EventStore::Export(host::OSTraceColumns& out, std::uint32_t contextCount) const {
-    exported_.resize(contextCount);
-    for (std::uint32_t i = 0; i < contextCount; ++i) exported_[i] = StatesOf(i);
+    exported_.clear();
+    for (const Lists* lists : {&states_, &entered_, &issued_})
+        for (std::uint32_t i = 0; i < contextCount; ++i) exported_.push_back(ListOf(*lists, i));
     out.eventCount = Count();
     out.time = time_.data();
     out.endEvent = end_.data();
@@ -68,13 +79,16 @@ void EventStore::Export(host::OSTraceColumns& out, std::uint32_t contextCount) c
     out.dispatches = {dispatches_.data(), static_cast<std::uint32_t>(dispatches_.size())};
     out.sysCalls = {calls_.data(), static_cast<std::uint32_t>(calls_.size())};
     out.stateEvents = exported_.data();
+    out.dispatchesTo = exported_.data() + contextCount;
+    out.sysCallsOf = exported_.data() + 2 * contextCount;
 }
 
 std::size_t EventStore::Bytes() const {
     std::size_t bytes = time_.Bytes() + end_.Bytes() + context_.Bytes() + next_.Bytes() +
                         record_.Bytes() + kind_.Bytes() + code_.Bytes() + flags_.Bytes() +
                         dispatches_.Bytes() + calls_.Bytes();
-    for (const auto& list : states_) bytes += list.Bytes();
+    for (const Lists* lists : {&states_, &entered_, &issued_})
+        for (const auto& list : *lists) bytes += list.Bytes();
     return bytes;
 }
 
@@ -105,21 +119,43 @@ std::string EventStore::CheckIntervals() const {
     return {};
 }
 
+namespace {
+
+// Reads lists of events alongside the events.
+class ListReader {
+  public:
+    explicit ListReader(const std::vector<Column<std::uint32_t>>& lists)
+        : lists_(lists), read_(lists.size()) {}
+    bool Follows(std::uint32_t context, std::uint32_t event) {
+        if (context >= lists_.size()) return false;
+        std::size_t& at = read_[context];
+        return at < lists_[context].size() && lists_[context][at++] == event;
+    }
+
+  private:
+    const std::vector<Column<std::uint32_t>>& lists_;
+    std::vector<std::size_t> read_;
+};
+
+}  // namespace
+
 std::string EventStore::CheckLists() const {
     std::size_t dispatches = 0;
     std::size_t calls = 0;
-    std::vector<std::size_t> states(states_.size());
+    ListReader states(states_);
+    ListReader entered(entered_);
+    ListReader issued(issued_);
     for (std::uint32_t e = 0; e < Count(); ++e) {
+        const bool coded = code_[e] >= 1 && code_[e] <= 13;
         bool listed = false;
         if (kind_[e] == kEventDispatch)
-            listed = dispatches < dispatches_.size() && dispatches_[dispatches++] == e;
+            listed = dispatches < dispatches_.size() && dispatches_[dispatches++] == e &&
+                     entered.Follows(next_[e], e);
         else if (kind_[e] == kEventSysCall)
-            listed =
-                calls < calls_.size() && calls_[calls++] == e && code_[e] >= 1 && code_[e] <= 13;
-        else if (kind_[e] == kEventState && next_[e] < states_.size() && code_[e] >= 1 &&
-                 code_[e] <= 13)
-            listed = states[next_[e]] < states_[next_[e]].size() &&
-                     states_[next_[e]][states[next_[e]]++] == e;
+            listed = calls < calls_.size() && calls_[calls++] == e && coded &&
+                     issued.Follows(context_[e], e);
+        else if (kind_[e] == kEventState)
+            listed = coded && states.Follows(next_[e], e);
         if (!listed) return FormatText("event %u is not in its list", e);
     }
     return {};

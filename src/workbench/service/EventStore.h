@@ -65,6 +65,9 @@ class EventStore {
     std::uint32_t Add(std::int64_t time, std::uint8_t kind, std::uint32_t context,
                       std::uint32_t next, std::uint8_t code, std::uint8_t flags,
                       std::uint32_t record);
+    using Lists = std::vector<Column<std::uint32_t>>;  // by context
+    static void Append(Lists& lists, std::uint32_t context, std::uint32_t event);
+    static host::EventList ListOf(const Lists& lists, std::uint32_t context);
     std::string CheckIntervals() const;
     std::string CheckLists() const;
 
@@ -78,7 +81,9 @@ class EventStore {
     Column<std::uint8_t> flags_;
     Column<std::uint32_t> dispatches_;
     Column<std::uint32_t> calls_;
-    std::vector<Column<std::uint32_t>> states_;      // by context
+    Lists states_;
+    Lists entered_;                                  // dispatches to the context
+    Lists issued_;                                   // its system calls
     mutable std::vector<host::EventList> exported_;  // what Export pointed to last
 };
 
