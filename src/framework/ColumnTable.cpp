@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "framework/HeaderCellPainter.h"
-
 namespace {
 
 constexpr int kWidest = 1 << 20;  // pixels; stored widths may be any number

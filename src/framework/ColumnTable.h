@@ -6,16 +6,14 @@
 #include <span>
 #include <vector>
 
-#include "platform/Types.h"
-
-class CDC;
-class CHeaderCellPainter;
+#include "framework/HeaderCellPainter.h"
 
 class CColumnTable {
   public:
     struct Column {
         const char* title;
         int characters;  // width in characters, as it is stored
+        CellAlign align = CellAlign::Left;  // of the cells below the title
         bool visible = true;
         int left = 0;  // edges and width in pixels
         int right = 0;

@@ -54,10 +54,22 @@ void CFrameStatusBar::SetPanes(const std::vector<CString>& texts) {
     int vertical = 0;
     int spacing = 0;
     GetBorders(horizontal, vertical, spacing);
+    ShowPanes(horizontal, spacing, texts);
+}
+
+void CFrameStatusBar::SetPane(const CString& text) {
+    int horizontal = 0;
+    int vertical = 0;
+    int spacing = 0;
+    GetBorders(horizontal, vertical, spacing);
+    ShowPanes(vertical, spacing, {text});
+}
+
+// The first pane begins at x.
+void CFrameStatusBar::ShowPanes(int x, int spacing, const std::vector<CString>& texts) {
     CClientDC dc(this);
     CFont* const previous = dc.SelectObject(GetFont());
     std::vector<int> edges;
-    int x = horizontal;
     for (const CString& text : texts) {
         edges.push_back(x + dc.GetTextExtent(text).cx + kTextMargin);
         x = edges.back() + spacing;

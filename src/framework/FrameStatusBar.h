@@ -14,6 +14,8 @@ class CFrameStatusBar : public CStatusBarCtrl {
 
     // Shows the texts side by side, each pane as wide as its text.
     void SetPanes(const std::vector<CString>& texts);
+    // One pane; it is wider than its text by the bar's vertical border too.
+    void SetPane(const CString& text);
     int CharWidth() const { return charWidth_; }
 
   protected:
@@ -21,6 +23,8 @@ class CFrameStatusBar : public CStatusBarCtrl {
     int OnCreate(const CREATESTRUCT* create);
 
   private:
+    void ShowPanes(int x, int spacing, const std::vector<CString>& texts);
+
     int charWidth_ = 0;
     int lineHeight_ = 0;
 };

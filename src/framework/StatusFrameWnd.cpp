@@ -50,7 +50,9 @@ void CStatusFrameWnd::LayOut() {
     layout_.SetWindowPositions(this);
 }
 
-void CStatusFrameWnd::OnGetMinMaxInfo(MINMAXINFO* info) { layout_.GetMinMaxInfo(this, info); }
+void CStatusFrameWnd::OnGetMinMaxInfo(MINMAXINFO* info) {
+    layout_.GetMinMaxInfo(this, info);
+}
 
 bool CStatusFrameWnd::OnEraseBkgnd(CDC* dc) {
     dc->FillSolidRect(GetClientRect(), GetSysColor(COLOR_3DFACE));
@@ -73,6 +75,10 @@ void CStatusFrameWnd::ShowStatusBar(bool show) {
 
 void CStatusFrameWnd::SetStatusTexts(const std::vector<CString>& texts) {
     if (statusBar_.IsWindow()) statusBar_.SetPanes(texts);
+}
+
+void CStatusFrameWnd::SetStatusText(const CString& text) {
+    if (statusBar_.IsWindow()) statusBar_.SetPane(text);
 }
 
 void CStatusFrameWnd::GetDataName(CString& name) const {

@@ -15,6 +15,7 @@ class CStatusFrameWnd : public CQFrameWnd {
     void ShowStatusBar(bool show);
     // Nothing without a status bar.
     void SetStatusTexts(const std::vector<CString>& texts);
+    void SetStatusText(const CString& text);
 
     void GetDataName(CString& name) const override;
     int UpdateView(LPARAM hint) override;

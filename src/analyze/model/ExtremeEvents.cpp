@@ -37,11 +37,14 @@ void ExtremeEvents::Append(std::uint32_t event) {
     events_.push_back(event);
 }
 
+// A view that follows the indicator may decode more records, and the analyses are built anew then:
+// nothing of this object is touched behind that.
 void ExtremeEvents::GoToNext(COSMarker& marker, IViewSender* view) {
     if (events_.empty()) return;
-    marker.SetMarker(view, kMarkerIndicator, events_[cursor_]);
-    if (view) view->InvalidateView();
+    const std::uint32_t event = events_[cursor_];
     cursor_ = (cursor_ + 1) % events_.size();
+    marker.SetMarker(view, kMarkerIndicator, event);
+    if (view) view->InvalidateView();
 }
 
 int ExtremeEvents::HasIndicator(const COSMarker& marker) const {

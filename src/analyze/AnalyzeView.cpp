@@ -1,0 +1,175 @@
+#include "analyze/AnalyzeView.h"
+
+#include <mutex>
+
+#include "analyze/Tables.h"
+#include "framework/HostWorkspaceStore.h"
+#include "framework/InstanceDataCtrl.h"
+#include "framework/StatusFrameWnd.h"
+#include "framework/UpdateHints.h"
+#include "host/CommandIds.h"
+#include "host/DebuggerFunctions.h"
+#include "host/ModuleHost.h"
+#include "platform/ClientDC.h"
+#include "platform/SystemInfo.h"
+#include "trace/TraceData.h"
+#include "traceview/model/MarkText.h"
+
+namespace ids = kvx::ids;
+
+namespace {
+
+constexpr char kSettingsPrefix[] = "OSAnalyzeView";
+constexpr char kSettingsEntry[] = "View";
+
+}  // namespace
+
+const CRuntimeClass COSAnalyzeView::kClass =
+    MakeDynamicClass<COSAnalyzeView>("COSAnalyzeView", &CCoreView::kClass);
+
+const MessageMap& COSAnalyzeView::GetMessageMap() const {
+    using Self = COSAnalyzeView;
+    static constexpr MessageMapEntry kEntries[] = {
+        ON_WM_SIZE<&Self::OnSize>(),
+        ON_COMMAND<ids::kRunTime, &Self::OnRunTime>(),
+        ON_UPDATE_COMMAND_UI<ids::kRunTime, &Self::OnUpdateRunTime>(),
+        ON_WM_HSCROLL<&Self::OnHScroll>(),
+        ON_WM_VSCROLL<&Self::OnVScroll>(),
+        ON_WM_MOUSEMOVE<&Self::OnMouseMove>(),
+        ON_WM_LBUTTONDOWN<&Self::OnLButtonDown>(),
+        ON_WM_LBUTTONUP<&Self::OnLButtonUp>(),
+        ON_WM_CAPTURECHANGED<&Self::OnCaptureChanged>(),
+        ON_COMMAND<ids::kSystemCall, &Self::OnSystemCall>(),
+        ON_UPDATE_COMMAND_UI<ids::kSystemCall, &Self::OnUpdateSystemCall>(),
+        ON_WM_KEYDOWN<&Self::OnKeyDown>(),
+        ON_COMMAND<ids::kRdyToRun, &Self::OnRdyToRun>(),
+        ON_UPDATE_COMMAND_UI<ids::kRdyToRun, &Self::OnUpdateRdyToRun>(),
+        ON_WM_DESTROY<&Self::OnDestroy>(),
+        ON_COMMAND<ids::kPickUp, &Self::OnPickUp>(),
+        ON_UPDATE_COMMAND_UI<ids::kPickUp, &Self::OnUpdatePickUp>(),
+        ON_UPDATE_COMMAND_UI<ids::kSave, &Self::OnUpdateSave>(),
+    };
+    static const MessageMap kMap{&CCoreView::GetMessageMap(), kEntries};
+    return kMap;
+}
+
+IQOSTraceService* COSAnalyzeView::Service() const {
+    return kvx::host::IsDebuggerLoaded() ? kvx::host::TraceService() : nullptr;
+}
+
+bool COSAnalyzeView::IsOpen() const {
+    return data_ && data_->engine.IsValid();
+}
+
+EAnalysis COSAnalyzeView::Table() const {
+    const bool known = mode_ >= static_cast<int>(EAnalysis::RunTime) &&
+                       mode_ <= static_cast<int>(EAnalysis::SysCall);
+    return known ? static_cast<EAnalysis>(mode_) : EAnalysis::RunTime;
+}
+
+int COSAnalyzeView::RowCount() const {
+    switch (Table()) {
+        case EAnalysis::RunTime:
+            return data_->contexts.GetCount();
+        case EAnalysis::RdyToRun:
+            return data_->rdyToRun.RecordCount();
+        case EAnalysis::SysCall:
+            return data_->sysCalls.EntryCount();
+    }
+    return 0;
+}
+
+CStatusFrameWnd* COSAnalyzeView::StatusFrame() const {
+    return static_cast<CStatusFrameWnd*>(Frame());
+}
+
+void COSAnalyzeView::Connect(COSTraceData& data, CKvxDebugInstanceDataCtrl& instance) {
+    data_ = &data;
+    instance_ = &instance;
+    const CRect client = GetClientRect();
+    SizeTo(client.Width(), client.Height());
+    OnUpdate(this, kHintDisplayChanged, nullptr);
+}
+
+void COSAnalyzeView::OnInitialUpdate() {
+    SetViewFont(Frame()->GetDisplayFont());
+    CWorkspaceStore store(kvx::host::ModuleHost());
+    LoadSettings(store, kSettingsPrefix);
+    RefreshStatus();
+    CCoreView::OnInitialUpdate();
+}
+
+void COSAnalyzeView::OnUpdate(CWnd*, LPARAM hint, CObject*) {
+    if (hint != kHintDisplayChanged || !data_) return;
+    ApplyMode();
+    RefreshStatus();
+    if (StatusFrame()) StatusFrame()->LayOut();
+}
+
+void COSAnalyzeView::SetViewFont(CFont* font) {
+    font_ = font;
+    CClientDC dc(this);
+    CFont* const previous = dc.SelectObject(font_);
+    TEXTMETRIC metrics;
+    dc.GetTextMetrics(&metrics);
+    dc.SelectObject(previous);
+    charWidth_ = metrics.tmAveCharWidth;
+    rowHeight_ = metrics.tmHeight + metrics.tmExternalLeading;
+    columns_.SetCharWidth(charWidth_);
+    LayOutColumns();
+    Invalidate(true);
+    UpdateWindow();
+}
+
+int COSAnalyzeView::SaveSettings(IWorkspaceStore& store, const CString& prefix) {
+    store.WriteText(prefix + kSettingsEntry, columns_.SettingsText(mode_));
+    return 0;
+}
+
+int COSAnalyzeView::LoadSettings(IWorkspaceStore& store, const CString& prefix) {
+    columns_.TakeSettings(store.ReadText(prefix + kSettingsEntry, ""), &mode_);
+    columns_.SetCharWidth(charWidth_);
+    LayOutColumns();
+    Invalidate(true);
+    return 0;
+}
+
+void COSAnalyzeView::SettingsChanged() {
+    if (instance_) instance_->SetSettingsModified(true);
+}
+
+void COSAnalyzeView::OnDestroy() {
+    CCoreView::OnDestroy();
+    CWorkspaceStore store(kvx::host::ModuleHost());
+    SaveSettings(store, kSettingsPrefix);
+}
+
+void COSAnalyzeView::OnDraw(CDC* dc) {
+    if (!kvx::host::IsDebuggerLoaded() || !data_) return;
+    const std::lock_guard guard(data_->lock);
+    const CPoint origin = dc->GetViewportOrg();
+    dc->SetViewportOrg(origin.x - Shift(), origin.y);
+    CFont* const previous = dc->SelectObject(font_);
+    dc->SetTextColor(GetSysColor(COLOR_WINDOWTEXT));
+    dc->SetBkColor(GetSysColor(COLOR_WINDOW));
+    kvx::table::Geometry geometry;
+    geometry.rowHeight = rowHeight_;
+    geometry.charWidth = charWidth_;
+    geometry.firstRow = Rows().First();
+    geometry.visibleRows = visibleRows_;
+    kvx::table::DrawTable(*dc, painter_, geometry, Table(), Columns(), *data_, Service());
+    dc->SelectObject(previous);
+    dc->SetViewportOrg(origin);
+    UpdateStatusText();
+}
+
+void COSAnalyzeView::RefreshStatus() {
+    if (!StatusFrame()) return;
+    StatusFrame()->ShowStatusBar(IsOpen());
+    UpdateStatusText();
+}
+
+void COSAnalyzeView::UpdateStatusText() {
+    if (!IsOpen() || !StatusFrame()) return;
+    StatusFrame()->SetStatusText(kvx::MarkText(data_->engine, data_->markers));
+}
