@@ -1,6 +1,7 @@
 // The index of formats: one line each. What is asked first comes first.
 
 #include <array>
+#include <exception>
 #include <filesystem>
 #include <optional>
 
@@ -24,9 +25,10 @@ std::string KnownFormats() {
 
 }  // namespace
 
-Result<std::unique_ptr<Recording>> OpenRecording(const std::string& path,
-                                                 const OpenOptions& options,
-                                                 IOpenProgress* progress) {
+namespace {
+
+Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptions& options,
+                                        IOpenProgress* progress) {
     Candidate candidate{path, nullptr};
     std::error_code error;
     const bool folder = std::filesystem::is_directory(path, error);
@@ -42,6 +44,18 @@ Result<std::unique_ptr<Recording>> OpenRecording(const std::string& path,
         if (format->recognises(candidate)) return format->open(candidate, options, progress);
     if (folder) return Error{path + ": the folder holds no CTF trace (no file \"metadata\" in it)"};
     return Error{path + ": not a trace of a known format (" + KnownFormats() + ")"};
+}
+
+}  // namespace
+
+Result<std::unique_ptr<Recording>> OpenRecording(const std::string& path,
+                                                 const OpenOptions& options,
+                                                 IOpenProgress* progress) {
+    try {
+        return Open(path, options, progress);
+    } catch (const std::exception& error) {
+        return Error{path + ": " + error.what()};
+    }
 }
 
 }  // namespace kvx::formats

@@ -309,8 +309,12 @@ bool Decoder::RunsAlready(const Processor& on, const ContextKey& key) const {
     return on.Occupant() && on.running->id == key.id;
 }
 
+// Whether the next record of the processor takes it from the task. At the end of the recording
+// nothing says that it was taken.
 bool Decoder::DispatchFollows(const Processor& on, const Task& task) const {
-    for (std::uint32_t distance = 1; const Record* next = window_.Ahead(distance); ++distance) {
+    for (std::uint32_t distance = 1; distance <= RecordWindow::kAhead; ++distance) {
+        const Record* next = window_.Ahead(distance);
+        if (!next) return true;
         if (next->processor != on.number || next->kind == RecordKind::Comment ||
             next->kind == RecordKind::Unreadable)
             continue;
@@ -326,7 +330,7 @@ bool Decoder::DispatchFollows(const Processor& on, const Task& task) const {
                 return false;
         }
     }
-    return true;
+    return false;
 }
 
 Condition Decoder::NewCondition(Task& task, const Record& record) {

@@ -15,6 +15,7 @@ const Record& RecordWindow::At(std::uint32_t record) {
 }
 
 const Record* RecordWindow::Ahead(std::uint32_t distance) const {
+    if (distance > kAhead) return nullptr;
     const auto at = current_ - first_ + std::size_t{distance};
     return at < records_.size() ? &records_[at] : nullptr;
 }

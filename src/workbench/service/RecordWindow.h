@@ -17,7 +17,7 @@ class RecordWindow {
 
     // record must be the one of the last call, or a later one.
     const Record& At(std::uint32_t record);
-    // A record up to kAhead after that of the last At; null beyond the end.
+    // A record up to kAhead after that of the last At; null beyond that or the end.
     const Record* Ahead(std::uint32_t distance) const;
 
   private:

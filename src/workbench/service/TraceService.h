@@ -49,6 +49,8 @@ class TraceService final : public IQOSTraceService,
     Summary Summarize();
     // The detail that `events` prints for an event: see docs/FORMATS.md.
     std::string EventDetail(std::uint32_t event) const;
+    // Looks for anything in the events that cannot be; empty: all is well.
+    std::string Check() const;
     // Display name of a line: name, "Idle" or "Unknown".
     std::string LineName(std::int32_t line) const;
 

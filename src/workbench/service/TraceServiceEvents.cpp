@@ -58,6 +58,10 @@ std::string TraceService::EventDetail(std::uint32_t event) const {
     }
 }
 
+std::string TraceService::Check() const {
+    return session_ ? session_->Events().Check() : std::string();
+}
+
 std::string TraceService::LineName(std::int32_t line) const {
     if (!session_ || line < 0 || static_cast<std::uint32_t>(line) >= session_->Lines().Count())
         return {};
