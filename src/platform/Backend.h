@@ -52,6 +52,7 @@ struct WindowRequest {
     RECT rect;  // in the parent's client coordinates; on the screen for a window of its own
     HWND parent = nullptr;
     UINT id = 0;
+    bool takesMouse = true;  // else the mouse belongs to the parent
 };
 
 // What a window does with its events. The front gives one with every window it has made.

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/Backend.h"
 #include "platform/SystemInfo.h"
 
 const CRuntimeClass CStatic::kClass = MakeDynamicClass<CStatic>("CStatic", &CWnd::kClass);
@@ -55,10 +54,6 @@ const MessageMap& CStatic::GetMessageMap() const {
 
 bool CStatic::Create(const CString& text, DWORD style, const RECT& rect, CWnd* parent, UINT id) {
     return CreateEx(0, text, style, rect, parent ? parent->GetSafeHwnd() : nullptr, id);
-}
-
-kvx::WindowKind CStatic::Kind(DWORD) const {
-    return kvx::WindowKind::Plain;
 }
 
 // Frames leave their inside to whoever fills it.

@@ -15,6 +15,6 @@ class CStatic : public CWnd {
     const MessageMap& GetMessageMap() const override;
     int BackgroundColour() const override;
     LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
-    kvx::WindowKind Kind(DWORD style) const override;
+    bool TakesMouse(DWORD style) const override { return (style & SS_NOTIFY) != 0; }
     void OnPaint();
 };

@@ -54,10 +54,11 @@ bool CWnd::CreateEx(DWORD exStyle, const CString& text, DWORD style, const RECT&
     CREATESTRUCT create{text.c_str(), style, exStyle, rect, parent, id};
     PreCreateWindow(create);
     const kvx::WindowRequest request{
-        Kind(create.style), create.style,
-        create.dwExStyle,   kvx::FrameOf(create.style, create.dwExStyle),
-        create.lpszName,    create.rect,
-        create.hwndParent,  create.id};
+        Kind(create.style),      create.style,
+        create.dwExStyle,        kvx::FrameOf(create.style, create.dwExStyle),
+        create.lpszName,         create.rect,
+        create.hwndParent,       create.id,
+        TakesMouse(create.style)};
     state_ = std::make_unique<WindowState>(*this, create.style, create.dwExStyle);
     const HWND handle = Windows().Create(request, state_.get());
     if (!handle) {

@@ -169,6 +169,8 @@ class CWnd : public CObject {
     // System colour that WM_ERASEBKGND fills with; -1: no erasing.
     virtual int BackgroundColour() const { return -1; }
     virtual kvx::WindowKind Kind(DWORD style) const;
+    // Whether the mouse over the window is the window's; else it is the parent's.
+    virtual bool TakesMouse(DWORD) const { return true; }
 
     // Default processing under the names of the handlers, for derived classes to call.
     int OnCreate(const CREATESTRUCT*) { return static_cast<int>(Default()); }

@@ -91,11 +91,11 @@ bool Desktop::IsKeyDown(UINT key) const {
     const Qt::MouseButtons buttons = QGuiApplication::mouseButtons();
     switch (key) {
         case VK_SHIFT:
-            return modifiers & Qt::ShiftModifier;
+            return KeysDown().contains(key) || (modifiers & Qt::ShiftModifier);
         case VK_CONTROL:
-            return modifiers & Qt::ControlModifier;
+            return KeysDown().contains(key) || (modifiers & Qt::ControlModifier);
         case VK_MENU:
-            return modifiers & Qt::AltModifier;
+            return KeysDown().contains(key) || (modifiers & Qt::AltModifier);
         case VK_LBUTTON:
             return buttons & Qt::LeftButton;
         case VK_RBUTTON:

@@ -33,6 +33,7 @@ QWidget* MakePlain(const WindowRequest& request, QWidget* parent, IWindowSink* s
     const Qt::WindowFlags flags = FlagsOf(request.style);
     auto* const window = new PlainWindow(parent, flags, request.frame, sink);
     if (flags == Qt::ToolTip) window->setAttribute(Qt::WA_ShowWithoutActivating);
+    window->setAttribute(Qt::WA_TransparentForMouseEvents, !request.takesMouse);
     if (request.style & WS_TABSTOP) window->setFocusPolicy(Qt::TabFocus);
     return window;
 }

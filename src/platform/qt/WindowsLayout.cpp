@@ -72,9 +72,7 @@ void QtWindows::Show(HWND window, bool show, bool activate) {
     QWidget* const widget = ToWidget(window);
     widget->setVisible(show);
     if (!show || !widget->isWindow() || !activate) return;
-    if (widget->testAttribute(Qt::WA_ShowWithoutActivating)) return;
-    widget->raise();
-    widget->activateWindow();
+    if (!widget->testAttribute(Qt::WA_ShowWithoutActivating)) widget->activateWindow();
 }
 
 bool QtWindows::IsVisible(HWND window) const {
