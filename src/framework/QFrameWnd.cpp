@@ -47,6 +47,10 @@ CQView* CQFrameWnd::CreateView(const CRuntimeClass* viewClass, UINT id) {
     return view;
 }
 
+bool CQFrameWnd::OnCmdMsg(UINT id, UINT code, CCmdUI* ui) {
+    return (view_ && view_->OnCmdMsg(id, code, ui)) || CWnd::OnCmdMsg(id, code, ui);
+}
+
 void CQFrameWnd::SetDisplayFont(const CFont& font) {
     LOGFONT description;
     font.GetLogFont(&description);

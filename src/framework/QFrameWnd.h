@@ -23,6 +23,9 @@ class CQFrameWnd : public CWnd {
     // made.
     virtual CQView* CreateView(const CRuntimeClass* viewClass, UINT id);
 
+    // Commands are the view's first.
+    bool OnCmdMsg(UINT id, UINT code, CCmdUI* ui) override;
+
     // Copies the font: the caller's is not kept.
     void SetDisplayFont(const CFont& font);
     CFont* GetDisplayFont() { return &displayFont_; }

@@ -7,6 +7,7 @@
 #include "host/CommandIds.h"
 #include "host/Guarded.h"
 #include "platform/Resources.h"
+#include "sink/OSAnalyzeInstanceCtrl.h"
 #include "sink/OSTraceInstanceCtrl.h"
 #include "traceview/TraceView.h"
 
@@ -85,6 +86,8 @@ const MessageMap& CKvxOSTraceDataCommandSink::GetMessageMap() const {
         ON_MESSAGE<kMessageCloseInstance, &Self::OnCloseInstance>(),
         ON_COMMAND<ids::kOpenOSTrace, &Self::OnOpenOSTrace>(),
         ON_UPDATE_COMMAND_UI<ids::kOpenOSTrace, &Self::OnUpdateOpenOSTrace>(),
+        ON_COMMAND<ids::kOpenOSAnalyze, &Self::OnOpenOSAnalyze>(),
+        ON_UPDATE_COMMAND_UI<ids::kOpenOSAnalyze, &Self::OnUpdateOpenOSAnalyze>(),
     };
     static const MessageMap kMap{&CUiDebugCommandSink::GetMessageMap(), kEntries};
     return kMap;
@@ -131,7 +134,9 @@ void CKvxOSTraceDataCommandSink::Open(WindowKind& kind) {
 }
 
 std::unique_ptr<CKvxDebugInstanceDataCtrl> CKvxOSTraceDataCommandSink::NewControl(
-    const WindowKind&) {
+    const WindowKind& kind) {
+    if (&kind == &analyzeKind_)
+        return std::make_unique<CKvxOSAnalyzeInstanceCtrl>(Host(), Docking(), data_);
     return std::make_unique<CKvxOSTraceInstanceCtrl>(Host(), Docking(), data_);
 }
 
@@ -151,6 +156,7 @@ void CKvxOSTraceDataCommandSink::AddControl(WindowKind& kind, HWND docking, cons
 }
 
 void CKvxOSTraceDataCommandSink::OnOpenOSTrace() { Open(traceKind_); }
+void CKvxOSTraceDataCommandSink::OnOpenOSAnalyze() { Open(analyzeKind_); }
 
 bool CKvxOSTraceDataCommandSink::MayOpen(
     const WindowKind& kind, const std::vector<CKvxInstanceDataCtrl*>& candidates) const {
@@ -167,6 +173,10 @@ void CKvxOSTraceDataCommandSink::OnUpdateOpenOSTrace(CCmdUI& ui) {
     for (const auto& instance : Instances()) all.push_back(instance.get());
     ui.Enable(MayOpen(traceKind_, all) && !IsOpenBlocked(Host(), kvx::host::kOpenBlockerA) &&
               !IsOpenBlocked(Host(), kvx::host::kOpenBlockerB));
+}
+
+void CKvxOSTraceDataCommandSink::OnUpdateOpenOSAnalyze(CCmdUI& ui) {
+    ui.Enable(MayOpen(analyzeKind_, {analyzeKind_.controls.begin(), analyzeKind_.controls.end()}));
 }
 
 template <class Action>

@@ -48,6 +48,8 @@ class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
     LRESULT OnCloseInstance(WPARAM window, LPARAM argument);
     void OnOpenOSTrace();
     void OnUpdateOpenOSTrace(CCmdUI& ui);
+    void OnOpenOSAnalyze();
+    void OnUpdateOpenOSAnalyze(CCmdUI& ui);
 
   private:
     // The windows of one kind.
