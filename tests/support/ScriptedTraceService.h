@@ -3,6 +3,7 @@
 // answers with and without the bulk interface, and any operation can be made to fail.
 
 #include <algorithm>
+#include <functional>
 #include <set>
 
 #include "host/Identifiers.h"
@@ -31,6 +32,7 @@ class ScriptedTraceService final : public IQOSTraceService,
     std::int64_t coveredAhead = 0;       // covered time beyond the analysed-up-to time
     std::set<std::string> failing;       // names of operations that answer E_FAIL
     std::set<std::string> pickUpChoice;  // names that the pick-up dialog ticks; empty: cancelled
+    std::function<void(const std::string&)> onCall;  // before those counted in calls
     std::string searchText;              // found in names; empty: the search is abandoned
 
     // What a test reads.
@@ -360,6 +362,7 @@ class ScriptedTraceService final : public IQOSTraceService,
         return !failing.empty() && failing.contains(operation);
     }
     HRESULT Called(const char* operation) {
+        if (onCall) onCall(operation);
         ++calls[operation];
         return Fails(operation) ? E_FAIL : S_OK;
     }
