@@ -69,11 +69,16 @@ class QtFixture : public testing::Test {
     static void Soon(std::function<void()> action, int milliseconds = 0) {
         QTimer::singleShot(milliseconds, qApp, std::move(action));
     }
-    void MakeTop(CWnd& top, int width = 400, int height = 300) {
-        ASSERT_TRUE(
-            top.Create(WS_POPUP | WS_CAPTION | WS_SYSMENU, {0, 0, width, height}, nullptr, 0));
-        top.ShowWindow(SW_SHOW);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(Widget(top)));
+    static void ShowActive(CWnd& window) {
+        window.ShowWindow(SW_SHOW);
+        Settle();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(Widget(window)));
+        ASSERT_EQ(QApplication::activeWindow(), Widget(window));
+    }
+    static void MakeTop(CWnd& top, int width = 400, int height = 300) {
+        const RECT place{0, 0, width, height};
+        ASSERT_TRUE(top.Create(WS_POPUP | WS_CAPTION | WS_SYSMENU, place, nullptr, 0));
+        ShowActive(top);
     }
 
     UnexpectedBoxes boxes;
