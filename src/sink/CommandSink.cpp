@@ -38,8 +38,11 @@ bool IsOpenBlocked(IQHost* host, const GUID& id) {
 
 CKvxOSTraceDataCommandSink::CKvxOSTraceDataCommandSink(IQHost* host, IDockingManager* docking)
     : CUiDebugCommandSink(host, docking),
-      traceKind_{kTraceBaseName, ids::kStringOSTrace, {}, {}},
-      analyzeKind_{kAnalyzeBaseName, ids::kStringOSAnalyze, {}, {}} {
+      traceKind_{kTraceBaseName, kTraceBaseName, ids::kStringOSTrace, "TraceViews", "OSTraceWnd",
+                 {},             {}},
+      analyzeKind_{kAnalyzeBaseName, kAnalyzeBaseName, ids::kStringOSAnalyze,
+                   "AnalyzeViews",   "OSAnalyzeWnd",   {},
+                   {}} {
     auto* const workspace = static_cast<IQWorkSpaceClient2*>(this);
     host->Advise(kvx::host::kWorkSpaceClient, workspace);
     host->Advise(kvx::host::kWorkSpaceClient2, workspace);
@@ -153,6 +156,7 @@ void CKvxOSTraceDataCommandSink::AddControl(WindowKind& kind, HWND docking, cons
     kind.controls.push_back(control);
     kind.names.push_back(name);
     nameOfControl_[control] = name;
+    modified_ = true;
 }
 
 void CKvxOSTraceDataCommandSink::OnOpenOSTrace() { Open(traceKind_); }
@@ -177,12 +181,6 @@ void CKvxOSTraceDataCommandSink::OnUpdateOpenOSTrace(CCmdUI& ui) {
 
 void CKvxOSTraceDataCommandSink::OnUpdateOpenOSAnalyze(CCmdUI& ui) {
     ui.Enable(MayOpen(analyzeKind_, {analyzeKind_.controls.begin(), analyzeKind_.controls.end()}));
-}
-
-template <class Action>
-void CKvxOSTraceDataCommandSink::ForEachWindow(Action action) {
-    for (CKvxDebugInstanceDataCtrl* control : traceKind_.controls) action(*control);
-    for (CKvxDebugInstanceDataCtrl* control : analyzeKind_.controls) action(*control);
 }
 
 void CKvxOSTraceDataCommandSink::UpdateWindows(LPARAM hint, std::uintptr_t sender) {
@@ -211,6 +209,7 @@ int CKvxOSTraceDataCommandSink::CloseInstance(HWND window, LPARAM argument) {
     std::erase(traceKind_.controls, instance);
     std::erase(analyzeKind_.controls, instance);
     nameOfControl_.erase(instance);
+    modified_ = true;
     return CUiDebugCommandSink::CloseInstance(window, argument);
 }
 

@@ -21,9 +21,9 @@ TEST(HeaderCellPainter, EdgesFaceAndEngravedText) {
     const std::string cell =
         "fill 10 20 59 21 #FFFFFF\n"
         "fill 10 21 11 38 #FFFFFF\n"
-        "fill 11 37 60 38 #A0A0A0\n"
-        "fill 59 21 60 37 #A0A0A0\n"
-        "fill 11 21 59 37 #F0F0F0\n";
+        "fill 11 37 60 38 #808080\n"
+        "fill 59 21 60 37 #808080\n"
+        "fill 11 21 59 37 #C0C0C0\n";
     EXPECT_EQ(drawn.substr(0, cell.size()), cell);
     EXPECT_NE(drawn.find("text 19 21 \"VEC\" #FFFFFF clip 10 20 60 38\n"
                          "text 18 20 \"VEC\" #000000 clip 10 20 60 38\n"),
