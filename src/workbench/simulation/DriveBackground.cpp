@@ -10,7 +10,7 @@ namespace kvx::simulation {
 Program DriveController::ShowStatus() {
     for (;;) {
         co_await dly_tsk(Between(21, 29));
-        const CallResult buffer = co_await get_mpl(kMplBuffer, Between(200, 500));
+        const CallResult buffer = co_await get_mpl(kMplBuffer, Between(200, 480));
         co_await ComputeFor(400, 900);
         co_await loc_mtx(kMtxI2c);
         for (std::int32_t part = 0; part < 3; ++part) {
@@ -26,7 +26,7 @@ Program DriveController::ShowStatus() {
 // Adds the telemetry, which it shares with MOTOR_CTRL, to every line.
 Program DriveController::WriteLog() {
     for (;;) {
-        co_await trcv_mbf(kMbfLog, kLogText, 20);
+        co_await trcv_mbf(kMbfLog, kLogText, 8);
         co_await ComputeFor(150, 350);
         co_await wai_sem(kSemTelemetry);
         co_await ComputeFor(700, 1300);

@@ -39,14 +39,14 @@ Program DriveController::ReceiveFrames() {
 Program DriveController::ExecuteCommands() {
     for (;;) {
         const CallResult message = co_await rcv_mbx(kMbxCommand);
-        co_await ComputeFor(500, 1100);
+        co_await ComputeFor(600, 1400);
         if (Once(3)) {
             co_await loc_mtx(kMtxFlash);
             co_await ComputeFor(200, 400);
             co_await unl_mtx(kMtxFlash);
         }
         co_await rel_mpf(kMpfFrame, message.value);
-        const std::int32_t size = Between(32, 96);
+        const std::int32_t size = Between(48, 112);
         const CallResult reply = co_await get_mpl(kMplBuffer, size);
         co_await ComputeFor(60, 140);
         co_await snd_mbf(kMbfReply, reply.value, size);
@@ -84,7 +84,7 @@ std::int32_t DriveController::NextUartWord() {
     if (wordsLeft_ == 0) {
         mark = kFrameStart;
         wordsLeft_ = Between(5, 9);
-        if (framesLeft_ == 0) framesLeft_ = Between(2, 6);
+        if (framesLeft_ == 0) framesLeft_ = Between(3, 8);
     }
     if (--wordsLeft_ == 0) {
         mark = kFrameEnd;
@@ -92,7 +92,7 @@ std::int32_t DriveController::NextUartWord() {
     }
     if (mark == 0 && Once(60)) wordsLeft_ = framesLeft_ = 0;
     Time gap = kWordTime;
-    if (wordsLeft_ == 0) gap = framesLeft_ == 0 ? Between(20000, 50000) : Between(500, 1200);
+    if (wordsLeft_ == 0) gap = framesLeft_ == 0 ? Between(30000, 60000) : Between(300, 900);
     kernel_.RaiseAfter(kIntUartRx, gap);
     return mark | Between(0, 0xFFFFFF);
 }

@@ -22,10 +22,10 @@ void DriveController::AddObjects() {
     kernel_.Add<DataQueue>(16u);                 // kDtqUart
     kernel_.Add<DataQueue>(4u);                  // kDtqPose
     kernel_.Add<Mailbox>();                      // kMbxCommand
-    kernel_.Add<MessageBuffer>(160);             // kMbfReply
+    kernel_.Add<MessageBuffer>(128);             // kMbfReply
     kernel_.Add<MessageBuffer>(128);             // kMbfLog
-    kernel_.Add<FixedPool>(0x20001000, 3, 64);   // kMpfFrame
-    kernel_.Add<VariablePool>(0x20001400, 640);  // kMplBuffer
+    kernel_.Add<FixedPool>(0x20001000, 2, 64);   // kMpfFrame
+    kernel_.Add<VariablePool>(0x20001400, 512);  // kMplBuffer
     for (const auto& [protocol, ceiling] : kMutexes) kernel_.Add<Mutex>(protocol, ceiling);
 }
 
