@@ -14,8 +14,12 @@ import sys
 from collections import defaultdict
 
 LINE = re.compile(r"^\[(\d+)\](?::\[(\d+)\])?:? (.*)$")
-HANDLER = re.compile(r"(?:task \d+ )?(enter to|leave from|leave to) "
-                     r"(int handler|exc handler|cyclic handler|alarm handler|isr|tex) (\d+)")
+# A task exception routine runs as its task.
+HANDLER = re.compile(r"(enter to|leave from|leave to) "
+                     r"(int handler|exc handler|isr|cyclic handler|alarm handler) (\d+)")
+# Numbers of handlers of the other kinds follow those of interrupt handlers.
+FIRST = {"int handler": 0, "exc handler": 1000, "isr": 2000, "cyclic handler": 3000,
+         "alarm handler": 4000}
 DISPATCH = re.compile(r"dispatch (to|from) task (\d+)")
 STATE = re.compile(r"task (\d+) becomes (DORMANT|WAITING|SUSPENDED|WAITING-SUSPENDED)")
 IDLE = ("task", 0)
@@ -53,7 +57,7 @@ class Sums:
                 self.num[self.owner] += 1
         self.owner, self.since = owner, time
 
-    def line(self, time, text, followed_by):
+    def line(self, time, text, rest):
         handler, dispatch, state = HANDLER.match(text), DISPATCH.match(text), STATE.match(text)
         if dispatch:
             task = ("task", int(dispatch[2]))
@@ -73,7 +77,7 @@ class Sums:
                 return
         elif state and not self.handlers and self.base == ("task", int(state[1])):
             # A running task that waits leaves the processor idle, unless a dispatch says who is next.
-            if followed_by:
+            if dispatch_follows(rest, int(state[1])):
                 return
             self.base = IDLE
         else:
@@ -84,15 +88,17 @@ class Sums:
 def sum_lines(lines, start, end):
     sums = Sums(start, end)
     for at, (time, text) in enumerate(lines):
-        sums.line(time, text, dispatch_follows(lines[at + 1:at + 9]))
+        sums.line(time, text, lines[at + 1:at + 50])
     sums.switch(end)
     return sums
 
 
-def dispatch_follows(lines):
+def dispatch_follows(lines, task):
+    """Whether the next thing that the log says is who has the processor instead of the task."""
     for _, text in lines:
-        if DISPATCH.match(text):
-            return True
+        dispatch = DISPATCH.match(text)
+        if dispatch:
+            return dispatch[1] == "from" or int(dispatch[2]) != task
         if HANDLER.match(text) or STATE.match(text) or text.startswith(("enter to", "leave")):
             return False
     return False
@@ -101,3 +107,78 @@ def dispatch_follows(lines):
 def analyze(program, log, core):
     command = [program, "analyze", str(log), "--cpu", str(core), "--table", "run-time", "--json"]
     return json.loads(subprocess.run(command, check=True, capture_output=True, text=True).stdout)
+
+
+def shown(record):
+    kinds = {1: "handler", 2: "task"}
+    return kinds.get(record["type"], "unknown"), record["number"]
+
+
+def name(owner):
+    kind, number = owner
+    return owner if kind == "task" else ("handler", FIRST[kind] + number)
+
+
+def compare(program, log):
+    """What differs, as texts."""
+    faults = []
+    for core, lines in read(log).items():
+        result = analyze(program, log, core)
+        start, end = result["range"]["start"], result["range"]["end"]
+        sums = sum_lines(lines, start, end)
+        expected = {name(o): (sums.num[o], sums.total[o]) for o in sums.total}
+        actual = {shown(r): (r["num"], r["total"]) for r in result["run_time"] if r["num"]}
+        actual.pop(("unknown", 0), None)
+        for owner in sorted(set(expected) | set(actual)):
+            if expected.get(owner) != actual.get(owner):
+                faults.append(f"{log} processor {core}: {owner} (num, total): the log gives "
+                              f"{expected.get(owner)}, analyze {actual.get(owner)}")
+        covered = sum(r["ratio"] for r in result["run_time"])
+        if abs(covered - 1) > 1e-9:
+            faults.append(f"{log} processor {core}: the ratios add up to {covered}")
+    return faults
+
+
+def is_text_log(path):
+    lines = path.read_bytes()[:2000].decode("utf-8-sig", "replace").splitlines()
+    return any(DISPATCH.search(line) for line in lines)
+
+
+SAMPLE = """\
+[10] dispatch to task 1.
+[20] enter to int handler 2.
+[25] enter to int handler 3.
+[26] leave from int handler 3.
+[30] leave from int handler 2.
+[40] task 1 becomes WAITING.
+[40] dispatch from task 1.
+[50] dispatch to task 2.
+[60] task 2 becomes WAITING.
+[70] dispatch to task 1.
+"""
+
+
+def self_test():
+    lines = [(int(m[1]), m[3]) for m in map(LINE.match, SAMPLE.splitlines())]
+    sums = sum_lines(lines, 15, 80)
+    assert dict(sums.total) == {("task", 1): 5 + 10 + 10, ("int handler", 2): 9,
+                                ("int handler", 3): 1, IDLE: 10, ("task", 2): 20}, sums.total
+    assert sums.num[("task", 1)] == 3 and sums.num[("int handler", 2)] == 2
+
+
+def main():
+    self_test()
+    if sys.argv[1:] == ["--self-test"]:
+        return 0
+    program, folder = sys.argv[1], pathlib.Path(sys.argv[2])
+    logs = sorted(log for log in folder.rglob("*.log") if is_text_log(log))
+    if not logs:
+        print(f"skipped: no log below {folder}")
+        return 77
+    faults = [fault for log in logs for fault in compare(program, log)]
+    print("\n".join(faults) or f"{len(logs)} logs agree")
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <array>
 
+#include "workbench/cli/Analyze.h"
 #include "workbench/cli/Events.h"
 #include "workbench/cli/Generate.h"
 #include "workbench/cli/Info.h"
@@ -10,9 +11,10 @@
 namespace kvx::cli {
 namespace {
 
-constexpr std::array<AddSubCommand, 3> kSubCommands = {
+constexpr std::array<AddSubCommand, 4> kSubCommands = {
     &AddInfo,
     &AddEvents,
+    &AddAnalyze,
     &AddGenerate,
 };
 

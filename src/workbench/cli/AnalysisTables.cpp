@@ -1,0 +1,206 @@
+#include "workbench/cli/AnalysisTables.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "analyze/model/HistoryText.h"
+#include "host/ModuleHost.h"
+#include "platform/Text.h"
+#include "trace/TimeCount.h"
+
+namespace kvx::cli {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// In the order of the analyses' own columns.
+const std::vector<AnalysisTable::Column> kRunTimeColumns = {
+    {"vec", "VEC", true},      {"table", "table", false}, {"id", "ID", true},
+    {"name", "(name)", false}, {"num", "Num", true},      {"max", "Max", true},
+    {"min", "Min", true},      {"avg", "Avg", true},      {"total", "Total", true},
+    {"ratio", "Ratio%", true}};
+const std::vector<AnalysisTable::Column> kRdyToRunColumns = {
+    {"id", "ID", true},   {"name", "(name)", false}, {"num", "Num", true},
+    {"max", "Max", true}, {"min", "Min", true},      {"avg", "Avg", true}};
+const std::vector<AnalysisTable::Column> kSysCallColumns = {{"no", "No", true},
+                                                            {"name", "System Call", false},
+                                                            {"parameters", "Parameter", false},
+                                                            {"return", "Return Parameter", false},
+                                                            {"time", "TIME", true}};
+
+std::string Trimmed(const std::string& text) {
+    return std::string(TrimLeft(text));
+}
+
+// What the history says of one call.
+struct HistoryEntry {
+    std::int32_t number = 0;
+    std::int64_t time = 0;
+    std::string name;
+    std::string parameters;
+    std::string returned;
+};
+
+HistoryEntry ReadEntry(const COSSysCallList& list, int row) {
+    HistoryEntry entry;
+    IQOSTraceService* const service = host::TraceService();
+    if (!service) return entry;
+    const std::uint32_t history = list.RowHistoryIndex(row);
+    service->GetHistoryNumber(history, &entry.number);
+    service->GetHistoryTime(history, &entry.time);
+    entry.name = HistoryText(*service, &IQOSTraceService::GetHistoryName, history);
+    entry.parameters = HistoryText(*service, &IQOSTraceService::GetHistoryParameter, history);
+    entry.returned = HistoryText(*service, &IQOSTraceService::GetHistoryReturnParameter, history);
+    return entry;
+}
+
+}  // namespace
+
+const char* AnalysisTable::Title() const {
+    switch (which_) {
+        case EAnalysis::RunTime:
+            return "Run Time";
+        case EAnalysis::RdyToRun:
+            return "Rdy->Run";
+        default:
+            return "System Call";
+    }
+}
+
+const char* AnalysisTable::Key() const {
+    switch (which_) {
+        case EAnalysis::RunTime:
+            return "run_time";
+        case EAnalysis::RdyToRun:
+            return "rdy_run";
+        default:
+            return "system_calls";
+    }
+}
+
+const std::vector<AnalysisTable::Column>& AnalysisTable::Columns() const {
+    switch (which_) {
+        case EAnalysis::RunTime:
+            return kRunTimeColumns;
+        case EAnalysis::RdyToRun:
+            return kRdyToRunColumns;
+        default:
+            return kSysCallColumns;
+    }
+}
+
+bool AnalysisTable::Sort(std::string_view column, bool descending) {
+    const auto& columns = Columns();
+    const auto at = std::find_if(columns.begin(), columns.end(),
+                                 [column](const Column& c) { return c.name == column; });
+    if (at == columns.end()) return false;
+    const int number = static_cast<int>(at - columns.begin());
+    // A second click turns the direction round.
+    for (int click = 0; click <= (descending ? 1 : 0); ++click) {
+        if (which_ == EAnalysis::RunTime) data_.runTime.Sort(number, 0);
+        if (which_ == EAnalysis::RdyToRun) data_.rdyToRun.Sort(number, 0);
+        if (which_ == EAnalysis::SysCall) data_.sysCalls.Sort(number, 0);
+    }
+    return true;
+}
+
+int AnalysisTable::RowCount() const {
+    switch (which_) {
+        case EAnalysis::RunTime:
+            return data_.runTime.RowCount();
+        case EAnalysis::RdyToRun:
+            return data_.rdyToRun.RowCount();
+        default:
+            return data_.sysCalls.RowCount();
+    }
+}
+
+std::vector<std::string> AnalysisTable::Texts(int row) const {
+    switch (which_) {
+        case EAnalysis::RunTime:
+            return RunTimeTexts(row);
+        case EAnalysis::RdyToRun:
+            return RdyToRunTexts(row);
+        default:
+            return SysCallTexts(row);
+    }
+}
+
+nlohmann::ordered_json AnalysisTable::Json(int row) const {
+    switch (which_) {
+        case EAnalysis::RunTime:
+            return RunTimeJson(row);
+        case EAnalysis::RdyToRun:
+            return RdyToRunJson(row);
+        default:
+            return SysCallJson(row);
+    }
+}
+
+std::string AnalysisTable::TimeText(double t) const {
+    CString text;
+    data_.engine.FormatTime(t, text);
+    return text;
+}
+
+std::vector<std::string> AnalysisTable::RunTimeTexts(int row) const {
+    const int line = data_.runTime.Row(row);
+    const ContextTexts cells = data_.contexts.GetTexts(line);
+    const CRunTime& record = *data_.runTime.Find(static_cast<std::uint32_t>(line));
+    return {Trimmed(cells.vector),      cells.table,
+            Trimmed(cells.id),          cells.name,
+            std::to_string(record.Num), TimeText(record.Max),
+            TimeText(record.Min),       TimeText(record.Avg),
+            TimeText(record.Total),     FormatText("%.2f", record.Ratio * 100.0)};
+}
+
+std::vector<std::string> AnalysisTable::RdyToRunTexts(int row) const {
+    const CRdyToRun& record = *data_.rdyToRun.Record(data_.rdyToRun.Row(row));
+    const ContextTexts cells = data_.contexts.GetTexts(static_cast<int>(record.context));
+    return {Trimmed(cells.id),    cells.name,           std::to_string(record.Num),
+            TimeText(record.Max), TimeText(record.Min), TimeText(record.Avg)};
+}
+
+std::vector<std::string> AnalysisTable::SysCallTexts(int row) const {
+    HistoryEntry entry = ReadEntry(data_.sysCalls, row);
+    return {std::to_string(entry.number), std::move(entry.name), std::move(entry.parameters),
+            std::move(entry.returned), TimeText(static_cast<double>(entry.time))};
+}
+
+nlohmann::ordered_json AnalysisTable::RunTimeJson(int row) const {
+    const int line = data_.runTime.Row(row);
+    const CRunTime& record = *data_.runTime.Find(static_cast<std::uint32_t>(line));
+    return {{"type", data_.contexts.GetType(line)},
+            {"number", data_.contexts.GetNumber(line)},
+            {"name", data_.contexts.GetShownName(line)},
+            {"num", record.Num},
+            {"max", ToCount(record.Max)},
+            {"min", ToCount(record.Min)},
+            {"avg", record.Avg},
+            {"total", ToCount(record.Total)},
+            {"ratio", record.Ratio}};
+}
+
+nlohmann::ordered_json AnalysisTable::RdyToRunJson(int row) const {
+    const CRdyToRun& record = *data_.rdyToRun.Record(data_.rdyToRun.Row(row));
+    const int line = static_cast<int>(record.context);
+    return {{"number", data_.contexts.GetNumber(line)},
+            {"name", data_.contexts.GetShownName(line)},
+            {"num", record.Num},
+            {"measured", record.measured},
+            {"max", ToCount(record.Max)},
+            {"min", ToCount(record.Min)},
+            {"avg", record.Avg},
+            {"total", ToCount(record.Total)}};
+}
+
+nlohmann::ordered_json AnalysisTable::SysCallJson(int row) const {
+    const HistoryEntry entry = ReadEntry(data_.sysCalls, row);
+    return {{"no", entry.number},
+            {"name", entry.name},
+            {"parameters", entry.parameters},
+            {"return", entry.returned},
+            {"time", entry.time}};
+}
+
+}  // namespace kvx::cli
