@@ -76,7 +76,7 @@ constexpr ControlResource kValue[] = {
 };
 
 constexpr int kKeyLines = 19;
-constexpr int kKeyHeight = kKeyLines * 9;
+constexpr int kKeyHeight = kKeyLines * 8 + 4;
 
 constexpr ControlResource kKeys[] = {
     {ControlClass::Static, ids::kKeysColumn, "", 10, 8, 52, kKeyHeight,
@@ -120,9 +120,9 @@ struct ColourRow {
 
 constexpr int kLeft = 13;
 constexpr int kRight = 127;
-constexpr int kStates = 18;
-constexpr int kCalls = 143;
-constexpr int kOthers = 256;
+constexpr int kStates = 21;
+constexpr int kCalls = 147;
+constexpr int kOthers = 260;
 constexpr int kPitch = 12;
 constexpr int Row(int base, int n) { return base + n * kPitch; }
 
