@@ -70,7 +70,12 @@ class WorkbenchTest : public testing::Test {
         takeLog_();
     }
     bool Show(std::vector<std::uint32_t> processors = {0}) {
-        return workbench_->Show(std::make_unique<TestRecording>(std::move(processors)));
+        return Show(std::make_unique<TestRecording>(std::move(processors)));
+    }
+    bool Show(std::unique_ptr<TestRecording> recording) {
+        auto trace = std::make_unique<service::TraceService>();
+        trace->SetRecording(std::move(recording));
+        return workbench_->Show(std::move(trace));
     }
     MainWindow& Window() { return workbench_->Window(); }
     DockingWindows& Docks() { return workbench_->Docking().Windows(); }
@@ -160,7 +165,7 @@ TEST_F(WorkbenchTest, AnotherRecordingTakesThePlaceOfTheFirst) {
 
 TEST_F(WorkbenchTest, AnyProcessorCanBeChosen) {
     Start();
-    Show({1, 2, 5});
+    Show(std::vector<std::uint32_t>{1, 2, 5});
     takeLog_();
     QAction* menu = FindAction("Trace");
     ASSERT_TRUE(menu->isVisible());
@@ -170,7 +175,7 @@ TEST_F(WorkbenchTest, AnyProcessorCanBeChosen) {
     EXPECT_TRUE(FindAction("Trace/Processor/Processor 5")->isChecked());
     FindAction("Trace/Processor/Processor 5")->trigger();
     EXPECT_STREQ(takeLog_(), "") << "it is shown already";
-    Show({0});
+    Show();
     EXPECT_FALSE(menu->isVisible()) << "there is nothing to choose";
 }
 
@@ -333,7 +338,7 @@ TEST_F(WorkbenchTest, LossesStandInTheStatusLineWithTheirMeaning) {
     recording->losses.Add(service::Loss::CutRecord);
     recording->losses.Add(service::Loss::UnreadableRecords, 1233);
     recording->warnings.push_back("a < b");
-    workbench_->Show(std::move(recording));
+    Show(std::move(recording));
     EXPECT_FALSE(indicator->isHidden());
     EXPECT_TRUE(indicator->text().remove(',').startsWith("1234 losses"))
         << indicator->text().toStdString();

@@ -38,6 +38,7 @@ MainWindow::MainWindow(Settings& settings, AppearanceSwitch& appearance)
     setCentralWidget(startPage_);
     startPage_->onOpenTrace = [this] { ChooseTrace(); };
     startPage_->onOpenFolder = [this] { ChooseFolder(); };
+    startPage_->onDemonstration = [this] { onDemonstration(); };
     startPage_->onOpenRecent = [this](const QString& path) { Open(path); };
     MakeFileMenu();
     MakeViewMenu();
@@ -131,6 +132,8 @@ void MainWindow::MakeTraceMenu() {
 
 void MainWindow::MakeHelpMenu() {
     helpMenu_ = menuBar()->addMenu("&Help");
+    helpMenu_->addAction("Show &Demonstration", this, [this] { onDemonstration(); });
+    helpMenu_->addSeparator();
     helpMenu_->addAction("&About KVX Workbench", this, [this] { onAbout(); });
 }
 

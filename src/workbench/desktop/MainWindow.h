@@ -23,6 +23,7 @@ class MainWindow final : public QMainWindow {
     std::function<void(const QString& path)> onOpen;
     std::function<void()> onClose;
     std::function<void(std::uint32_t processor)> onProcessor;
+    std::function<void()> onDemonstration;
     std::function<void()> onAbout;
 
     // Shows what is open: title, format, processors, losses. trace must have a recording, or be

@@ -73,20 +73,20 @@ std::string ShowRange(Workbench& workbench, const PictureRequest& request) {
     return "the range could not be shown";
 }
 
-Result<QImage> Paint(Workbench& workbench, std::unique_ptr<service::Recording> recording,
-                     const PictureRequest& request) {
+Result<Picture> Paint(Workbench& workbench, std::unique_ptr<service::TraceService> trace,
+                      const PictureRequest& request) {
     workbench.OpenTraceWindow();
     if (workbench.Docking().Windows().All().empty()) {
         return Error{"the component opened no window"};
     }
     DockingWindow& window = *workbench.Docking().Windows().All().front();
     const TakenOut content(window, request.size);
-    if (!workbench.Show(std::move(recording))) return Error{"the component is not there"};
+    if (!workbench.Show(std::move(trace))) return Error{"the component is not there"};
     if (std::string failure = ShowRange(workbench, request); !failure.empty()) {
         return Error{failure};
     }
     QApplication::processEvents();
-    return window.Area().grab().toImage();
+    return Picture{window.Area().grab().toImage(), workbench.Trace().Losses()};
 }
 
 }  // namespace
@@ -99,8 +99,8 @@ void PrepareOffscreen() {
     FilterToolkitMessages();
 }
 
-Result<QImage> MakePicture(std::unique_ptr<service::Recording> recording,
-                           const PictureRequest& request) {
+Result<Picture> MakePicture(std::unique_ptr<service::TraceService> trace,
+                            const PictureRequest& request) {
     Settings settings;
     settings.Set("Window/appearance", NameOf(Appearance::Light));
     const UnseenBoxes boxes;
@@ -109,7 +109,7 @@ Result<QImage> MakePicture(std::unique_ptr<service::Recording> recording,
         const std::string shown = boxes.Texts();
         return Error{failure.toStdString() + (shown.empty() ? "" : "\n" + shown)};
     }
-    Result<QImage> picture = Paint(workbench, std::move(recording), request);
+    Result<Picture> picture = Paint(workbench, std::move(trace), request);
     if (!picture && !boxes.Texts().empty()) {
         return Error{picture.GetError().message + "\n" + boxes.Texts()};
     }

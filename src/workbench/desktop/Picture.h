@@ -6,8 +6,8 @@
 #include <memory>
 #include <optional>
 
-#include "workbench/service/Recording.h"
 #include "workbench/service/Result.h"
+#include "workbench/service/TraceService.h"
 
 namespace kvx::desktop {
 
@@ -21,8 +21,13 @@ struct PictureRequest {
 // Chooses the toolkit's offscreen platform. To be called before the application object is made.
 void PrepareOffscreen();
 
+struct Picture {
+    QImage image;
+    service::LossCounters losses;  // found until it was painted
+};
+
 // Needs the application object. The user's settings play no part in the picture.
-Result<QImage> MakePicture(std::unique_ptr<service::Recording> recording,
-                           const PictureRequest& request);
+Result<Picture> MakePicture(std::unique_ptr<service::TraceService> trace,
+                            const PictureRequest& request);
 
 }  // namespace kvx::desktop

@@ -3,9 +3,9 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
+#include "workbench/cli/OpenTrace.h"
 #include "workbench/cli/TimeArgument.h"
 #include "workbench/desktop/SavePicture.h"
-#include "workbench/formats/OpenRecording.h"
 
 namespace kvx::desktop {
 namespace {
@@ -14,7 +14,7 @@ constexpr int kSmallest = 16;
 constexpr int kLargest = 16384;
 
 struct Options {
-    std::string file;
+    cli::TraceOptions trace;
     std::string output;
     std::string size = "1600x900";
     std::string start;
@@ -67,18 +67,17 @@ int Render(const Options& options, const cli::Streams& streams) {
                       << "each from " << kSmallest << " to " << kLargest << " pixels\n";
         return cli::kExitUsage;
     }
-    auto recording = formats::OpenRecording(options.file);
-    if (!recording) {
-        streams.error << "kvxostrace: " << recording.GetError().message << "\n";
-        return cli::kExitUnreadable;
-    }
-    const service::TraceClock& clock = (*recording)->Clock();
-    if (!ReadTime(options.start, clock, streams, &request.start) ||
-        !ReadTime(options.end, clock, streams, &request.end) ||
-        !CheckRange(request, **recording, streams)) {
+    int status = cli::kExitDone;
+    std::unique_ptr<service::TraceService> trace = cli::OpenTrace(options.trace, streams, status);
+    if (!trace) return status;
+    const service::Recording& recording = *trace->GetRecording();
+    if (!ReadTime(options.start, recording.Clock(), streams, &request.start) ||
+        !ReadTime(options.end, recording.Clock(), streams, &request.end) ||
+        !CheckRange(request, recording, streams)) {
         return cli::kExitUsage;
     }
-    return SavePicture(std::move(*recording), request, options.output, streams);
+    const auto losses = SavePicture(std::move(trace), request, options.output, streams);
+    return losses ? cli::FinalStatus(options.trace, *losses, streams) : cli::kExitFailed;
 }
 
 }  // namespace
@@ -86,7 +85,7 @@ int Render(const Options& options, const cli::Streams& streams) {
 void AddRenderCommand(CLI::App& app, const cli::Streams& streams, int& status) {
     auto options = std::make_shared<Options>();
     CLI::App* command = app.add_subcommand("render", "Make a picture of the OS Trace window");
-    command->add_option("FILE", options->file, "Trace file or CTF folder")->required();
+    cli::AddTraceOptions(*command, options->trace);
     command
         ->add_option("-o,--output", options->output,
                      "Picture to write (PNG); - for standard output")

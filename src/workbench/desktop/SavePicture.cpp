@@ -31,22 +31,24 @@ QString Write(const QByteArray& bytes, const std::string& output, std::ostream& 
 
 }  // namespace
 
-int SavePicture(std::unique_ptr<service::Recording> recording, const PictureRequest& request,
-                const std::string& output, const cli::Streams& streams) {
+std::optional<service::LossCounters> SavePicture(std::unique_ptr<service::TraceService> trace,
+                                                 const PictureRequest& request,
+                                                 const std::string& output,
+                                                 const cli::Streams& streams) {
     PrepareOffscreen();
     int count = 1;
     char name[] = "kvxostrace";
     char* arguments[] = {name, nullptr};
     const QApplication application(count, arguments);
-    const Result<QImage> picture = MakePicture(std::move(recording), request);
+    const Result<Picture> picture = MakePicture(std::move(trace), request);
     if (!picture) {
         streams.error << "kvxostrace: " << picture.GetError().message << "\n";
-        return cli::kExitFailed;
+        return std::nullopt;
     }
-    const QString failure = Write(EncodePng(*picture), output, streams.out);
-    if (failure.isEmpty()) return cli::kExitDone;
+    const QString failure = Write(EncodePng(picture->image), output, streams.out);
+    if (failure.isEmpty()) return picture->losses;
     streams.error << "kvxostrace: " << failure.toStdString() << "\n";
-    return cli::kExitFailed;
+    return std::nullopt;
 }
 
 }  // namespace kvx::desktop

@@ -9,8 +9,10 @@
 namespace kvx::desktop {
 
 // Makes its own application object, so it is called at most once and from main. output "-" is
-// standard output. Answers an exit status; what went wrong goes to the error stream.
-int SavePicture(std::unique_ptr<service::Recording> recording, const PictureRequest& request,
-                const std::string& output, const cli::Streams& streams);
+// standard output. Null: why is on the error stream.
+std::optional<service::LossCounters> SavePicture(std::unique_ptr<service::TraceService> trace,
+                                                 const PictureRequest& request,
+                                                 const std::string& output,
+                                                 const cli::Streams& streams);
 
 }  // namespace kvx::desktop

@@ -31,14 +31,16 @@ void Clear(QLayout& layout) {
 }  // namespace
 
 StartPage::StartPage(QWidget* parent) : QWidget(parent), recent_(new QWidget) {
-    auto* openTrace = new QPushButton("Open Trace…");
-    auto* openFolder = new QPushButton("Open CTF Folder…");
-    connect(openTrace, &QPushButton::clicked, this, [this] { onOpenTrace(); });
-    connect(openFolder, &QPushButton::clicked, this, [this] { onOpenFolder(); });
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
-    buttons->addWidget(openTrace);
-    buttons->addWidget(openFolder);
+    const auto button = [this, buttons](const QString& text, std::function<void()>& action) {
+        auto* made = new QPushButton(text);
+        connect(made, &QPushButton::clicked, this, [&action] { action(); });
+        buttons->addWidget(made);
+    };
+    button("Open Trace…", onOpenTrace);
+    button("Open CTF Folder…", onOpenFolder);
+    button("Demonstration", onDemonstration);
     buttons->addStretch();
     auto* recent = new QVBoxLayout(recent_);
     recent->setContentsMargins(0, 12, 0, 0);

@@ -3,15 +3,17 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <fstream>
 
+#include "workbench/cli/OpenTrace.h"
 #include "workbench/cli/SubCommands.h"
 #include "workbench/desktop/Display.h"
 #include "workbench/desktop/SavePicture.h"
 #include "workbench/desktop/ToolkitMessages.h"
 #include "workbench/desktop/Workbench.h"
-#include "workbench/formats/OpenRecording.h"
+#include "workbench/simulation/Generate.h"
 
 namespace kvx::desktop {
 namespace {
@@ -30,7 +32,11 @@ int RunWindow(const std::string& file) {
     workbench.Window().show();
     QTimer::singleShot(0, &application, [&] {
         if (!failure.isEmpty()) workbench.Window().ShowError("Cannot Start Component", failure);
-        if (!file.empty()) workbench.Open(QFile::decodeName(file.c_str()));
+        if (file.empty()) {
+            workbench.OpenDemonstration();
+        } else {
+            workbench.Open(QFile::decodeName(file.c_str()));
+        }
     });
     return QApplication::exec();
 }
@@ -51,26 +57,36 @@ int WriteSummary(const std::string& file, const std::string& path, const cli::St
 }
 
 int WriteResults(const std::string& file, const cli::Streams& streams) {
-    auto recording = formats::OpenRecording(file);
-    if (!recording) {
-        streams.error << "kvxostrace: " << recording.GetError().message << "\n";
-        return cli::kExitUnreadable;
-    }
+    int status = cli::kExitDone;
+    cli::TraceOptions options;
+    options.path = file;
+    std::unique_ptr<service::TraceService> trace = cli::OpenTrace(options, streams, status);
+    if (!trace) return status;
     const QString base = ResultFolder() + "/" +
                          QFileInfo(QDir::cleanPath(QFile::decodeName(file.c_str()))).fileName();
     const std::string picture = QFile::encodeName(base + ".png").toStdString();
     const std::string summary = QFile::encodeName(base + ".txt").toStdString();
-    if (const int status = WriteSummary(file, summary, streams)) return status;
-    if (const int status = SavePicture(std::move(*recording), {}, picture, streams)) return status;
+    if (const int failed = WriteSummary(file, summary, streams)) return failed;
+    if (!SavePicture(std::move(trace), {}, picture, streams)) return cli::kExitFailed;
     streams.out << "There is no display to open a window on.\nPicture: " << picture
                 << "\nSummary: " << summary << "\n";
     return cli::kExitDone;
 }
 
+int WriteDemonstrationResults(const cli::Streams& streams) {
+    const QTemporaryDir folder;
+    const std::string path = QFile::encodeName(folder.filePath("demonstration.log")).toStdString();
+    const std::string failure = simulation::WriteDemonstration(path);
+    if (failure.empty()) return WriteResults(path, streams);
+    streams.error << "kvxostrace: " << failure << "\n";
+    return cli::kExitFailed;
+}
+
 }  // namespace
 
 int RunWorkbench(const std::string& file, const cli::Streams& streams) {
-    return IsDisplayThere() ? RunWindow(file) : WriteResults(file, streams);
+    if (IsDisplayThere()) return RunWindow(file);
+    return file.empty() ? WriteDemonstrationResults(streams) : WriteResults(file, streams);
 }
 
 }  // namespace kvx::desktop

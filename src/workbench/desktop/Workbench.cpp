@@ -1,10 +1,12 @@
 #include "workbench/desktop/Workbench.h"
 
+#include <QFile>
 #include <QMessageBox>
 
 #include "host/CommandIds.h"
 #include "workbench/desktop/QtText.h"
 #include "workbench/desktop/ReadRecording.h"
+#include "workbench/simulation/Generate.h"
 
 namespace kvx::desktop {
 namespace {
@@ -20,20 +22,19 @@ Workbench::Workbench(Settings& settings)
       docking_(window_, settings, window_.HelpMenu()),
       dialogs_(settings, &window_),
       component_(host_) {
-    trace_.SetDialogs(&dialogs_);
     host_.AddService(host::kDockingHost, static_cast<IQDockingHost*>(&docking_));
-    host_.AddService(host::kOSTraceService, static_cast<IQOSTraceService*>(&trace_));
-    host_.AddService(host::kOSTraceAvailability, static_cast<IQOSTraceAvailability*>(&trace_));
+    Install(std::make_unique<service::TraceService>());
     window_.onOpen = [this](const QString& path) { Open(path); };
     window_.onClose = [this] { CloseRecording(); };
     window_.onProcessor = [this](std::uint32_t processor) { ShowProcessor(processor); };
+    window_.onDemonstration = [this] { OpenDemonstration(); };
     window_.onAbout = [this] { ShowAbout(); };
     docking_.onCommandDone = [this] { AfterCommand(); };
     docking_.Windows().onChanged = [this] {
         window_.ShowStartPage(!docking_.Windows().IsAnyShown());
     };
     // Losses are found while the recording is decoded.
-    QObject::connect(&refresh_, &QTimer::timeout, [this] { window_.ShowLosses(trace_); });
+    QObject::connect(&refresh_, &QTimer::timeout, [this] { window_.ShowLosses(*trace_); });
     refresh_.start(kRefreshMilliseconds);
 }
 
@@ -49,19 +50,39 @@ QString Workbench::Start(const QString& directory, const char* component) {
 }
 
 bool Workbench::Open(const QString& path) {
+    if (!Read(path)) return false;
+    window_.Recent().Add(path);
+    window_.ShowRecording(trace_.get());
+    return true;
+}
+
+bool Workbench::OpenDemonstration() {
+    auto folder = std::make_unique<QTemporaryDir>();
+    const QString path = folder->filePath("demonstration.log");
+    const std::string failure =
+        simulation::WriteDemonstration(QFile::encodeName(path).toStdString());
+    if (!failure.empty()) {
+        window_.ShowError("Cannot Write Demonstration", FromUtf8(failure));
+        return false;
+    }
+    if (!Read(path)) return false;
+    demonstration_ = std::move(folder);
+    return true;
+}
+
+bool Workbench::Read(const QString& path) {
     Result<std::unique_ptr<service::Recording>> recording = ReadRecording(path, &window_);
     if (!recording) {
         if (recording.GetError().cancelled) return false;
         window_.ShowError("Cannot Open Trace", FromUtf8(recording.GetError().message));
         return false;
     }
-    if (!Show(std::move(*recording))) return false;
-    window_.Recent().Add(path);
-    window_.ShowRecording(&trace_);
-    return true;
+    auto trace = std::make_unique<service::TraceService>();
+    trace->SetRecording(std::move(*recording));
+    return Show(std::move(trace));
 }
 
-bool Workbench::Show(std::unique_ptr<service::Recording> recording) {
+bool Workbench::Show(std::unique_ptr<service::TraceService> trace) {
     if (!component_.IsConnected()) {
         window_.ShowError("Cannot Show Trace", "The component that shows traces is not there.");
         return false;
@@ -71,16 +92,24 @@ bool Workbench::Show(std::unique_ptr<service::Recording> recording) {
         if (window) docking_.Windows().SetState(*window, kDockShow);
     }
     OpenTraceWindow();
-    trace_.SetRecording(std::move(recording));
+    Install(std::move(trace));
     host_.Broadcast(host::kEventTargetConnected);
     host_.Broadcast(host::kEventTraceReady);
     docking_.UpdateCommands();
-    window_.ShowRecording(&trace_);
+    window_.ShowRecording(trace_.get());
     return true;
 }
 
+// Components ask for the service anew with every operation.
+void Workbench::Install(std::unique_ptr<service::TraceService> trace) {
+    trace->SetDialogs(&dialogs_);
+    host_.AddService(host::kOSTraceService, static_cast<IQOSTraceService*>(trace.get()));
+    host_.AddService(host::kOSTraceAvailability, static_cast<IQOSTraceAvailability*>(trace.get()));
+    trace_ = std::move(trace);
+}
+
 void Workbench::CloseRecording() {
-    if (!trace_.GetRecording()) return;
+    if (!trace_->GetRecording()) return;
     DropRecording();
     window_.ShowRecording(nullptr);
     for (DockingWindow* window : docking_.Windows().All()) {
@@ -91,20 +120,20 @@ void Workbench::CloseRecording() {
 }
 
 void Workbench::DropRecording() {
-    if (!trace_.GetRecording()) return;
+    if (!trace_->GetRecording()) return;
     host_.Broadcast(host::kEventTraceCleared);
     host_.Broadcast(host::kEventTargetDisconnected);
-    trace_.SetRecording(nullptr);
+    Install(std::make_unique<service::TraceService>());
     docking_.UpdateCommands();
 }
 
 void Workbench::ShowProcessor(std::uint32_t processor) {
-    if (processor == trace_.ShownProcessor()) return;
+    if (processor == trace_->ShownProcessor()) return;
     host_.Broadcast(host::kEventTraceCleared);
-    trace_.ShowProcessor(processor);
+    trace_->ShowProcessor(processor);
     host_.Broadcast(host::kEventTraceReady);
     docking_.UpdateCommands();
-    window_.ShowRecording(&trace_);
+    window_.ShowRecording(trace_.get());
 }
 
 void Workbench::OpenTraceWindow() {
@@ -122,7 +151,7 @@ void Workbench::AfterCommand() {
     const bool open = IsTraceWindowOpen();
     const bool opened = open && !traceWindowWasOpen_;
     traceWindowWasOpen_ = open;
-    if (!opened || !trace_.GetRecording()) return;
+    if (!opened || !trace_->GetRecording()) return;
     host_.Broadcast(host::kEventTraceReady);
     docking_.UpdateCommands();
 }

@@ -1,6 +1,7 @@
 #pragma once
 // The host as a whole: its services, the component, the main window and the recording that is open.
 
+#include <QTemporaryDir>
 #include <QTimer>
 #include <memory>
 
@@ -28,8 +29,11 @@ class Workbench {
     // Reads the file or folder and shows it in place of what is open. When it cannot be read, a
     // message says so and what is open stays.
     bool Open(const QString& path);
-    // Shows a recording that was read already; false when the component is not there.
-    bool Show(std::unique_ptr<service::Recording> recording);
+    // Shows a recording that was read already, in a service of its own; false when the component is
+    // not there.
+    bool Show(std::unique_ptr<service::TraceService> trace);
+    // Shows the built-in demonstration.
+    bool OpenDemonstration();
     // Closes it; its windows leave the screen until the next one is shown.
     void CloseRecording();
     void ShowProcessor(std::uint32_t processor);
@@ -37,12 +41,15 @@ class Workbench {
     MainWindow& Window() { return window_; }
     DockingHost& Docking() { return docking_; }
     HostObject& Host() { return host_; }
-    service::TraceService& Trace() { return trace_; }
+    // Without a recording while none is open. Another object with every recording.
+    service::TraceService& Trace() { return *trace_; }
 
     // Opens the OS Trace window, or brings it to the front.
     void OpenTraceWindow();
 
   private:
+    bool Read(const QString& path);
+    void Install(std::unique_ptr<service::TraceService> trace);
     void DropRecording();
     bool IsTraceWindowOpen();
     void AfterCommand();
@@ -54,7 +61,8 @@ class Workbench {
     HostServices services_;
     DockingHost docking_;
     ServiceDialogs dialogs_;
-    service::TraceService trace_;
+    std::unique_ptr<service::TraceService> trace_;  // never null
+    std::unique_ptr<QTemporaryDir> demonstration_;
     ComponentModule component_;
     QTimer refresh_;
     std::vector<QPointer<DockingWindow>> putAway_;
