@@ -21,13 +21,13 @@ class CMenu;
 
 namespace kvx {
 
-// What the toolkit makes for a window: Plain windows paint themselves, the others are its controls.
+// What the toolkit makes for a window: plain windows paint themselves, the others are its controls.
 enum class WindowKind {
     Plain,
+    Backdrop,  // plain too, below its siblings from the start
     PushButton,
     CheckBox,
     RadioButton,
-    GroupBox,
     Edit,
     TextEdit,  // several lines
     ComboBox,

@@ -1,5 +1,5 @@
 #pragma once
-// Push buttons, check boxes, radio buttons, group boxes.
+// Push buttons, check boxes and radio buttons of the toolkit; group boxes, painted here.
 
 #include "platform/Wnd.h"
 
@@ -14,5 +14,10 @@ class CButton : public CWnd {
     int GetCheck() const;
 
   protected:
+    const MessageMap& GetMessageMap() const override;
+    LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    int BackgroundColour() const override;
     kvx::WindowKind Kind(DWORD style) const override;
+    bool TakesMouse(DWORD style) const override { return (style & BS_TYPEMASK) != BS_GROUPBOX; }
+    void OnPaint();  // group boxes; the toolkit paints the others
 };

@@ -1,10 +1,9 @@
-// Operations of the toolkit's controls: buttons, edits, lists, progress bars.
+// Operations of the toolkit's controls: edits, lists, progress bars.
 
 #include <algorithm>
 #include <utility>
 
 #include "platform/Backend.h"
-#include "platform/Button.h"
 #include "platform/ComboBox.h"
 #include "platform/Edit.h"
 #include "platform/ListBox.h"
@@ -19,33 +18,6 @@ kvx::IControls& Controls() {
 }
 
 }  // namespace
-
-WindowKind CButton::Kind(DWORD style) const {
-    switch (style & BS_TYPEMASK) {
-        case BS_CHECKBOX:
-        case BS_AUTOCHECKBOX:
-            return WindowKind::CheckBox;
-        case BS_RADIOBUTTON:
-        case BS_AUTORADIOBUTTON:
-            return WindowKind::RadioButton;
-        case BS_GROUPBOX:
-            return WindowKind::GroupBox;
-        default:
-            return WindowKind::PushButton;
-    }
-}
-
-bool CButton::Create(const CString& text, DWORD style, const RECT& rect, CWnd* parent, UINT id) {
-    return CreateEx(0, text, style, rect, parent ? parent->GetSafeHwnd() : nullptr, id);
-}
-
-void CButton::SetCheck(int check) {
-    if (m_hWnd) Controls().SetCheck(m_hWnd, check != BST_UNCHECKED);
-}
-
-int CButton::GetCheck() const {
-    return m_hWnd && Controls().Check(m_hWnd) ? BST_CHECKED : BST_UNCHECKED;
-}
 
 WindowKind CEdit::Kind(DWORD style) const {
     return style & ES_MULTILINE ? WindowKind::TextEdit : WindowKind::Edit;

@@ -3,21 +3,12 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/PrefixText.h"
 #include "platform/SystemInfo.h"
 
 const CRuntimeClass CStatic::kClass = MakeDynamicClass<CStatic>("CStatic", &CWnd::kClass);
 
 namespace {
-
-// The text as it is shown: "&x" is x, "&&" is &.
-CString WithoutPrefixes(const CString& text) {
-    CString shown;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '&' && i + 1 < text.size()) ++i;
-        shown += text[i];
-    }
-    return shown;
-}
 
 // Breaks at line ends and, unless wrap is false, between words where the width is full.
 std::vector<CString> BreakLines(CDC& dc, const CString& text, int width, bool wrap) {
@@ -80,7 +71,7 @@ void CStatic::OnPaint() {
     dc.SetBkMode(TRANSPARENT);
     dc.SetTextColor(GetSysColor(IsWindowEnabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
     const CString text =
-        GetStyle() & SS_NOPREFIX ? GetWindowText() : WithoutPrefixes(GetWindowText());
+        GetStyle() & SS_NOPREFIX ? GetWindowText() : kvx::WithoutPrefixes(GetWindowText());
     int y = 0;
     for (const CString& line : BreakLines(dc, text, client.Width(), kind != SS_LEFTNOWORDWRAP)) {
         const SIZE size = dc.GetTextExtent(line);

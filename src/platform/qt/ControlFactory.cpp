@@ -3,7 +3,6 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGroupBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
@@ -99,8 +98,6 @@ QWidget* MakeList(const WindowRequest& request, QWidget* parent, IWindowSink* si
 
 QWidget* MakeByKind(const WindowRequest& request, QWidget* parent, IWindowSink* sink) {
     switch (request.kind) {
-        case WindowKind::GroupBox:
-            return new NativeControl<QGroupBox>(parent, sink);
         case WindowKind::Edit:
         case WindowKind::TextEdit:
             return MakeEdit(request, parent, sink);
@@ -122,9 +119,7 @@ QWidget* MakeByKind(const WindowRequest& request, QWidget* parent, IWindowSink* 
 
 QWidget* MakeControl(const WindowRequest& request, QWidget* parent, IWindowSink* sink) {
     QWidget* const control = MakeByKind(request, parent, sink);
-    const bool takesKeys =
-        request.kind != WindowKind::GroupBox && request.kind != WindowKind::ProgressBar;
-    if (takesKeys)
+    if (request.kind != WindowKind::ProgressBar)
         control->setFocusPolicy(request.style & WS_TABSTOP ? Qt::StrongFocus : Qt::ClickFocus);
     return control;
 }

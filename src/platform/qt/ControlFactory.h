@@ -7,7 +7,7 @@ class QWidget;
 
 namespace kvx::qt {
 
-// Any kind but Plain. The parent owns it.
+// Any kind but Plain and Backdrop. The parent owns it.
 QWidget* MakeControl(const WindowRequest& request, QWidget* parent, IWindowSink* sink);
 
 }  // namespace kvx::qt

@@ -51,8 +51,9 @@ QtWindows::~QtWindows() {
 HWND QtWindows::Create(const WindowRequest& request, IWindowSink* sink) {
     QWidget* const parent = ToWidget(request.parent);
     if ((request.style & WS_CHILD) && !parent) return nullptr;
-    QWidget* const widget = request.kind == WindowKind::Plain ? MakePlain(request, parent, sink)
-                                                              : MakeControl(request, parent, sink);
+    const bool plain = request.kind == WindowKind::Plain || request.kind == WindowKind::Backdrop;
+    QWidget* const widget =
+        plain ? MakePlain(request, parent, sink) : MakeControl(request, parent, sink);
     SetWindowId(widget, request.id);
     const HWND handle = ToHandle(widget);
     SetText(handle, request.text);
@@ -60,8 +61,8 @@ HWND QtWindows::Create(const WindowRequest& request, IWindowSink* sink) {
     if (!widget->isWindow()) rect.translate(ClientOriginIn(parent));
     rect.setSize(rect.size().expandedTo(QSize(0, 0)));
     widget->setGeometry(rect);
-    if (request.kind == WindowKind::GroupBox) widget->lower();
-    if (auto* plain = PlainWindow::Of(widget)) plain->BeginSizes();
+    if (request.kind == WindowKind::Backdrop) widget->lower();
+    if (auto* window = PlainWindow::Of(widget)) window->BeginSizes();
     return handle;
 }
 

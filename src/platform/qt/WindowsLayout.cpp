@@ -3,7 +3,6 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
-#include <QGroupBox>
 #include <QImage>
 #include <QLineEdit>
 #include <QPainter>
@@ -36,7 +35,6 @@ void QtWindows::SetText(HWND window, const CString& text) {
     QWidget* const widget = ToWidget(window);
     const QString shown = ToQString(text);
     if (auto* button = qobject_cast<QAbstractButton*>(widget)) return button->setText(shown);
-    if (auto* box = qobject_cast<QGroupBox*>(widget)) return box->setTitle(shown);
     if (auto* edit = qobject_cast<QLineEdit*>(widget)) return edit->setText(shown);
     if (auto* edit = qobject_cast<QPlainTextEdit*>(widget)) return edit->setPlainText(shown);
     if (auto* combo = qobject_cast<QComboBox*>(widget)) return combo->setEditText(shown);
@@ -47,7 +45,6 @@ CString QtWindows::Text(HWND window) const {
     const QWidget* const widget = ToWidget(window);
     if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
         return ToCString(button->text());
-    if (const auto* box = qobject_cast<const QGroupBox*>(widget)) return ToCString(box->title());
     if (const auto* edit = qobject_cast<const QLineEdit*>(widget)) return ToCString(edit->text());
     if (const auto* edit = qobject_cast<const QPlainTextEdit*>(widget))
         return ToCString(edit->toPlainText());
