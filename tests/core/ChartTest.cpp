@@ -49,6 +49,7 @@ ChartItems Items(Core& core, const ChartGeometry& g, bool bulk, bool indexed) {
 void ExpectSameItems(const ChartItems& a, const ChartItems& b) {
     EXPECT_EQ(a.states, b.states);
     EXPECT_EQ(a.runs, b.runs);
+    EXPECT_EQ(a.switches, b.switches);
     EXPECT_EQ(a.marks, b.marks);
 }
 

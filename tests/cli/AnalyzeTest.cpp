@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "workbench/cli/SubCommands.h"
+
+namespace kvx::cli {
+
+namespace {
+
+class Analyze : public testing::Test {
+  protected:
+    Analyze() {
+        std::filesystem::create_directories(folder);
+        std::ofstream(log) << "[10] task 1 becomes RUNNABLE.\n"
+                              "[20] dispatch to task 1.\n"
+                              "[22] enter to sig_sem semid=1.\n"
+                              "[25] leave from sig_sem ercd=0.\n"
+                              "[30] enter to int handler 5.\n"
+                              "[40] leave from int handler 5.\n"
+                              "[45] enter to wai_sem semid=2.\n"
+                              "[50] task 1 becomes WAITING.\n"
+                              "[50] dispatch from task 1.\n"
+                              "[70] dispatch to task 2.\n"
+                              "[110] applog str : ID 1 : end.\n"
+                              "[110] dispatch from task 2.\n";
+    }
+    ~Analyze() override { std::filesystem::remove_all(folder); }
+
+    int Run(std::vector<std::string> arguments) {
+        out.str("");
+        error.str("");
+        std::vector<const char*> all = {"kvxostrace", "analyze"};
+        for (const std::string& argument : arguments) all.push_back(argument.c_str());
+        return RunSubCommand(static_cast<int>(all.size()), all.data(), {out, error});
+    }
+    nlohmann::json Json(std::vector<std::string> arguments) {
+        arguments.push_back("--json");
+        EXPECT_EQ(Run(arguments), kExitDone) << error.str();
+        return nlohmann::json::parse(out.str());
+    }
+
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("kvx_analyze_" + std::to_string(getpid()));
+    const std::string log = (folder / "small.log").string();
+    std::ostringstream out;
+    std::ostringstream error;
+};
+
+TEST_F(Analyze, WritesAlignedTables) {
+    EXPECT_EQ(Run({log, "--table", "rdy-run"}), kExitDone);
+    EXPECT_EQ(out.str(),
+              "Mark: 00:00:00.000.010 - 00:00:00.000.110 = 00:00:00.000.100\n"
+              "\n"
+              "Rdy->Run\n"
+              "ID  (name)  Num               Max               Min               Avg\n"
+              " 1  task 1    2  00:00:00.000.010  00:00:00.000.010  00:00:00.000.010\n"
+              " 2  task 2    1  00:00:00.000.000  00:00:00.000.000  00:00:00.000.000\n");
+    EXPECT_EQ(Run({log, "--table", "syscalls", "--sort", "name:desc"}), kExitDone);
+    EXPECT_NE(out.str().find("\nNo  System Call  Parameter  Return Parameter              TIME\n"
+                             " 2  wai_sem      semid=2                      00:00:00.000.045\n"
+                             " 1  sig_sem      semid=1    ercd=0            00:00:00.000.022\n"),
+              std::string::npos)
+        << out.str();
+}
+
+TEST_F(Analyze, GivesCountsAsJson) {
+    const auto all = Json({log});
+    EXPECT_EQ(all["range"], (nlohmann::json{{"start", 10}, {"end", 110}}));
+    double covered = 0;
+    std::map<int, int> totals;
+    for (const auto& row : all["run_time"]) {
+        covered += row["ratio"].get<double>();
+        if (row["type"] == 2) totals[row["number"]] = row["total"];
+    }
+    EXPECT_EQ(totals, (std::map<int, int>{{0, 20}, {1, 20}, {2, 40}}));
+    EXPECT_NEAR(covered, 0.9, 1e-12);  // nobody is known to run from 10 to 20
+    EXPECT_EQ(all["rdy_run"][0], (nlohmann::json{{"number", 1},
+                                                 {"name", "task 1"},
+                                                 {"num", 2},
+                                                 {"measured", 2},
+                                                 {"max", 10},
+                                                 {"min", 10},
+                                                 {"avg", 10.0},
+                                                 {"total", 20}}));
+    EXPECT_EQ(all["system_calls"][1], (nlohmann::json{{"no", 2},
+                                                      {"name", "wai_sem"},
+                                                      {"parameters", "semid=2"},
+                                                      {"return", ""},
+                                                      {"time", 45}}));
+    EXPECT_EQ(Json({log, "--table", "syscalls"}).size(), 2u);
+}
+
+TEST_F(Analyze, MeasuresTheRangeItIsGiven) {
+    const auto late = Json({log, "--start", "40", "--end", "80us"});
+    EXPECT_EQ(late["range"], (nlohmann::json{{"start", 40}, {"end", 70}}));  // on events
+    EXPECT_EQ(late["system_calls"].size(), 1u);
+    EXPECT_EQ(Run({log, "--start", "60", "--end", "50"}), kExitUsage);
+    EXPECT_EQ(Run({log, "--start", "51", "--end", "69"}), kExitUsage);
+    EXPECT_EQ(error.str(), "kvxostrace: there is no event in the range\n");
+    EXPECT_EQ(Run({log, "--end", "5"}), kExitUsage);
+    EXPECT_EQ(Run({log, "--start", "1 parsec"}), kExitUsage);
+}
+
+TEST_F(Analyze, WritesCsvToAFileAsToTheStream) {
+    EXPECT_EQ(Run({log, "--table", "run-time", "--sort", "total:desc", "--csv", "-"}), kExitDone);
+    const std::string streamed = out.str();
+    EXPECT_TRUE(
+        streamed.starts_with("VEC,table,ID,(name),Num,Max,Min,Avg,Total,Ratio %\r\n"
+                             ",,2,task 2,1,00:00:00.000.040,"))
+        << streamed;
+    const std::string path = (folder / "table.csv").string();
+    EXPECT_EQ(Run({log, "--table", "run-time", "--sort", "total:desc", "--csv", path}), kExitDone);
+    EXPECT_EQ(out.str(), "");
+    std::ostringstream written;
+    written << std::ifstream(path, std::ios::binary).rdbuf();
+    EXPECT_EQ(written.str(), streamed);
+
+    EXPECT_EQ(Run({log, "--csv", path}), kExitUsage);  // which table?
+    EXPECT_EQ(Run({log, "--table", "run-time", "--csv", path, "--json"}), kExitUsage);
+    EXPECT_EQ(Run({log, "--table", "run-time", "--csv", "/nowhere/x.csv"}), kExitFailed);
+    EXPECT_EQ(error.str(),
+              "kvxostrace: /nowhere/x.csv: cannot be opened: No such file or directory\n");
+    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no /dev/full on this system";
+    EXPECT_EQ(Run({log, "--table", "run-time", "--csv", "/dev/full"}), kExitFailed);
+    EXPECT_EQ(error.str(), "kvxostrace: /dev/full: cannot be written: No space left on device\n");
+}
+
+TEST_F(Analyze, SaysWhatIsWrong) {
+    EXPECT_EQ(Run({log, "--sort", "weight"}), kExitUsage);
+    EXPECT_NE(error.str().find("there is no column 'weight'; there are vec table"),
+              std::string::npos);
+    EXPECT_EQ(Run({log, "--sort", "total:down"}), kExitUsage);
+    EXPECT_EQ(Run({log, "--table", "chairs"}), kExitUsage);
+    EXPECT_EQ(Run({(folder / "none.log").string()}), kExitUnreadable);
+    std::ofstream(log, std::ios::app)
+        << "[120] enter to int handler 5.\n[121] dispatch to task 1.\n";
+    EXPECT_EQ(Run({log}), kExitDone);
+    EXPECT_EQ(Run({log, "--strict"}), kExitLosses);
+}
+
+}  // namespace
+
+}  // namespace kvx::cli
