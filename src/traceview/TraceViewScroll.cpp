@@ -108,6 +108,8 @@ HRESULT COSTraceView::SetDisplayRange(double start, double end) {
     displayEnd_ = end;
     scale_ = TraceSpan() / (end - start);
     gridTime_ = (end - start) / 5.0;
+    // The end marker goes first: a start marker that passed the old one would change places with it.
+    data_->markers.MoveEndIntoDisplay(this, displayEnd_);
     PlaceMarkers();
     UpdateHorizontalBar();
     Invalidate(true);
