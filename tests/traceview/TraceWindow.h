@@ -1,23 +1,9 @@
 #pragma once
 // An OS Trace window in a test: on the real back-end, offscreen, over a scripted trace.
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <memory>
-
-#include "framework/UpdateHints.h"
-#include "host/CommandIds.h"
-#include "host/DebuggerFunctions.h"
-#include "platform/Keys.h"
-#include "platform/qt/QtBackend.h"
 #include "sink/OSTraceInstanceCtrl.h"
-#include "support/ScriptedHost.h"
-#include "support/UnexpectedBoxes.h"
-#include "trace/TraceData.h"
+#include "support/ComponentWindow.h"
 #include "traceview/TraceView.h"
-#include "utils/DllResource.h"
-#include "utils/Path.h"
 
 namespace kvx::test {
 
@@ -42,33 +28,13 @@ inline ScriptedTrace PeriodicTrace(int periods) {
     return trace;
 }
 
-class TraceWindow : public ::testing::Test {
+class TraceWindow : public ComponentWindow {
   protected:
-    TraceWindow() : host(service) {}
-
-    void SetUp() override {
-        InstallQtBackend();
-        CString message;
-        const char* bin = std::getenv("KVX_BIN_DIR");
-        resources_ =
-            CDllResource::Load(JoinPath(bin ? bin : "bin", "KvxOSTraceExtRes.dll"), message);
-        ASSERT_NE(resources_, nullptr) << message;
-        host::ResolveDebuggerFunctions(&host, [](const char* name) { ADD_FAILURE() << name; });
-        ASSERT_TRUE(main_.Create(WS_OVERLAPPED | WS_VISIBLE, {0, 0, 900, 600}, HWND{}, 0));
-    }
-
-    void TearDown() override {
-        Close();
-        main_.DestroyWindow();
-        host::ClearDebuggerFunctions(nullptr);
-        RemoveQtBackend();
-    }
-
     // Opens the window on the trace at 800 x 300.
     void Open(ScriptedTrace trace) {
         service.Load(std::move(trace));
         instance = std::make_unique<CKvxOSTraceInstanceCtrl>(&host, nullptr, data);
-        ASSERT_TRUE(instance->Create(WS_CHILD | WS_VISIBLE, {0, 0, 800, 300}, &main_, 1));
+        ASSERT_TRUE(instance->Create(WS_CHILD | WS_VISIBLE, {0, 0, 800, 300}, &Main(), 1));
         instance->SetFont("Courier New", 11);
         view = instance->Frame().TraceView();
         view->OnUpdate(view, kHintTraceReady, nullptr);
@@ -79,7 +45,7 @@ class TraceWindow : public ::testing::Test {
         view->UpdateWindow();
     }
 
-    void Close() {
+    void Close() override {
         if (!instance) return;
         instance->DestroyWindow();
         instance.reset();
@@ -92,14 +58,10 @@ class TraceWindow : public ::testing::Test {
     CPoint InChart(double time) const {
         return {Geometry().X(time), Geometry().LineCentre(Geometry().firstLine)};
     }
-    void Press(CPoint at) { view->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MakePointParam(at.x, at.y)); }
-    void Move(CPoint at) { view->SendMessage(WM_MOUSEMOVE, MK_LBUTTON, MakePointParam(at.x, at.y)); }
-    void Release(CPoint at) { view->SendMessage(WM_LBUTTONUP, 0, MakePointParam(at.x, at.y)); }
-    void Drag(CPoint from, CPoint to) {
-        Press(from);
-        Move(to);
-        Release(to);
-    }
+    void Press(CPoint at) { ComponentWindow::Press(*view, at); }
+    void Move(CPoint at) { ComponentWindow::Move(*view, at); }
+    void Release(CPoint at) { ComponentWindow::Release(*view, at); }
+    void Drag(CPoint from, CPoint to) { ComponentWindow::Drag(*view, from, to); }
     bool Enabled(UINT command) const {
         CCmdUI ui(command);
         return instance->OnUpdateCommand(command, ui) && ui.IsEnabled();
@@ -113,16 +75,8 @@ class TraceWindow : public ::testing::Test {
     // Presses STOP of the progress dialog, as the user does while records are decoded.
     void StopAfter(int blocks);
 
-    ScriptedTraceService service;
-    ScriptedHost host;
-    COSTraceData data;
     std::unique_ptr<CKvxOSTraceInstanceCtrl> instance;
     COSTraceView* view = nullptr;
-    UnexpectedBoxes boxes;
-
-  private:
-    std::unique_ptr<CDllResource> resources_;
-    CWnd main_;
 };
 
 }  // namespace kvx::test
