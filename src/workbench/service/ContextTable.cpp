@@ -11,7 +11,7 @@ namespace {
 struct KindInfo {
     const char* name;
     std::int32_t type;
-    std::uint64_t firstNumber;
+    std::uint64_t firstNumber;  // of the first hundred, which fit a narrow column
     std::uint32_t tableAddress;
 };
 
@@ -19,14 +19,14 @@ struct KindInfo {
 constexpr KindInfo kKinds[] = {
     {"task", kContextTask, 0, 0},
     {"int handler", kContextHandler, 0, 0},
-    {"exc handler", kContextHandler, 1000, 0xE00000},
-    {"isr", kContextHandler, 2000, 0x100000},
-    {"cyclic handler", kContextHandler, 3000, 0xC00000},
-    {"alarm handler", kContextHandler, 4000, 0xA00000},
+    {"exc handler", kContextHandler, 600, 0xE00000},
+    {"isr", kContextHandler, 700, 0x100000},
+    {"cyclic handler", kContextHandler, 800, 0xC00000},
+    {"alarm handler", kContextHandler, 900, 0xA00000},
     {"unknown", kContextUnknown, 0, 0},
 };
 
-constexpr std::uint64_t kNumbersOfAKind = 1000;
+constexpr std::uint64_t kNumbersOfAKind = 100;
 constexpr std::uint64_t kFirstSpareNumber = 1000000000;
 
 const KindInfo& InfoOf(ContextKind kind) {

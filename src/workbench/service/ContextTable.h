@@ -22,8 +22,9 @@ struct Context {
     bool IsIdle() const { return key.kind == ContextKind::Task && key.id == 0; }
 };
 
-// Handlers other than interrupt handlers are numbered apart: exception handlers from 1000, service
-// routines from 2000, cyclic handlers from 3000, alarm handlers from 4000. Their table address
+// Handlers other than interrupt handlers are numbered apart: exception handlers from 600, service
+// routines from 700, cyclic handlers from 800, alarm handlers from 900, a hundred each; further ones
+// get numbers that nobody else has. Their table address
 // begins with a letter for the kind: E, 1, C, A, followed by the handler's own number.
 class ContextTable {
   public:
