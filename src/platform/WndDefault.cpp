@@ -57,8 +57,9 @@ LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
                 SetCursor(LoadStandardCursor(IDC_ARROW));
             return 0;
         case WM_MOUSEWHEEL:
-        case WM_CONTEXTMENU:
             return AskParent(*this, message, wParam, lParam);
+        case WM_CONTEXTMENU:
+            return GetParent() ? AskParent(*this, message, wParam, lParam) : kNotProcessed;
         case WM_MOUSEHWHEEL:
             return TurnHorizontalWheel(*this, wParam, lParam);
         case WM_DROPFILES:

@@ -170,7 +170,10 @@ TEST_F(InputTest, DisabledWindowsGetNoInput) {
     Click(child, 5, 5);
     Type(top, Qt::Key_Down);
     EXPECT_TRUE(child.log.empty());
+    EXPECT_NE(CWnd::GetFocus(), &child);
     child.EnableWindow(true);
+    EXPECT_EQ(CWnd::GetFocus(), &child) << "the focus comes back";
+    child.log.clear();
     Click(child, 5, 5);
     EXPECT_EQ(child.log, (Log{"down 1 5,5", "up 0 5,5"}));
 }

@@ -134,8 +134,9 @@ void PlainWindow::wheelEvent(QWheelEvent* event) {
     SendNotches(wheelRest_[0], WM_MOUSEHWHEEL, event);
 }
 
+// What no window here wants goes on to the host's window around them.
 void PlainWindow::contextMenuEvent(QContextMenuEvent* event) {
-    Send(WM_CONTEXTMENU, 0, PointParam(event->globalPos()));
+    event->setAccepted(Send(WM_CONTEXTMENU, 0, PointParam(event->globalPos())) == kProcessed);
 }
 
 // Keys that nobody here wants go on to the window above.

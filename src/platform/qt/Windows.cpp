@@ -78,6 +78,7 @@ void QtWindows::Destroy(HWND window) {
 }
 
 void QtWindows::Delete(QWidget* widget) {
+    ActivateOwner(widget);
     if (!OwnWindow::EventScope::Active()) {
         delete widget;
         return;

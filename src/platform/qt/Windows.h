@@ -66,8 +66,17 @@ class QtWindows final : public IWindows {
 
   private:
     void Delete(QWidget* widget);
+    static void ActivateOwner(const QWidget* widget);
+    void KeepFocus(QWidget* disabled);
+    void RestoreFocus(const QWidget* enabled);
     // Destroyed while an event was at work: hidden and forgotten, deleted when the loop comes by.
     std::vector<QPointer<QWidget>> doomed_;
+    // Where the focus was when a window was disabled: it comes back with the window.
+    struct LostFocus {
+        QPointer<QWidget> disabled;
+        QPointer<QWidget> focus;
+    };
+    std::vector<LostFocus> lostFocus_;
 };
 
 }  // namespace kvx::qt

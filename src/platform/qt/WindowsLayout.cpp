@@ -67,6 +67,7 @@ void QtWindows::SetFrame(HWND window, const WindowFrame& frame) {
 
 void QtWindows::Show(HWND window, bool show, bool activate) {
     QWidget* const widget = ToWidget(window);
+    if (!show) ActivateOwner(widget);
     widget->setVisible(show);
     if (!show || !widget->isWindow() || !activate) return;
     if (!widget->testAttribute(Qt::WA_ShowWithoutActivating)) widget->activateWindow();
@@ -80,8 +81,31 @@ bool QtWindows::IsShown(HWND window) const {
     return !ToWidget(window)->isHidden();
 }
 
+// An active window that goes leaves the keyboard to its owner.
+void QtWindows::ActivateOwner(const QWidget* widget) {
+    if (!widget->isWindow() || !widget->isActiveWindow() || !widget->parentWidget()) return;
+    widget->parentWidget()->activateWindow();
+}
+
 void QtWindows::Enable(HWND window, bool enable) {
-    ToWidget(window)->setEnabled(enable);
+    QWidget* const widget = ToWidget(window);
+    if (!enable) KeepFocus(widget);
+    widget->setEnabled(enable);
+    if (enable) RestoreFocus(widget);
+}
+
+void QtWindows::KeepFocus(QWidget* disabled) {
+    QWidget* const focus = disabled->window()->focusWidget();
+    if (focus && (focus == disabled || disabled->isAncestorOf(focus)))
+        lostFocus_.push_back({disabled, focus});
+}
+
+void QtWindows::RestoreFocus(const QWidget* enabled) {
+    for (const LostFocus& lost : lostFocus_)
+        if (lost.disabled == enabled && lost.focus) lost.focus->setFocus();
+    std::erase_if(lostFocus_, [enabled](const LostFocus& lost) {
+        return !lost.disabled || lost.disabled == enabled;
+    });
 }
 
 bool QtWindows::IsEnabled(HWND window) const {

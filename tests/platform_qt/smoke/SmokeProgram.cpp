@@ -1,3 +1,168 @@
+// Says on standard output what it gets on a real display. Keys: d opens a modal dialog, s starts
+// long work with a STOP dialog, q ends.
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QPixmap>
+#include <QScreen>
+#include <QTimer>
+#include <cstdio>
+
+#include "platform/Dialog.h"
+#include "platform/ProgressCtrl.h"
+#include "platform/SystemInfo.h"
+#include "platform/View.h"
+#include "platform/WinApp.h"
+#include "platform/qt/QtBackend.h"
+#include "platform_qt/SampleDialogs.h"
+
+namespace {
+
+template <class... Args>
+void Say(const char* format, Args... args) {
+    std::printf(format, args...);
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
+// Where the middle of a control stands on the screen.
+POINT MiddleOf(const CWnd* control) {
+    const RECT r = control->GetWindowRect();
+    return {(r.left + r.right) / 2, (r.top + r.bottom) / 2};
+}
+
+COLORREF ScreenPixel(POINT at) {
+    const QColor colour = QGuiApplication::primaryScreen()
+                              ->grabWindow(0, at.x, at.y, 1, 1)
+                              .toImage()
+                              .pixelColor(0, 0);
+    return RGB(static_cast<unsigned>(colour.red()), static_cast<unsigned>(colour.green()),
+               static_cast<unsigned>(colour.blue()));
+}
+
+class ValueDialog : public CDialog {
+  public:
+    using CDialog::CDialog;
+    bool OnInitDialog() override {
+        CDialog::OnInitDialog();
+        QTimer::singleShot(200, qApp, [this] {
+            const POINT ok = MiddleOf(GetDlgItem(IDOK));
+            Say("dialog at %d %d", ok.x, ok.y);
+        });
+        return true;
+    }
+};
+
+class StopDialog : public CDialog {
+  public:
+    CProgressCtrl progress;
+    bool cancelled = false;
+
+  protected:
+    void DoDataExchange(CDataExchange* exchange) override { DDX_Control(exchange, 9008, progress); }
+    void OnCancel() override {
+        cancelled = true;
+        CDialog::OnCancel();
+    }
+};
+
+class SmokeView : public CView {
+  public:
+    int draws = 0;
+    void OnDraw(CDC* dc) override {
+        ++draws;
+        dc->FillSolidRect(20, 20, 40, 40, RGB(255, 0, 0));
+    }
+
+  protected:
+    const MessageMap& GetMessageMap() const override {
+        static constexpr MessageMapEntry kEntries[] = {
+            ON_WM_LBUTTONDOWN<&SmokeView::OnDown>(), ON_WM_LBUTTONUP<&SmokeView::OnUp>(),
+            ON_WM_MOUSEMOVE<&SmokeView::OnMove>(),   ON_WM_LBUTTONDBLCLK<&SmokeView::OnTwice>(),
+            ON_WM_MOUSEWHEEL<&SmokeView::OnWheel>(), ON_WM_KEYDOWN<&SmokeView::OnKey>(),
+            ON_WM_CHAR<&SmokeView::OnCharacter>(),   ON_WM_VSCROLL<&SmokeView::OnScroll>(),
+        };
+        static const MessageMap kMap{&CView::GetMessageMap(), kEntries};
+        return kMap;
+    }
+    void OnDown(UINT, CPoint at) {
+        SetFocus();
+        SetCapture();
+        Say("down %d %d", at.x, at.y);
+    }
+    void OnUp(UINT, CPoint at) {
+        ReleaseCapture();
+        Say("up %d %d", at.x, at.y);
+    }
+    void OnMove(UINT flags, CPoint at) {
+        if (flags & MK_LBUTTON) Say("drag %d %d", at.x, at.y);
+    }
+    void OnTwice(UINT, CPoint) { Say("twice"); }
+    bool OnWheel(UINT, short delta, CPoint) {
+        Say("wheel %d", delta);
+        return true;
+    }
+    void OnKey(UINT key, UINT, UINT) { Say("key %u", key); }
+    void OnScroll(UINT code, int) {
+        if (code != SB_ENDSCROLL) Say("scroll %u", code);
+    }
+    void OnCharacter(UINT character, UINT, UINT) {
+        if (character == 'd') Say("dialog %d", ValueDialog(9005, this).DoModal());
+        if (character == 's') Work();
+        if (character == 'q') qApp->quit();
+    }
+
+  private:
+    // Two seconds of work that looks up from time to time.
+    void Work() {
+        EnableWindow(false);
+        StopDialog stop;
+        stop.Create(9014, this);
+        stop.progress.SetRange(0, 100);
+        Invalidate();
+        const int drawsBefore = draws;
+        const DWORD start = GetTickCount();
+        bool told = false;
+        while (!stop.cancelled && GetTickCount() - start < 5000) {
+            const DWORD until = GetTickCount() + 20;
+            while (GetTickCount() < until) continue;
+            stop.progress.SetPos(100);
+            DispatchWaitingMessages(stop.m_hWnd);
+            if (told || GetTickCount() - start < 300) continue;
+            told = true;
+            const POINT bar = MiddleOf(&stop.progress);
+            Say("bar %06X", ScreenPixel(bar));
+            const POINT button = MiddleOf(stop.GetDlgItem(IDCANCEL));
+            Say("stop at %d %d", button.x, button.y);
+        }
+        const bool drawn = draws != drawsBefore;
+        stop.DestroyWindow();
+        EnableWindow(true);
+        Say("work %s, view %s", stop.cancelled ? "stopped" : "done", drawn ? "drawn" : "waited");
+    }
+};
+
+}  // namespace
+
 int main() {
+    kvx::InstallQtBackend();
+    SetResourceTable(&kvx::test::SampleTable());
+    CWnd top;
+    top.Create(WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU, {100, 100, 500, 400}, nullptr, 0);
+    auto* const view = new SmokeView;
+    view->Create(WS_CHILD | WS_VISIBLE, {0, 0, 400, 300}, &top, 1);
+    view->SetScrollRange(SB_VERT, 0, 100);
+    top.ShowWindow(SW_SHOW);
+    view->SetFocus();
+    QTimer::singleShot(300, qApp, [view] {
+        POINT origin{0, 0};
+        view->ClientToScreen(&origin);
+        Say("red %06X", ScreenPixel(origin + POINT{30, 30}));
+        Say("ready at %d %d width %d", origin.x, origin.y, view->GetClientRect().right);
+    });
+    CWinApp app;
+    app.Run();
+    top.DestroyWindow();
+    Say("ended");
     return 0;
 }
