@@ -247,6 +247,8 @@ TEST_F(WorkbenchTest, MenuFollowsTheActiveWindow) {
     EXPECT_NE(FindAction("OS Trace"), nullptr);
     EXPECT_EQ(FindAction("OS Analyze"), nullptr);
     EXPECT_EQ(Window().menuBar()->actions().last()->text(), "&Help") << "before Help";
+    workbench_->Docking().Toolbar("{WK_00000001_OSANALYZE}/toolbar")->Find(47100)->trigger();
+    EXPECT_NE(FindAction("OS Analyze"), nullptr) << "its toolbar was used";
 }
 
 TEST_F(WorkbenchTest, TwoWindowsShareTheHeightNotTheWidth) {

@@ -275,7 +275,11 @@ void DockingHost::WatchMenuBar() {
     }
 }
 
+// A window whose toolbar gave the command is the active one, as if it had been clicked into.
 void DockingHost::Execute(IQCommandTarget* target, std::uint32_t command) {
+    for (DockingWindow* window : windows_.All()) {
+        if (window->target == target && windows_.Active() != window) windows_.Activate(window);
+    }
     target->OnCommand(command);
     CommandDone();
 }

@@ -22,7 +22,7 @@ FindDialog::FindDialog(const service::SearchCondition& condition, const QStringL
     setWindowTitle("Find");
     text_->setEditable(true);
     text_->setMinimumWidth(260);
-    text_->lineEdit()->setPlaceholderText("Part of a name, parameter or return value");
+    text_->lineEdit()->setPlaceholderText("In name, parameters or return");
     text_->addItems(history);
     text_->setCurrentText(FromUtf8(condition.text));
     text_->lineEdit()->selectAll();
