@@ -96,7 +96,8 @@ inline std::vector<std::string> EventsOfLog(std::string_view log, std::string_vi
 }
 
 // What a log loses, by name and count; notes left out unless asked for.
-inline std::vector<std::string> CountersOf(const service::LossCounters& losses, bool notes = false) {
+inline std::vector<std::string> CountersOf(const service::LossCounters& losses,
+                                           bool notes = false) {
     std::vector<std::string> lines;
     for (int i = 0; i < static_cast<int>(service::Loss::Count); ++i) {
         const auto loss = static_cast<service::Loss>(i);

@@ -16,7 +16,7 @@ constexpr std::array<std::string_view, 14> kStates = {
     "WAI (MPF)", "WAI (MBF)", "WAI (MTX)", "WAI (MPL)"};
 
 std::string WithParameters(const std::string& name, const std::string& parameters) {
-    return name + "(" + parameters + ")";
+    return FormatText("%s(%s)", name.c_str(), parameters.c_str());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #pragma once
 // Where the lines of a block of text end.
 
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
@@ -30,6 +31,25 @@ inline std::uint64_t LineEnds(const char* block) {
     for (std::size_t i = 0; i < kLineBlock; ++i) ends |= std::uint64_t{block[i] == '\n'} << i;
     return ends;
 #endif
+}
+
+// Appends to out where the lines of a whole number of blocks end, as offsets from data; answers
+// behind the last one. out has room for one more than there are bytes and four.
+inline std::uint32_t* AppendLineEnds(const char* data, std::uint32_t size, std::uint32_t* out) {
+    constexpr std::uint64_t kTop = std::uint64_t{1} << 63;  // spares the case of no bit at all
+    for (std::uint32_t block = 0; block < size; block += kLineBlock) {
+        auto ends = LineEnds(data + block);
+        // A few are written whether there are so many or not: no branch depends on the text.
+        auto* next = out;
+        for (int i = 0; i < 4; ++i, ends &= ends - 1) {
+            out[i] = block + static_cast<std::uint32_t>(std::countr_zero(ends | kTop));
+            next += ends != 0;
+        }
+        for (; ends; ends &= ends - 1)
+            *next++ = block + static_cast<std::uint32_t>(std::countr_zero(ends));
+        out = next;
+    }
+    return out;
 }
 
 }  // namespace kvx::formats

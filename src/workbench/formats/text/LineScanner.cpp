@@ -14,6 +14,7 @@
 namespace kvx::formats {
 namespace {
 
+constexpr std::uint64_t kChunk = std::uint64_t{16} << 10;
 constexpr std::uint64_t kProgressStep = std::uint64_t{32} << 20;
 constexpr std::uint32_t kMostRecords = std::numeric_limits<std::int32_t>::max();
 constexpr std::size_t kMostQuickDigits = 16;
@@ -33,11 +34,12 @@ std::uint64_t InOrder(std::uint64_t loaded) {
     return std::endian::native == std::endian::little ? __builtin_bswap64(loaded) : loaded;
 }
 
-bool AreDigits(std::uint64_t loaded, std::uint64_t mask) {
+// Zero where the bytes under the mask are digits.
+std::uint64_t OtherThanDigits(std::uint64_t loaded, std::uint64_t mask) {
     constexpr std::uint64_t kHigh = 0xF0F0F0F0F0F0F0F0u;
-    const std::uint64_t high = (loaded & kHigh) ^ 0x3030303030303030u;
-    const std::uint64_t above9 = ((loaded & ~kHigh) + 0x0606060606060606u) & kHigh;
-    return ((high | above9) & mask) == 0;
+    const std::uint64_t high = loaded ^ 0x3030303030303030u;
+    const std::uint64_t above9 = (loaded & ~kHigh) + 0x0606060606060606u;
+    return (high | above9) & kHigh & mask;
 }
 
 std::uint64_t MaskOfFirst(std::size_t bytes) {
@@ -54,43 +56,67 @@ bool IsDigit(char c) {
 
 bool LineScanner::Scan(IOpenProgress* progress) {
     const std::uint64_t size = text_.size();
+    std::vector<std::uint32_t> ends(kChunk + 5);
     std::uint64_t begin = text_.starts_with("\xEF\xBB\xBF") ? 3 : 0;
-    std::uint64_t reported = 0;
-    for (std::uint64_t block = 0; block + kLineBlock <= size; block += kLineBlock) {
-        for (auto ends = LineEnds(text_.data() + block); ends; ends &= ends - 1) {
-            const auto end = block + static_cast<std::uint64_t>(std::countr_zero(ends));
-            if (end < begin) continue;
-            OnLine(begin, end);
-            begin = end + 1;
-        }
-        if (block - reported < kProgressStep) continue;
-        reported = block;
-        if (progress && !progress->Progress(block, size)) return false;
+    const auto whole = size / kLineBlock * kLineBlock;
+    for (std::uint64_t chunk = 0; chunk < whole; chunk += kChunk) {
+        const auto length = static_cast<std::uint32_t>(std::min(kChunk, whole - chunk));
+        const auto* behind = AppendLineEnds(text_.data() + chunk, length, ends.data());
+        begin = OnLines(begin, chunk, {ends.data(), behind});
+        if (progress && chunk % kProgressStep == 0 && !progress->Progress(chunk, size))
+            return false;
     }
     while (begin < size) {
         const auto end = std::min<std::uint64_t>(text_.find('\n', begin), size);
-        OnLine(begin, end);
+        OnOtherLine(begin, end);
         begin = end + 1;
     }
     return true;
 }
 
-void LineScanner::OnLine(std::uint64_t begin, std::uint64_t end) {
-    const char* line = text_.data() + begin;
-    const bool quick = digits_ != 0 && begin + kQuickRoom <= text_.size() && line[0] == '[' &&
-                       line[digits_ + 1] == ']';
-    if (!quick) return OnOtherLine(begin, end);
-    const std::uint64_t first = Load(line + 1);
-    const std::uint64_t second = Load(line + 9);
-    if (!AreDigits(first, mask1_) || !AreDigits(second, mask2_)) return OnOtherLine(begin, end);
-    const Key key{InOrder(first & mask1_), InOrder(second & mask2_)};
-    if (key.high < latest_.high || (key.high == latest_.high && key.low < latest_.low))
-        return OnEarlierLine(begin, LineAt(begin));
-    AddRecord(begin);
-    ++index_.timedRecords;
-    latest_ = key;
-    latestOffset_ = begin;
-    if (line[digits_ + 2] == ':') NoteProcessor(line + digits_ + 2);
+// The lines that end at those offsets from chunk; the first begins at begin. Answers where the line
+// behind the last one begins.
+std::uint64_t LineScanner::OnLines(std::uint64_t begin, std::uint64_t chunk,
+                                   std::span<const std::uint32_t> ends) {
+    for (std::size_t i = 0; i < ends.size();) {
+        i += OnLikeLines(begin, chunk, ends.subspan(i));
+        if (i == ends.size()) break;
+        const auto end = chunk + ends[i++];
+        OnOtherLine(begin, end);
+        begin = end + 1;
+    }
+    return begin;
+}
+
+// Takes the lines that begin in the form of the latest one and are not earlier: nearly all. Answers
+// how many; begin moves behind them.
+std::size_t LineScanner::OnLikeLines(std::uint64_t& begin, std::uint64_t chunk,
+                                     std::span<const std::uint32_t> ends) {
+    if (digits_ == 0 || index_.records > kMostRecords - ends.size()) return 0;
+    const std::size_t digits = digits_;
+    const std::uint64_t mask1 = mask1_;
+    const std::uint64_t mask2 = mask2_;
+    Key latest = latest_;
+    std::size_t i = 0;
+    for (; i < ends.size() && begin + kQuickRoom <= text_.size(); ++i) {
+        const char* line = text_.data() + begin;
+        const std::uint64_t first = Load(line + 1);
+        const std::uint64_t second = Load(line + 9);
+        const Key key{InOrder(first & mask1), InOrder(second & mask2)};
+        const bool earlier =
+            (key.high < latest.high) | ((key.high == latest.high) & (key.low < latest.low));
+        const auto odd = OtherThanDigits(first, mask1) | OtherThanDigits(second, mask2);
+        if ((line[0] != '[') | (line[digits + 1] != ']') | earlier | (odd != 0)) break;
+        if ((index_.records + i) % LineIndex::kMarkDistance == 0) AddMark(begin);
+        latest = key;
+        latestOffset_ = begin;
+        if (line[digits + 2] == ':') NoteProcessor(line + digits + 2);
+        begin = chunk + ends[i] + 1;
+    }
+    latest_ = latest;
+    index_.records += static_cast<std::uint32_t>(i);
+    index_.timedRecords += static_cast<std::uint32_t>(i);
+    return i;
 }
 
 void LineScanner::OnOtherLine(std::uint64_t begin, std::uint64_t end) {
@@ -135,11 +161,13 @@ void LineScanner::AddRecord(std::uint64_t begin) {
         index_.truncated = true;
         return;
     }
-    if (index_.records % LineIndex::kMarkDistance == 0) {
-        index_.marks.push_back(begin);
-        latestAtMark_.push_back(hasLatest_ ? LatestTime() : kBeforeAll);
-    }
+    if (index_.records % LineIndex::kMarkDistance == 0) AddMark(begin);
     ++index_.records;
+}
+
+void LineScanner::AddMark(std::uint64_t begin) {
+    index_.marks.push_back(begin);
+    latestAtMark_.push_back(hasLatest_ ? LatestTime() : kBeforeAll);
 }
 
 // afterTime begins with a colon and has a few bytes behind it.

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <set>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -40,11 +41,15 @@ class LineScanner {
         std::uint64_t low = 0;
     };
 
-    void OnLine(std::uint64_t begin, std::uint64_t end);
+    std::uint64_t OnLines(std::uint64_t begin, std::uint64_t chunk,
+                          std::span<const std::uint32_t> ends);
+    std::size_t OnLikeLines(std::uint64_t& begin, std::uint64_t chunk,
+                            std::span<const std::uint32_t> ends);
     void OnOtherLine(std::uint64_t begin, std::uint64_t end);
     void OnEarlierLine(std::uint64_t begin, std::string_view line);
     void Keep(std::uint64_t begin, std::size_t digits);
     void AddRecord(std::uint64_t begin);
+    void AddMark(std::uint64_t begin);
     void NoteProcessor(const char* afterTime);
     std::int64_t TimeToHold(std::uint64_t begin, std::string_view line, const TimedLine& parsed);
     Place PlaceOf(std::uint64_t begin, std::int64_t time) const;
