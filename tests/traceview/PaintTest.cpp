@@ -1,0 +1,101 @@
+// The chart as recorded drawing: every step of a paint, in its order and with its exact rectangles.
+
+#include "support/GoldenText.h"
+#include "support/RecordingGraphics.h"
+#include "traceview/ChartPainter.h"
+#include "traceview/TraceWindow.h"
+#include "traceview/TipWindow.h"
+
+namespace kvx::test {
+namespace {
+
+// A handler that is hidden, a task with every overlay, a system-call process, a hatched idle context.
+ScriptedTrace Sample() {
+    ScriptedTrace trace;
+    const auto handler = trace.AddHandler(3, "timer", 0x1234);
+    const auto control = trace.AddTask(1, "control");
+    const auto server = trace.AddTask(12, "server");
+    const auto idle = trace.AddIdle();
+    trace.contexts[handler].shown = 0;
+    trace.contexts[server].sysCallProcess = 1;
+    trace.State(0, control, 1);
+    trace.State(0, server, 6, host::kFlagSuspended | host::kFlagPaused);
+    trace.Dispatch(100, idle, handler);
+    trace.Dispatch(200, handler, control);
+    trace.Call(250, control, 4, {"sig_sem", "semid=1", "ercd=0"});
+    trace.Call(260, control, 99, {"vendor_call", "", ""});
+    trace.State(300, control, 4);
+    trace.State(300, server, 1);
+    trace.Dispatch(400, control, server);
+    trace.Dispatch(600, server, idle);
+    return trace;
+}
+
+TEST(ChartPaint, EveryStepInItsOrder) {
+    ScriptedTraceService service(Sample());
+    ScriptedHost host(service);
+    service.DecodeAll();
+    COSTraceData data;
+    ASSERT_EQ(data.engine.Open(nullptr), 1);
+    data.contexts.Load();
+    data.markers.SetMarker(nullptr, kMarkerStart, 2);
+    data.markers.SetMarker(nullptr, kMarkerEnd, 8);
+    data.markers.SetMarker(nullptr, kMarkerIndicator, 4);
+
+    TraceColumns columns;
+    columns.Layout(kCharWidth);
+    columns.SetChartRight(840);
+    ChartGeometry geometry;
+    geometry.left = columns[TraceColumns::kChart].left;
+    geometry.right = 840;
+    geometry.traceEnd = geometry.displayEnd = 600.0;
+    geometry.scale = 1.0;
+    geometry.lineHeight = 18;
+    geometry.charWidth = kCharWidth;
+    geometry.clientHeight = 108;
+    geometry.visibleLines = 5;
+    geometry.lineCount = data.contexts.GetCount();
+
+    RecordingGraphics graphics;
+    CDC dc(&graphics);
+    CHeaderCellPainter painter;
+    COSTip tips;
+    LineSelection selection;
+    selection.Toggle({2, 1});
+    const COSColor& colors = data.colors;
+    const COLORREF run = colors[EColor::Run];
+    DrawTitles(dc, painter, columns, geometry.lineHeight);
+    chart::DrawTable(dc, painter, columns, geometry, data.contexts, selection,
+                     colors[EColor::SysCallBack]);
+    chart::DrawRowLines(dc, geometry, 0, 2, run);
+    const auto items = BuildChart(geometry, data.engine, data.contexts, 150.0, 100.0);
+    chart::DrawGrid(dc, geometry, items.grid, run);
+    chart::DrawStates(dc, geometry, items.states, colors, tips);
+    chart::DrawSwitches(dc, items.switches, run);
+    chart::DrawRuns(dc, geometry, items.runs, run, tips);
+    chart::DrawMarks(dc, geometry, items.marks, colors, tips);
+    chart::BlankHiddenLines(dc, geometry, data.contexts);
+    chart::DrawMarkers(dc, geometry, data.markers, colors);
+    ExpectGolden("traceview/chart.txt", graphics.Text());
+
+    // Of elements one above the other the one drawn last has the tip.
+    std::uint32_t event = 0;
+    EXPECT_EQ(tips.HitTest(geometry.X(260), geometry.LineCentre(1), &event), 1);
+    EXPECT_EQ(event, 5u);
+    EXPECT_EQ(tips.HitTest(geometry.X(350), geometry.LineCentre(1), &event), 1);
+    EXPECT_EQ(service.Trace().kind[event], kEventDispatch);
+    EXPECT_EQ(tips.HitTest(geometry.X(350), geometry.LineCentre(1) + 8, &event), 0);
+}
+
+TEST(TipPlace, StaysInTheWorkAreaAndAboveThePointerAtItsBottom) {
+    const RECT work = {0, 0, 1000, 800};
+    const SIZE size = {200, 60};
+    EXPECT_EQ(PlaceTip({100, 100}, {300, 200}, size, work), (CRect{325, 350, 525, 410}));
+    EXPECT_EQ(PlaceTip({0, 0}, {10, 10}, size, work).left, 0);
+    EXPECT_EQ(PlaceTip({700, 100}, {290, 10}, size, work).right, 1000);
+    // Above the pointer: its bottom is where the pointer is.
+    EXPECT_EQ(PlaceTip({0, 0}, {300, 760}, size, work), (CRect{225, 700, 425, 760}));
+}
+
+}  // namespace
+}  // namespace kvx::test
