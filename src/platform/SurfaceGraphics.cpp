@@ -166,8 +166,9 @@ void SurfaceGraphics::SlantedLine(POINT from, POINT to, const LinePattern& pen) 
     const int start = steep ? from.y : from.x;
     const int low = steep ? clip_.top : clip_.left;
     const int high = steep ? clip_.bottom : clip_.right;
-    const auto [first, last] =
-        std::minmax<std::int64_t>(start, start + length + (length > 0 ? -1 : 1));
+    const std::int64_t end = start + length + (length > 0 ? -1 : 1);  // included
+    const std::int64_t first = std::min<std::int64_t>(start, end);
+    const std::int64_t last = std::max<std::int64_t>(start, end);
     const Dashes dashes = DashesOf(pen.style);
     for (auto i = static_cast<int>(std::max<std::int64_t>(first, low)); i <= last && i < high;
          ++i) {
