@@ -4,6 +4,7 @@
 #include "platform/Cursor.h"
 #include "platform/DropTarget.h"
 #include "platform/SystemInfo.h"
+#include "platform/WindowMap.h"
 #include "platform/WindowState.h"
 #include "platform/Wnd.h"
 
@@ -15,6 +16,12 @@ constexpr LRESULT kNotProcessed = 1;
 LRESULT AskParent(const CWnd& window, UINT message, WPARAM wParam, LPARAM lParam) {
     CWnd* const parent = window.GetParent();
     return parent ? parent->SendMessage(message, wParam, lParam) : 0;
+}
+
+// False as well when the window stands in one of the host's.
+bool HasOwnParent(const CWnd& window) {
+    const CWnd* const parent = window.GetParent();
+    return parent && kvx::WindowState::Of(kvx::FindWindow(parent->m_hWnd));
 }
 
 LRESULT TurnHorizontalWheel(CWnd& window, WPARAM wheel, LPARAM point) {
@@ -59,7 +66,7 @@ LRESULT CWnd::DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_MOUSEWHEEL:
             return AskParent(*this, message, wParam, lParam);
         case WM_CONTEXTMENU:
-            return GetParent() ? AskParent(*this, message, wParam, lParam) : kNotProcessed;
+            return HasOwnParent(*this) ? AskParent(*this, message, wParam, lParam) : kNotProcessed;
         case WM_MOUSEHWHEEL:
             return TurnHorizontalWheel(*this, wParam, lParam);
         case WM_DROPFILES:

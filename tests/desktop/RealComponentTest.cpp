@@ -1,0 +1,80 @@
+// The Workbench with the component that it ships with.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QMenuBar>
+
+#include "TestRecording.h"
+#include "host/CommandIds.h"
+#include "workbench/desktop/Workbench.h"
+
+namespace kvx::desktop {
+namespace {
+
+class RealComponent : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_EQ(workbench_.Start(QString::fromLocal8Bit(qgetenv("KVX_BIN_DIR"))), "");
+        workbench_.Window().resize(900, 600);
+        workbench_.Window().show();
+        auto trace = std::make_unique<service::TraceService>();
+        trace->SetRecording(std::make_unique<test::TestRecording>());
+        ASSERT_TRUE(workbench_.Show(std::move(trace)));
+        QApplication::processEvents();
+    }
+    DockingWindow& Dock() { return *workbench_.Docking().Windows().All().back(); }
+    QAction* Command(std::uint32_t id) {
+        for (QAction* action : Dock().Menu()->actions()) {
+            if (action->data().toUInt() == id) return action;
+        }
+        return nullptr;
+    }
+
+    Settings settings_;
+    Workbench workbench_{settings_};
+};
+
+TEST_F(RealComponent, FillsItsDockingWindow) {
+    EXPECT_EQ(workbench_.Docking().Windows().All().size(), 1U);
+    const auto children = Dock().Area().findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+    ASSERT_EQ(children.size(), 1);
+    EXPECT_EQ(children[0]->geometry(), Dock().Area().rect());
+    EXPECT_GT(Dock().Area().height(), 350);
+}
+
+TEST_F(RealComponent, RightClickOpensTheWindowsMenu) {
+    const QPoint centre = Dock().Area().rect().center();
+    QWidget* under = Dock().Area().childAt(centre);
+    ASSERT_NE(under, nullptr);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, under->mapFrom(&Dock().Area(), centre),
+                            Dock().Area().mapToGlobal(centre));
+    QApplication::sendEvent(under, &event);
+    EXPECT_TRUE(Dock().Menu()->isVisible());
+    Dock().Menu()->close();
+}
+
+TEST_F(RealComponent, CommandsKnowThatARecordingIsOpenAndNothingRuns) {
+    workbench_.Docking().UpdateCommands();
+    EXPECT_TRUE(Command(ids::kExpand)->isEnabled());
+    EXPECT_FALSE(Command(ids::kTraceStop)->isEnabled());
+    EXPECT_FALSE(Command(ids::kTraceRestart)->isEnabled());
+    EXPECT_TRUE(Command(ids::kHide)->isEnabled());
+    EXPECT_TRUE(Command(ids::kToolbarDisplay)->isChecked());
+    workbench_.CloseRecording();
+    EXPECT_FALSE(Command(ids::kExpand)->isEnabled());
+}
+
+TEST_F(RealComponent, ClosesAndOpensAgainWithTheTrace) {
+    Dock().close();
+    EXPECT_TRUE(workbench_.Docking().Windows().All().empty());
+    workbench_.OpenTraceWindow();
+    QApplication::processEvents();
+    ASSERT_EQ(workbench_.Docking().Windows().All().size(), 1U);
+    workbench_.Docking().UpdateCommands();
+    EXPECT_TRUE(Command(ids::kExpand)->isEnabled()) << "it heard of the trace";
+}
+
+}  // namespace
+}  // namespace kvx::desktop
