@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstring>
+#include <numeric>
 
 namespace kvx {
 
@@ -30,11 +32,14 @@ void SortKeys::Add(std::string_view key) {
 
 std::uint64_t SortKeys::Bytes(std::uint32_t row, std::size_t from) const {
     const std::size_t begin = (row ? ends_[row - 1] : 0) + from;
-    const std::size_t length = std::min(ends_[row] - std::min(begin, ends_[row]), kChunk);
+    if (begin >= ends_[row]) return 0;
+    const std::size_t length = std::min(ends_[row] - begin, kChunk);
+    const std::size_t stored = std::min(text_.size() - begin, kChunk);
+    std::array<unsigned char, kChunk> chunk{};
+    std::memcpy(chunk.data(), text_.data() + begin, stored);
     std::uint64_t bytes = 0;
-    for (std::size_t i = 0; i < length; ++i)
-        bytes |= std::uint64_t{static_cast<unsigned char>(text_[begin + i])} << (56 - 8 * i);
-    return bytes;
+    for (const unsigned char byte : chunk) bytes = bytes << 8 | byte;
+    return bytes & ~std::uint64_t{0} << 8 * (kChunk - length);
 }
 
 // Sorts rows whose keys agree in the first from bytes.
@@ -52,13 +57,17 @@ void SortKeys::SortFrom(Item* begin, Item* end, std::size_t from, bool ascending
     }
 }
 
-std::vector<std::uint32_t> SortKeys::Order(bool ascending) const {
-    std::vector<Item> items(ends_.size());
-    for (std::uint32_t row = 0; row < items.size(); ++row) items[row].row = row;
+std::vector<std::uint32_t> SortKeys::Order(bool ascending,
+                                           std::vector<std::uint32_t> before) const {
+    std::vector<std::uint32_t> order = std::move(before);
+    if (order.empty()) {
+        order.resize(ends_.size());
+        std::iota(order.begin(), order.end(), 0u);
+    }
+    std::vector<Item> items(order.size());
+    for (std::size_t i = 0; i < items.size(); ++i) items[i].row = order[i];
     SortFrom(items.data(), items.data() + items.size(), 0, ascending);
-    std::vector<std::uint32_t> order;
-    order.reserve(items.size());
-    for (const Item& item : items) order.push_back(item.row);
+    for (std::size_t i = 0; i < items.size(); ++i) order[i] = items[i].row;
     return order;
 }
 

@@ -26,9 +26,9 @@ class SortKeys {
     void Reserve(std::size_t rows, std::size_t bytesPerRow);
     // The key of the next row. No key holds a zero byte.
     void Add(std::string_view key);
-    // The rows' positions in the order of their keys; rows with equal keys keep the order in which
-    // they were added.
-    std::vector<std::uint32_t> Order(bool ascending) const;
+    // The rows, numbered as they were added, in the order of their keys. Rows with equal keys keep
+    // the order of before: that of the rows given, or the order in which they were added.
+    std::vector<std::uint32_t> Order(bool ascending, std::vector<std::uint32_t> before = {}) const;
 
   private:
     // Eight bytes of a key, the first the most significant, and the row.

@@ -94,15 +94,12 @@ void COSSysCallList::Sort(int column, int again) {
     if (!direction) return;
     kvx::SortKeys keys;
     keys.Reserve(count_, 20);
-    for (int k = 0; k < RowCount(); ++k) {
-        const CString key = SortKey(*service, RowHistoryIndex(k), column);
+    // In the order of the history, which a service reads faster than any other.
+    for (std::uint32_t n = 0; n < count_; ++n) {
+        const CString key = SortKey(*service, first_ + n, column);
         keys.Add(kvx::Utf8Prefix(key, kvx::kMaxKey));
     }
-    auto order = keys.Order(*direction == kvx::kAscending);
-    if (!rows_.empty()) {
-        for (std::uint32_t& at : order) at = rows_[at];
-    }
-    rows_ = std::move(order);
+    rows_ = keys.Order(*direction == kvx::kAscending, std::move(rows_));
     rowOf_.resize(count_);
     for (std::uint32_t k = 0; k < count_; ++k) rowOf_[rows_[k]] = k;
 }
