@@ -11,15 +11,12 @@ import pathlib
 import re
 import subprocess
 import sys
-from collections import defaultdict
+from collections import Counter, defaultdict
 
 LINE = re.compile(r"^\[(\d+)\](?::\[(\d+)\])?:? (.*)$")
 # A task exception routine runs as its task.
 HANDLER = re.compile(r"(enter to|leave from|leave to) "
                      r"(int handler|exc handler|isr|cyclic handler|alarm handler) (\d+)")
-# Numbers of handlers of the other kinds follow those of interrupt handlers.
-FIRST = {"int handler": 0, "exc handler": 1000, "isr": 2000, "cyclic handler": 3000,
-         "alarm handler": 4000}
 DISPATCH = re.compile(r"dispatch (to|from) task (\d+)")
 STATE = re.compile(r"task (\d+) becomes (DORMANT|WAITING|SUSPENDED|WAITING-SUSPENDED)")
 IDLE = ("task", 0)
@@ -109,14 +106,11 @@ def analyze(program, log, core):
     return json.loads(subprocess.run(command, check=True, capture_output=True, text=True).stdout)
 
 
-def shown(record):
-    kinds = {1: "handler", 2: "task"}
-    return kinds.get(record["type"], "unknown"), record["number"]
-
-
-def name(owner):
-    kind, number = owner
-    return owner if kind == "task" else ("handler", FIRST[kind] + number)
+def rows(owners):
+    """Tasks by number; handlers, which the log numbers by kind, by their sums alone."""
+    tasks = [(number, sums) for (kind, number), sums in owners if kind == "task"]
+    handlers = [("handler", sums) for (kind, _), sums in owners if kind != "task"]
+    return Counter(tasks + handlers)
 
 
 def compare(program, log):
@@ -124,15 +118,15 @@ def compare(program, log):
     faults = []
     for core, lines in read(log).items():
         result = analyze(program, log, core)
-        start, end = result["range"]["start"], result["range"]["end"]
-        sums = sum_lines(lines, start, end)
-        expected = {name(o): (sums.num[o], sums.total[o]) for o in sums.total}
-        actual = {shown(r): (r["num"], r["total"]) for r in result["run_time"] if r["num"]}
-        actual.pop(("unknown", 0), None)
-        for owner in sorted(set(expected) | set(actual)):
-            if expected.get(owner) != actual.get(owner):
-                faults.append(f"{log} processor {core}: {owner} (num, total): the log gives "
-                              f"{expected.get(owner)}, analyze {actual.get(owner)}")
+        sums = sum_lines(lines, result["range"]["start"], result["range"]["end"])
+        expected = rows([(o, (sums.num[o], sums.total[o])) for o in sums.total])
+        kinds = {1: "handler", 2: "task"}
+        actual = rows([((kinds[r["type"]], r["number"]), (r["num"], r["total"]))
+                       for r in result["run_time"] if r["num"] and r["type"] in kinds])
+        for missing in expected - actual:
+            faults.append(f"{log} processor {core}: the log gives {missing}, analyze does not")
+        for extra in actual - expected:
+            faults.append(f"{log} processor {core}: analyze gives {extra}, the log does not")
         covered = sum(r["ratio"] for r in result["run_time"])
         if abs(covered - 1) > 1e-9:
             faults.append(f"{log} processor {core}: the ratios add up to {covered}")
