@@ -1,6 +1,7 @@
 #pragma once
-// A trace whose three tables are known: every period of 100 counts runs a handler for 10, the control
-// task for 30, the logger for 40 and idle for 20; the control task makes one system call a period.
+// A trace whose three tables are known: every period of 100 counts runs a handler for 10, the
+// control task for 30, the logger for 40 and idle for 20; the control task makes one system call a
+// period.
 
 #include "support/ScriptedTrace.h"
 
