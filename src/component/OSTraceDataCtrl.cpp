@@ -30,7 +30,9 @@ constexpr EventHint kEventHints[] = {
 
 }  // namespace
 
-CKvxOSTraceDataCtrl::~CKvxOSTraceDataCtrl() { DestroyCommandSink(); }
+CKvxOSTraceDataCtrl::~CKvxOSTraceDataCtrl() {
+    DestroyCommandSink();
+}
 
 HRESULT CKvxOSTraceDataCtrl::QueryInterface(const GUID& id, void** out) {
     if (id == kvx::host::kSteppingClient) {

@@ -1,6 +1,6 @@
 #pragma once
-// The dialog "Color...": the chart's 36 colours, each with a button that opens the colour picker and
-// a swatch that shows it. It works on a copy: the caller takes the colours after IDOK.
+// The dialog "Color...": the chart's 36 colours, each with a button that opens the colour picker
+// and a swatch that shows it. It works on a copy: the caller takes the colours after IDOK.
 
 #include "display/model/Color.h"
 #include "platform/Dialog.h"

@@ -12,7 +12,7 @@ class CColumnTable {
   public:
     struct Column {
         const char* title;
-        int characters;  // width in characters, as it is stored
+        int characters;                     // width in characters, as it is stored
         CellAlign align = CellAlign::Left;  // of the cells below the title
         bool visible = true;
         int left = 0;  // edges and width in pixels

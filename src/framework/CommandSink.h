@@ -1,6 +1,6 @@
 #pragma once
-// Bases of the command sink: the hidden window of a component that owns its window instances, answers
-// the host's format dialog and holds the debugger side.
+// Bases of the command sink: the hidden window of a component that owns its window instances,
+// answers the host's format dialog and holds the debugger side.
 
 #include <vector>
 

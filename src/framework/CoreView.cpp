@@ -14,7 +14,9 @@ namespace {
 constexpr DWORD kDragDelay = 200;  // milliseconds
 constexpr int kDragDistance = 3;   // pixels
 
-CObject* NewCoreView() { return new CCoreView; }
+CObject* NewCoreView() {
+    return new CCoreView;
+}
 
 }  // namespace
 
@@ -32,19 +34,31 @@ const MessageMap& CCoreView::GetMessageMap() const {
     return kMap;
 }
 
-bool CCoreView::IsDispContextMenu(CPoint) { return true; }
+bool CCoreView::IsDispContextMenu(CPoint) {
+    return true;
+}
 void CCoreView::StartDragDrop(CPoint) {}
-void CCoreView::PreStartDrag() { isDragSource_ = true; }
+void CCoreView::PreStartDrag() {
+    isDragSource_ = true;
+}
 
 void CCoreView::PostStartDrag() {
     isDragSource_ = false;
     droppedOnSelf_ = false;
 }
 
-int CCoreView::DropTarget(COleDataObject*, DWORD, CPoint) { return 0; }
-DROPEFFECT CCoreView::GetDropEffect(COleDataObject*, DWORD, CPoint) { return DROPEFFECT_NONE; }
-int CCoreView::AutoScrollDrop(COleDataObject*, DWORD, CPoint) { return 0; }
-CRect CCoreView::DrawDropRect(COleDataObject*, DWORD, CPoint) { return {}; }
+int CCoreView::DropTarget(COleDataObject*, DWORD, CPoint) {
+    return 0;
+}
+DROPEFFECT CCoreView::GetDropEffect(COleDataObject*, DWORD, CPoint) {
+    return DROPEFFECT_NONE;
+}
+int CCoreView::AutoScrollDrop(COleDataObject*, DWORD, CPoint) {
+    return 0;
+}
+CRect CCoreView::DrawDropRect(COleDataObject*, DWORD, CPoint) {
+    return {};
+}
 void CCoreView::OnDraw(CDC*) {}
 
 int CCoreView::OnCreate(const CREATESTRUCT* create) {
@@ -99,7 +113,9 @@ DROPEFFECT CCoreView::OnDragOver(COleDataObject* data, DWORD keyState, CPoint po
     return effect;
 }
 
-void CCoreView::OnDragLeave() { InvalidateRect(&dropFeedback_, false); }
+void CCoreView::OnDragLeave() {
+    InvalidateRect(&dropFeedback_, false);
+}
 
 bool CCoreView::OnDrop(COleDataObject* data, DROPEFFECT effect, CPoint point) {
     const bool dropped = DropTarget(data, effect, point) == 1;

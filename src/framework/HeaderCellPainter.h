@@ -1,6 +1,6 @@
 #pragma once
-// Paints raised, button-like cells with a text in them, in the system colours of the moment when the
-// painter was made.
+// Paints raised, button-like cells with a text in them, in the system colours of the moment when
+// the painter was made.
 
 #include <string_view>
 
@@ -20,8 +20,7 @@ class CHeaderCellPainter {
 
   private:
     void DrawEdges(CDC& dc, const RECT& cell);
-    void DrawText(CDC& dc, const RECT& cell, std::string_view text, bool selected,
-                  CellAlign align);
+    void DrawText(CDC& dc, const RECT& cell, std::string_view text, bool selected, CellAlign align);
 
     int borderWidth_;
     int borderHeight_;

@@ -38,7 +38,9 @@ CKvxInstanceDataCtrl::~CKvxInstanceDataCtrl() {
     --g_instances;
 }
 
-int CKvxInstanceDataCtrl::Count() { return g_instances; }
+int CKvxInstanceDataCtrl::Count() {
+    return g_instances;
+}
 
 HWND CKvxInstanceDataCtrl::DockingWindow() const {
     const CWnd* parent = GetParent();
@@ -119,4 +121,6 @@ void CKvxDebugInstanceDataCtrl::OnHide() {
     if (Docking()) Docking()->SetWindowState(DockingWindow(), kDockHide);
 }
 
-void CKvxDebugInstanceDataCtrl::OnUpdateHide(CCmdUI& ui) { ui.Enable(!IsRunning()); }
+void CKvxDebugInstanceDataCtrl::OnUpdateHide(CCmdUI& ui) {
+    ui.Enable(!IsRunning());
+}

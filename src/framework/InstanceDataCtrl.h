@@ -25,7 +25,9 @@ class CKvxInstanceDataCtrl : public CWnd, public ICommandWindow {
 
     virtual DWORD TestFlags(DWORD mask) const { return flags_ & mask; }
     virtual DWORD GetFlags() const { return flags_; }
-    virtual void ChangeFlags(DWORD mask, bool set) { flags_ = set ? flags_ | mask : flags_ & ~mask; }
+    virtual void ChangeFlags(DWORD mask, bool set) {
+        flags_ = set ? flags_ | mask : flags_ & ~mask;
+    }
     virtual void SetFlags(DWORD flags) { flags_ = flags; }
     // Drops what the docking manager holds of this control.
     virtual void RemoveToolbars();

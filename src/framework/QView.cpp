@@ -10,7 +10,11 @@ bool CQView::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id) {
     return CView::Create(style, rect, parent, id);
 }
 
-int CQView::SaveSettings(IWorkspaceStore&, const CString&) { return 0; }
-int CQView::LoadSettings(IWorkspaceStore&, const CString&) { return 0; }
+int CQView::SaveSettings(IWorkspaceStore&, const CString&) {
+    return 0;
+}
+int CQView::LoadSettings(IWorkspaceStore&, const CString&) {
+    return 0;
+}
 void CQView::SetViewFont(CFont*) {}
 void CQView::SetViewColors(const CString&, COLORREF, COLORREF) {}

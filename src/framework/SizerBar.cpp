@@ -7,17 +7,13 @@
 #include "platform/Keys.h"
 #include "platform/SystemInfo.h"
 
-const CRuntimeClass CSizerBar::kClass =
-    MakeDynamicClass<CSizerBar>("CSizerBar", &CStatic::kClass);
+const CRuntimeClass CSizerBar::kClass = MakeDynamicClass<CSizerBar>("CSizerBar", &CStatic::kClass);
 
 const MessageMap& CSizerBar::GetMessageMap() const {
     static constexpr MessageMapEntry kEntries[] = {
-        ON_WM_SETCURSOR<&CSizerBar::OnSetCursor>(),
-        ON_WM_LBUTTONDOWN<&CSizerBar::OnLButtonDown>(),
-        ON_WM_MOUSEMOVE<&CSizerBar::OnMouseMove>(),
-        ON_WM_LBUTTONUP<&CSizerBar::OnLButtonUp>(),
-        ON_WM_CHAR<&CSizerBar::OnChar>(),
-        ON_WM_CANCELMODE<&CSizerBar::OnCancelMode>(),
+        ON_WM_SETCURSOR<&CSizerBar::OnSetCursor>(), ON_WM_LBUTTONDOWN<&CSizerBar::OnLButtonDown>(),
+        ON_WM_MOUSEMOVE<&CSizerBar::OnMouseMove>(), ON_WM_LBUTTONUP<&CSizerBar::OnLButtonUp>(),
+        ON_WM_CHAR<&CSizerBar::OnChar>(),           ON_WM_CANCELMODE<&CSizerBar::OnCancelMode>(),
     };
     static const MessageMap kMap{&CStatic::GetMessageMap(), kEntries};
     return kMap;

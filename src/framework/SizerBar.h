@@ -1,7 +1,7 @@
 #pragma once
-// A thin bar between two entries of a layout table. Dragging it with the mouse moves an inverted copy
-// within the limits of the two neighbours; on release it tells its parent, by the layout manager's
-// message, how far it moved. Escape or a cancelled mode ends a drag without effect.
+// A thin bar between two entries of a layout table. Dragging it with the mouse moves an inverted
+// copy within the limits of the two neighbours; on release it tells its parent, by the layout
+// manager's message, how far it moved. Escape or a cancelled mode ends a drag without effect.
 
 #include "framework/WinMgr.h"
 #include "platform/Static.h"

@@ -11,7 +11,9 @@ namespace {
 constexpr std::int32_t kUnlimited = 32767;
 
 // The component of a size along a group's direction.
-std::int32_t& Along(SIZE& size, bool row) { return row ? size.cy : size.cx; }
+std::int32_t& Along(SIZE& size, bool row) {
+    return row ? size.cy : size.cx;
+}
 
 SIZE Clamp(SIZE size, SIZE minimum, SIZE maximum) {
     return {std::max(std::min(size.cx, maximum.cx), minimum.cx),
@@ -54,7 +56,9 @@ void PercentSize(SIZEINFO& info, WINRECT& entry) {
 
 }  // namespace
 
-CWinMgr::CWinMgr(WINRECT* table) : table_(table) { WINRECT::InitMap(table, nullptr); }
+CWinMgr::CWinMgr(WINRECT* table) : table_(table) {
+    WINRECT::InitMap(table, nullptr);
+}
 
 void CWinMgr::CalcLayout(CWnd* window) {
     CRect rect;
@@ -78,9 +82,13 @@ WINRECT* CWinMgr::FindRect(UINT id) const {
     return nullptr;
 }
 
-CRect CWinMgr::GetRect(UINT id) const { return FindRect(id)->GetRect(); }
+CRect CWinMgr::GetRect(UINT id) const {
+    return FindRect(id)->GetRect();
+}
 
-void CWinMgr::SetRect(UINT id, const CRect& rect) { FindRect(id)->SetRect(rect); }
+void CWinMgr::SetRect(UINT id, const CRect& rect) {
+    FindRect(id)->SetRect(rect);
+}
 
 int CWinMgr::CountWindows() const {
     int count = 0;

@@ -18,7 +18,8 @@ WINRECT* WINRECT::Parent() {
 }
 
 SIZE WINRECT::GetToFitSize() const {
-    return {static_cast<std::int32_t>(LowHalf(param_)), static_cast<std::int32_t>(HighHalf(param_))};
+    return {static_cast<std::int32_t>(LowHalf(param_)),
+            static_cast<std::int32_t>(HighHalf(param_))};
 }
 
 void WINRECT::SetToFitSize(SIZE size) {

@@ -1,7 +1,7 @@
 #pragma once
-// One entry of a window layout table: how a child window, or a nested row or column of them, gets its
-// share of the space. A table is a static array: a group entry, its children (each possibly a group
-// closed by its own end entry), the end entry of the group, and last an entry with flags 0.
+// One entry of a window layout table: how a child window, or a nested row or column of them, gets
+// its share of the space. A table is a static array: a group entry, its children (each possibly a
+// group closed by its own end entry), the end entry of the group, and last an entry with flags 0.
 
 #include "platform/Types.h"
 
@@ -14,10 +14,10 @@ inline constexpr std::uint16_t RCENDGROUP = 0x00F0;
 // Type, bits 0 to 3 of the flags.
 inline constexpr std::uint16_t RCTYPE = 0x000F;
 inline constexpr std::uint16_t RCPLAIN = 0;
-inline constexpr std::uint16_t RCFIXED = 1;   // param: pixels; negative: may shrink to 0
-inline constexpr std::uint16_t RCPERCENT = 2; // param: per cent of the group
+inline constexpr std::uint16_t RCFIXED = 1;    // param: pixels; negative: may shrink to 0
+inline constexpr std::uint16_t RCPERCENT = 2;  // param: per cent of the group
 inline constexpr std::uint16_t RCREST = 3;
-inline constexpr std::uint16_t RCTOFIT = 4;   // param: width low 16 bits, height high 16 bits
+inline constexpr std::uint16_t RCTOFIT = 4;  // param: width low 16 bits, height high 16 bits
 
 class KVX_EXPORT WINRECT {
   public:

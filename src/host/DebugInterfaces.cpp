@@ -20,4 +20,6 @@ void CDebugInterfaces::ClearInterfaces() {
     debugB_ = debugC_ = debugD_ = debugE_ = debugF_ = debugG_ = debugH_ = nullptr;
 }
 
-bool CDebugInterfaces::IsRunning() const { return runState_ && Succeeded(runState_->IsRunning()); }
+bool CDebugInterfaces::IsRunning() const {
+    return runState_ && Succeeded(runState_->IsRunning());
+}

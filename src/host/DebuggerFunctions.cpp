@@ -102,14 +102,20 @@ void ClearDebuggerFunctions(IQHost* host) {
     if (Records().empty()) g_table.fill(nullptr);
 }
 
-DebuggerFunction GetDebuggerFunction(std::size_t index) { return g_table.at(index); }
+DebuggerFunction GetDebuggerFunction(std::size_t index) {
+    return g_table.at(index);
+}
 
-bool IsDebuggerLoaded() { return g_table[DebuggerIndex("IN1_Get_mcu_info")] != nullptr; }
+bool IsDebuggerLoaded() {
+    return g_table[DebuggerIndex("IN1_Get_mcu_info")] != nullptr;
+}
 
 CString GetDebuggerDirectory(IQHost* host) {
     return TextOf(host, &IQDebuggerLibrary::GetDirectory);
 }
 
-CString GetDebuggerBaseName(IQHost* host) { return TextOf(host, &IQDebuggerLibrary::GetBaseName); }
+CString GetDebuggerBaseName(IQHost* host) {
+    return TextOf(host, &IQDebuggerLibrary::GetBaseName);
+}
 
 }  // namespace kvx::host

@@ -1,12 +1,12 @@
 #pragma once
 // The module-wide table of debugger functions. It is filled when the host reports that the debugger
-// is connected and emptied when it is disconnected; whether it is filled is the component's own test
-// for a connected debugger (IsLoaded).
+// is connected and emptied when it is disconnected; whether it is filled is the component's own
+// test for a connected debugger (IsLoaded).
 //
 // Every entry is a dispatch function: it passes its arguments on, unchanged, to the function that
-// the debugger library of the current host exports, or, when it exports none, to the host's debugger
-// service. On the calling convention in use a function may be called with more integer arguments
-// than it takes.
+// the debugger library of the current host exports, or, when it exports none, to the host's
+// debugger service. On the calling convention in use a function may be called with more integer
+// arguments than it takes.
 
 #include <array>
 #include <cstdint>
@@ -21,31 +21,76 @@ using DebuggerArguments = std::array<std::uintptr_t, 6>;
 using DebuggerFunction = std::intptr_t(KVX_CALL*)(std::uintptr_t, std::uintptr_t, std::uintptr_t,
                                                   std::uintptr_t, std::uintptr_t, std::uintptr_t);
 
-inline constexpr std::array<const char*, 70> kDebuggerFunctionNames = {
-    "IN1_Get_mcu_info",      "IN1_Get_service_info",   "IN1_Get_PC",
-    "IN1_Get_reg",           "IN1_Put_reg",            "IN1_Get_regtbl_num",
-    "IN1_Get_regtbl_no",     "IN1_Get_regtbl_name",    "IN1_Get_regtbl_menu",
-    "IN1_Get_Mem_Endian",    "IN1_Get_Mem_Endian2",    "IN1_Get_Mem_Endian4",
-    "IN1_Get_Mem_EndianNC",  "IN1_Get_Mem_Endian2NC",  "IN1_Get_Mem_Endian4NC",
-    "IN1_Get_Mem",           "IN1_Get_Mem2",           "IN1_Get_Mem4",
-    "IN1_Get_MemNC",         "IN1_Get_Mem2NC",         "IN1_Get_Mem4NC",
-    "IN1_Put_Mem_Endian",    "IN1_Put_Mem_Endian2",    "IN1_Put_Mem_Endian4",
-    "IN1_Put_Mem",           "IN1_Put_Mem2",           "IN1_Put_Mem4",
-    "IN1_Fill",              "IN1_Move",               "IN1_Move2",
-    "IN1_Move4",             "IN1_GetMapInfo",         "IN1_Check_Map",
-    "IN1_Check_run",         "IN1_Check_running",      "IN1_IsStep",
-    "IN1_Set_BP",            "IN1_Reset_BP",           "IN1_All_Reset_BP",
-    "IN1_Disable_BP",        "IN1_All_Disable_BP",     "IN1_All_Enable_BP",
-    "IN1_Search_BP",         "IN1_Get_BP",             "IN1_Get_rram",
-    "IN1_Check_RramArea",    "IN1_Get_rram_area",      "IN1_Get_rram_size",
-    "IN1_Get_XDVersion",     "EXP_Eval",               "EXP_ASM_Eval",
-    "ERR_GetErrMsg",         "LOAD_HasAsmInfo",        "LOAD_ChkSrcInfo",
-    "LOAD_GetSRCname",       "LOAD_GetSRCname2",       "LOAD_GetOBJname",
-    "LOAD_GetNowObj",        "LOAD_ValToSym",          "LOAD_SymToVal",
-    "LOAD_BitToVal",         "LOAD_GlobalSymToVal",    "LOAD_LocalSymToVal",
-    "LOAD_GlobalBitToVal",   "LOAD_LocalBitToVal",     "EVT_Happen",
-    "EVT_ChkLoadfile",       "ENV_Get_LANG",           "Mangle::demangle",
-    "GetCppDB"};
+inline constexpr std::array<const char*, 70> kDebuggerFunctionNames = {"IN1_Get_mcu_info",
+                                                                       "IN1_Get_service_info",
+                                                                       "IN1_Get_PC",
+                                                                       "IN1_Get_reg",
+                                                                       "IN1_Put_reg",
+                                                                       "IN1_Get_regtbl_num",
+                                                                       "IN1_Get_regtbl_no",
+                                                                       "IN1_Get_regtbl_name",
+                                                                       "IN1_Get_regtbl_menu",
+                                                                       "IN1_Get_Mem_Endian",
+                                                                       "IN1_Get_Mem_Endian2",
+                                                                       "IN1_Get_Mem_Endian4",
+                                                                       "IN1_Get_Mem_EndianNC",
+                                                                       "IN1_Get_Mem_Endian2NC",
+                                                                       "IN1_Get_Mem_Endian4NC",
+                                                                       "IN1_Get_Mem",
+                                                                       "IN1_Get_Mem2",
+                                                                       "IN1_Get_Mem4",
+                                                                       "IN1_Get_MemNC",
+                                                                       "IN1_Get_Mem2NC",
+                                                                       "IN1_Get_Mem4NC",
+                                                                       "IN1_Put_Mem_Endian",
+                                                                       "IN1_Put_Mem_Endian2",
+                                                                       "IN1_Put_Mem_Endian4",
+                                                                       "IN1_Put_Mem",
+                                                                       "IN1_Put_Mem2",
+                                                                       "IN1_Put_Mem4",
+                                                                       "IN1_Fill",
+                                                                       "IN1_Move",
+                                                                       "IN1_Move2",
+                                                                       "IN1_Move4",
+                                                                       "IN1_GetMapInfo",
+                                                                       "IN1_Check_Map",
+                                                                       "IN1_Check_run",
+                                                                       "IN1_Check_running",
+                                                                       "IN1_IsStep",
+                                                                       "IN1_Set_BP",
+                                                                       "IN1_Reset_BP",
+                                                                       "IN1_All_Reset_BP",
+                                                                       "IN1_Disable_BP",
+                                                                       "IN1_All_Disable_BP",
+                                                                       "IN1_All_Enable_BP",
+                                                                       "IN1_Search_BP",
+                                                                       "IN1_Get_BP",
+                                                                       "IN1_Get_rram",
+                                                                       "IN1_Check_RramArea",
+                                                                       "IN1_Get_rram_area",
+                                                                       "IN1_Get_rram_size",
+                                                                       "IN1_Get_XDVersion",
+                                                                       "EXP_Eval",
+                                                                       "EXP_ASM_Eval",
+                                                                       "ERR_GetErrMsg",
+                                                                       "LOAD_HasAsmInfo",
+                                                                       "LOAD_ChkSrcInfo",
+                                                                       "LOAD_GetSRCname",
+                                                                       "LOAD_GetSRCname2",
+                                                                       "LOAD_GetOBJname",
+                                                                       "LOAD_GetNowObj",
+                                                                       "LOAD_ValToSym",
+                                                                       "LOAD_SymToVal",
+                                                                       "LOAD_BitToVal",
+                                                                       "LOAD_GlobalSymToVal",
+                                                                       "LOAD_LocalSymToVal",
+                                                                       "LOAD_GlobalBitToVal",
+                                                                       "LOAD_LocalBitToVal",
+                                                                       "EVT_Happen",
+                                                                       "EVT_ChkLoadfile",
+                                                                       "ENV_Get_LANG",
+                                                                       "Mangle::demangle",
+                                                                       "GetCppDB"};
 
 // Functions taken directly from the debugger library, in the order in which they are looked up.
 inline constexpr std::array<const char*, 16> kDirectFunctionNames = {
@@ -87,8 +132,8 @@ std::intptr_t CallDebugger(std::size_t index, Arguments... arguments) {
     return entry(a[0], a[1], a[2], a[3], a[4], a[5]);
 }
 
-// Texts of the debugger-library service: directory and base name of the debugger's files. Empty when
-// the service or its answer is missing.
+// Texts of the debugger-library service: directory and base name of the debugger's files. Empty
+// when the service or its answer is missing.
 CString GetDebuggerDirectory(IQHost* host);
 CString GetDebuggerBaseName(IQHost* host);
 

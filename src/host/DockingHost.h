@@ -1,7 +1,7 @@
 #pragma once
 // Docking windows, menus and toolbars of the host, ours. The component's docking manager turns its
-// resources into the plain descriptions below; the host shows them in its own way and sends commands
-// back to the target. Descriptions are borrowed for the call.
+// resources into the plain descriptions below; the host shows them in its own way and sends
+// commands back to the target. Descriptions are borrowed for the call.
 
 #include "host/Host.h"
 
@@ -21,8 +21,8 @@ struct MenuNode {
 };
 
 struct ToolbarButton {
-    std::uint32_t command = 0;         // 0: a separator
-    const char16_t* prompt = nullptr;  // "status text\ntool tip", or null
+    std::uint32_t command = 0;              // 0: a separator
+    const char16_t* prompt = nullptr;       // "status text\ntool tip", or null
     const std::uint32_t* pixels = nullptr;  // 16 x 16, 0xAARRGGBB, row by row
 };
 
@@ -64,8 +64,7 @@ class IQDockingHost : public IQUnknown {
 
     // Makes a docking window; *given is the name it got, a new text.
     virtual HRESULT KVX_CALL CreateDockingWindow(BSTR baseName, BSTR title, std::uint32_t flags,
-                                                 std::uint32_t side, HWND* window,
-                                                 BSTR* given) = 0;
+                                                 std::uint32_t side, HWND* window, BSTR* given) = 0;
     // Negative when there is none.
     virtual HRESULT KVX_CALL FindDockingWindow(BSTR name, BSTR title, std::uint32_t flags,
                                                std::uint32_t side, HWND* window) = 0;

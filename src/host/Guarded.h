@@ -1,6 +1,6 @@
 #pragma once
-// The one place where an exception becomes a status code: entry points, interface methods and message
-// handlers run their work through it.
+// The one place where an exception becomes a status code: entry points, interface methods and
+// message handlers run their work through it.
 
 #include <new>
 #include <utility>

@@ -28,8 +28,7 @@ inline constexpr GUID kEventDebuggerConnected = MakeGuid("{2289D12E-1242-11D5-96
 inline constexpr GUID kEventDebuggerDisconnected =
     MakeGuid("{2289D130-1242-11D5-9690-00B0D0167C2F}");
 inline constexpr GUID kEventTargetConnected = MakeGuid("{FBA45A0C-D6E6-4F93-AB42-F7B6132C54AD}");
-inline constexpr GUID kEventTargetDisconnected =
-    MakeGuid("{C66E2FA6-0158-4034-A0D8-22D069587D43}");
+inline constexpr GUID kEventTargetDisconnected = MakeGuid("{C66E2FA6-0158-4034-A0D8-22D069587D43}");
 inline constexpr GUID kEventTraceReady = MakeGuid("{C5C1CBAC-7AFA-4569-A9F6-D34A78471B74}");
 inline constexpr GUID kEventTraceCleared = MakeGuid("{F626792D-7378-42DA-9645-34B0AE362E6A}");
 inline constexpr GUID kEventDisplayChanged = MakeGuid("{650559B1-CC9E-488D-8FB0-409B291199CF}");

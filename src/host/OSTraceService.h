@@ -34,9 +34,9 @@ inline constexpr int kCapabilityTime = 3;
 
 // One context. name is allocated for the call; the receiver frees it.
 struct _tagSContextData {
-    std::int32_t type = 0;            // kContextHandler, kContextTask, kContextUnknown
-    std::int32_t number = 0;          // vector number or task ID; a task's 0 is the idle state
-    std::uint32_t tableAddress = 0;   // handlers
+    std::int32_t type = 0;           // kContextHandler, kContextTask, kContextUnknown
+    std::int32_t number = 0;         // vector number or task ID; a task's 0 is the idle state
+    std::uint32_t tableAddress = 0;  // handlers
     BSTR name = nullptr;
     std::int32_t hatched = 0;
     std::int32_t sysCallProcess = 0;
@@ -50,7 +50,8 @@ class IQOSTraceService : public IQUnknown {
     virtual HRESULT KVX_CALL StartMeasurement() = 0;
     virtual HRESULT KVX_CALL GetRecordRange(std::int32_t* first, std::int32_t* last,
                                             std::int64_t* start, std::int64_t* end) = 0;
-    // Decodes records from..to. a: time of the last record; b: analysed-up-to time; c: covered time.
+    // Decodes records from..to. a: time of the last record; b: analysed-up-to time; c: covered
+    // time.
     virtual HRESULT KVX_CALL AnalyzeRecords(std::int32_t from, std::int32_t to, std::int64_t* a,
                                             std::int64_t* b, std::int64_t* c) = 0;
     virtual HRESULT KVX_CALL GetRangeCondition(std::int32_t* condition) = 0;

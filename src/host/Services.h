@@ -84,8 +84,7 @@ class IQProjectInformation : public IQUnknown {
     virtual HRESULT KVX_CALL GetProjectName(BSTR* name) = 0;
     virtual HRESULT KVX_CALL GetConfigurationName(BSTR* name) = 0;
     virtual HRESULT KVX_CALL GetWorkspaceDirectory(BSTR workspace, BSTR* directory) = 0;
-    virtual HRESULT KVX_CALL GetProjectDirectory(BSTR workspace, BSTR project,
-                                                 BSTR* directory) = 0;
+    virtual HRESULT KVX_CALL GetProjectDirectory(BSTR workspace, BSTR project, BSTR* directory) = 0;
     virtual HRESULT KVX_CALL GetConfigurationDirectory(BSTR workspace, BSTR project,
                                                        BSTR configuration, BSTR* directory) = 0;
 

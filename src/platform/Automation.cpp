@@ -17,8 +17,11 @@ constexpr char32_t kReplacement = 0xFFFD;
 char32_t NextCodePoint(std::string_view text, std::size_t& i) {
     const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
     const unsigned first = byte(i);
-    const std::size_t length = first < 0x80 ? 1 : first >> 5 == 6 ? 2 : first >> 4 == 14 ? 3
-                               : first >> 3 == 30 ? 4 : 0;
+    const std::size_t length = first < 0x80       ? 1
+                               : first >> 5 == 6  ? 2
+                               : first >> 4 == 14 ? 3
+                               : first >> 3 == 30 ? 4
+                                                  : 0;
     if (length == 1) return text[i++];
     if (length == 0 || i + length > text.size()) return ++i, kReplacement;
     char32_t value = first & (0x7Fu >> length);

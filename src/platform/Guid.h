@@ -14,10 +14,11 @@ static_assert(sizeof(GUID) == 16);
 
 namespace kvx {
 
-// The identifier of a text such as "{68A9B7A2-46BD-421A-8A10-2DBD7B54B7DC}", in the memory layout of
-// the platform (the first three groups little-endian). A malformed text does not compile.
+// The identifier of a text such as "{68A9B7A2-46BD-421A-8A10-2DBD7B54B7DC}", in the memory layout
+// of the platform (the first three groups little-endian). A malformed text does not compile.
 consteval GUID MakeGuid(std::string_view text) {
-    if (text.size() != 38 || text.front() != '{' || text.back() != '}') throw "malformed identifier";
+    if (text.size() != 38 || text.front() != '{' || text.back() != '}')
+        throw "malformed identifier";
     constexpr std::array<int, 16> kOffset = {7,  5,  3,  1,  12, 10, 17, 15,
                                              20, 22, 25, 27, 29, 31, 33, 35};
     auto digit = [](char c) -> unsigned {

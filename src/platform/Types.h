@@ -38,8 +38,12 @@ inline constexpr HRESULT E_NOTIMPL = static_cast<HRESULT>(0x80004001u);
 inline constexpr HRESULT E_INVALIDARG = static_cast<HRESULT>(0x80070057u);
 inline constexpr HRESULT E_OUTOFMEMORY = static_cast<HRESULT>(0x8007000Eu);
 
-constexpr bool Succeeded(HRESULT status) { return status >= 0; }
-constexpr bool Failed(HRESULT status) { return status < 0; }
+constexpr bool Succeeded(HRESULT status) {
+    return status >= 0;
+}
+constexpr bool Failed(HRESULT status) {
+    return status < 0;
+}
 
 // A window of the toolkit in use, passed across the module boundary as an opaque handle. Both sides
 // run on one toolkit, so the handle means the same window in the host and in the component.
@@ -51,9 +55,15 @@ using COLORREF = std::uint32_t;
 constexpr COLORREF RGB(unsigned red, unsigned green, unsigned blue) {
     return (red & 0xFFu) | ((green & 0xFFu) << 8) | ((blue & 0xFFu) << 16);
 }
-constexpr unsigned GetRValue(COLORREF colour) { return colour & 0xFFu; }
-constexpr unsigned GetGValue(COLORREF colour) { return (colour >> 8) & 0xFFu; }
-constexpr unsigned GetBValue(COLORREF colour) { return (colour >> 16) & 0xFFu; }
+constexpr unsigned GetRValue(COLORREF colour) {
+    return colour & 0xFFu;
+}
+constexpr unsigned GetGValue(COLORREF colour) {
+    return (colour >> 8) & 0xFFu;
+}
+constexpr unsigned GetBValue(COLORREF colour) {
+    return (colour >> 16) & 0xFFu;
+}
 
 struct SIZE {
     std::int32_t cx = 0;

@@ -34,6 +34,8 @@ constexpr CursorResource kCursors[] = {
 
 }  // namespace
 
-std::span<const CursorResource> Cursors() { return kCursors; }
+std::span<const CursorResource> Cursors() {
+    return kCursors;
+}
 
 }  // namespace kvx::resources

@@ -124,7 +124,9 @@ constexpr int kStates = 21;
 constexpr int kCalls = 147;
 constexpr int kOthers = 260;
 constexpr int kPitch = 12;
-constexpr int Row(int base, int n) { return base + n * kPitch; }
+constexpr int Row(int base, int n) {
+    return base + n * kPitch;
+}
 
 constexpr ColourRow kColourRows[] = {
     {"RUN", 4061, 4082, kLeft, Row(kStates, 0)},
@@ -206,6 +208,8 @@ constexpr DialogResource kDialogs[] = {
 
 }  // namespace
 
-std::span<const DialogResource> Dialogs() { return kDialogs; }
+std::span<const DialogResource> Dialogs() {
+    return kDialogs;
+}
 
 }  // namespace kvx::resources

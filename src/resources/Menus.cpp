@@ -84,6 +84,8 @@ constexpr MenuResource kMenus[] = {
 
 }  // namespace
 
-std::span<const MenuResource> Menus() { return kMenus; }
+std::span<const MenuResource> Menus() {
+    return kMenus;
+}
 
 }  // namespace kvx::resources

@@ -22,8 +22,7 @@ constexpr StringResource kStrings[] = {
     {ids::kStartMarker, "Move the start marker into the display area\nStart Marker"},
     {ids::kEndMarker, "Move the end marker into the display area\nEnd Marker"},
     {ids::kIndicator, "Move the indicator into the display area\nIndicator"},
-    {ids::kAdjust,
-     "Adjust range of start and end marker to full width of display area\nAdjust"},
+    {ids::kAdjust, "Adjust range of start and end marker to full width of display area\nAdjust"},
     {ids::kExpand, "Expand the time scale\nExpand"},
     {ids::kReduce, "Reduce the time scale\nReduce"},
     {ids::kRangeFullCommand, "Set measurement range condition to Full\nFull"},
@@ -65,6 +64,8 @@ constexpr StringResource kStrings[] = {
 
 }  // namespace
 
-std::span<const StringResource> Strings() { return kStrings; }
+std::span<const StringResource> Strings() {
+    return kStrings;
+}
 
 }  // namespace kvx::resources

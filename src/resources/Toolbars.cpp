@@ -9,11 +9,28 @@ namespace {
 
 using namespace kvx::ids;
 
-constexpr UINT kOSTraceButtons[] = {
-    kStartMarker,      kEndMarker,        kIndicator,      0, kAdjust,     kExpand,
-    kReduce,           0,                 kRangeFullCommand,  kRangeFreeCommand,
-    kSearch,           kSearchPrevious,   kSearchNext,     0, kTraceStop,  kTraceRestart,
-    kValue,            kColor,            kDefaultOrder,   0, kShowLine,   kHideLine};
+constexpr UINT kOSTraceButtons[] = {kStartMarker,
+                                    kEndMarker,
+                                    kIndicator,
+                                    0,
+                                    kAdjust,
+                                    kExpand,
+                                    kReduce,
+                                    0,
+                                    kRangeFullCommand,
+                                    kRangeFreeCommand,
+                                    kSearch,
+                                    kSearchPrevious,
+                                    kSearchNext,
+                                    0,
+                                    kTraceStop,
+                                    kTraceRestart,
+                                    kValue,
+                                    kColor,
+                                    kDefaultOrder,
+                                    0,
+                                    kShowLine,
+                                    kHideLine};
 constexpr UINT kOSAnalyzeButtons[] = {kRunTime, kRdyToRun, kSystemCall, 0, kPickUp, kSave};
 constexpr UINT kOpenTraceButtons[] = {kOpenOSTrace};
 constexpr UINT kOpenAnalyzeButtons[] = {kOpenOSAnalyze};
@@ -23,8 +40,8 @@ constexpr auto kOSTraceStrip = MakeStrip(std::array<IconText, 18>{
     kIconRangeFull, kIconRangeFree, kIconSearch, kIconSearchPrevious, kIconSearchNext,
     kIconTraceStop, kIconTraceRestart, kIconValue, kIconColor, kIconDefaultOrder, kIconShowLine,
     kIconHideLine});
-constexpr auto kOSAnalyzeStrip = MakeStrip(std::array<IconText, 5>{
-    kIconRunTime, kIconRdyToRun, kIconSystemCall, kIconPickUp, kIconSave});
+constexpr auto kOSAnalyzeStrip = MakeStrip(
+    std::array<IconText, 5>{kIconRunTime, kIconRdyToRun, kIconSystemCall, kIconPickUp, kIconSave});
 constexpr auto kOpenTraceStrip = MakeStrip(std::array<IconText, 1>{kIconOpenOSTrace});
 constexpr auto kOpenAnalyzeStrip = MakeStrip(std::array<IconText, 1>{kIconOpenOSAnalyze});
 
@@ -32,8 +49,8 @@ template <std::size_t Buttons, std::size_t Pixels>
 constexpr ToolbarResource Toolbar(UINT id, const UINT (&buttons)[Buttons],
                                   const std::array<std::uint32_t, Pixels>& strip) {
     constexpr auto kImages = static_cast<std::uint32_t>(Pixels / (kIconSize * kIconSize));
-    return {id, buttons, static_cast<std::uint32_t>(Buttons), kIconSize, kIconSize, strip.data(),
-            kImages};
+    return {id,           buttons, static_cast<std::uint32_t>(Buttons), kIconSize, kIconSize,
+            strip.data(), kImages};
 }
 
 constexpr ToolbarResource kToolbars[] = {
@@ -45,6 +62,8 @@ constexpr ToolbarResource kToolbars[] = {
 
 }  // namespace
 
-std::span<const ToolbarResource> Toolbars() { return kToolbars; }
+std::span<const ToolbarResource> Toolbars() {
+    return kToolbars;
+}
 
 }  // namespace kvx::resources

@@ -38,10 +38,14 @@ bool IsOpenBlocked(IQHost* host, const GUID& id) {
 
 CKvxOSTraceDataCommandSink::CKvxOSTraceDataCommandSink(IQHost* host, IDockingManager* docking)
     : CUiDebugCommandSink(host, docking),
-      traceKind_{kTraceBaseName, kTraceBaseName, ids::kStringOSTrace, "TraceViews", "OSTraceWnd",
-                 {},             {}},
-      analyzeKind_{kAnalyzeBaseName, kAnalyzeBaseName, ids::kStringOSAnalyze,
-                   "AnalyzeViews",   "OSAnalyzeWnd",   {},
+      traceKind_{
+          kTraceBaseName, kTraceBaseName, ids::kStringOSTrace, "TraceViews", "OSTraceWnd", {}, {}},
+      analyzeKind_{kAnalyzeBaseName,
+                   kAnalyzeBaseName,
+                   ids::kStringOSAnalyze,
+                   "AnalyzeViews",
+                   "OSAnalyzeWnd",
+                   {},
                    {}} {
     auto* const workspace = static_cast<IQWorkSpaceClient2*>(this);
     host->Advise(kvx::host::kWorkSpaceClient, workspace);
@@ -129,8 +133,8 @@ void CKvxOSTraceDataCommandSink::Open(WindowKind& kind) {
         }
     }
     CString given;
-    const HWND docking = Docking()->CreateDockingWindow(
-        kind.baseName, LoadString(kind.titleString), kDockCreateFlags, kDockBottom, &given);
+    const HWND docking = Docking()->CreateDockingWindow(kind.baseName, LoadString(kind.titleString),
+                                                        kDockCreateFlags, kDockBottom, &given);
     if (!docking) return;
     Docking()->SetWindowState(docking, kDockShow);
     AddControl(kind, docking, given);
@@ -159,8 +163,12 @@ void CKvxOSTraceDataCommandSink::AddControl(WindowKind& kind, HWND docking, cons
     modified_ = true;
 }
 
-void CKvxOSTraceDataCommandSink::OnOpenOSTrace() { Open(traceKind_); }
-void CKvxOSTraceDataCommandSink::OnOpenOSAnalyze() { Open(analyzeKind_); }
+void CKvxOSTraceDataCommandSink::OnOpenOSTrace() {
+    Open(traceKind_);
+}
+void CKvxOSTraceDataCommandSink::OnOpenOSAnalyze() {
+    Open(analyzeKind_);
+}
 
 bool CKvxOSTraceDataCommandSink::MayOpen(
     const WindowKind& kind, const std::vector<CKvxInstanceDataCtrl*>& candidates) const {

@@ -41,8 +41,7 @@ class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
     HRESULT KVX_CALL SetFont(BSTR face, std::int32_t points) override;
     HRESULT KVX_CALL WorkspaceOpened(std::uintptr_t a, std::uintptr_t b, BSTR workspace,
                                      std::uintptr_t d) override;
-    HRESULT KVX_CALL WorkspaceSaving(std::uintptr_t a, std::uintptr_t b,
-                                     std::uintptr_t d) override;
+    HRESULT KVX_CALL WorkspaceSaving(std::uintptr_t a, std::uintptr_t b, std::uintptr_t d) override;
     HRESULT KVX_CALL QueryModified(std::uintptr_t a, std::uintptr_t b, std::uintptr_t c,
                                    std::int32_t* modified) override;
     HRESULT KVX_CALL SetColours(BSTR item, std::int32_t foreground,
@@ -63,8 +62,8 @@ class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
         CString plainName;  // of docking windows outside any workspace
         CString baseName;   // with the names of the open workspace
         UINT titleString = 0;
-        CString countKey;        // in the workspace: how many windows are open
-        CString settingsPrefix;  // in the workspace: of one window
+        CString countKey;            // in the workspace: how many windows are open
+        CString settingsPrefix;      // in the workspace: of one window
         std::vector<CString> names;  // docking-window names, also of windows that are gone
         std::vector<CKvxDebugInstanceDataCtrl*> controls;
     };
@@ -93,8 +92,8 @@ class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
     COSTraceData data_;
     IQPropertyStore* properties_ = nullptr;
     std::uint32_t menuId_ = 0;  // of the menus and buttons in the host; 0: none
-    CString workspace_;      // the host's text for the open workspace
-    bool modified_ = false;  // windows were opened or closed since the workspace was saved
+    CString workspace_;         // the host's text for the open workspace
+    bool modified_ = false;     // windows were opened or closed since the workspace was saved
     CString face_;
     int points_ = 0;
 };

@@ -1,5 +1,5 @@
-// The command sink as workspace client: which windows are open, under which names, with which colours
-// and settings.
+// The command sink as workspace client: which windows are open, under which names, with which
+// colours and settings.
 
 #include <algorithm>
 
@@ -18,7 +18,9 @@ constexpr char kControl[] = "OSTraceCtrl";
 constexpr char kInstanceKey[] = "InstanceKey";
 constexpr char kColorPrefix[] = "OSTraceWnd";
 
-CString Numbered(const CString& prefix, std::size_t i) { return prefix + std::to_string(i); }
+CString Numbered(const CString& prefix, std::size_t i) {
+    return prefix + std::to_string(i);
+}
 
 }  // namespace
 
@@ -46,7 +48,8 @@ HRESULT CKvxOSTraceDataCommandSink::WorkspaceOpened(std::uintptr_t a, std::uintp
 // Windows beyond those that are open already come back under their names.
 void CKvxOSTraceDataCommandSink::Restore(WindowKind& kind, IWorkspaceStore& store) {
     data_.colors.Load(store, kColorPrefix);
-    const std::int32_t count = std::min(store.ReadNumber(kControl + kind.countKey, 0), kMostWindows);
+    const std::int32_t count =
+        std::min(store.ReadNumber(kControl + kind.countKey, 0), kMostWindows);
     for (auto i = static_cast<std::int32_t>(kind.controls.size()); i < count; ++i) {
         const CString key = Numbered(kind.settingsPrefix + kInstanceKey, std::size_t(i));
         const CString name = store.ReadText(key, "");

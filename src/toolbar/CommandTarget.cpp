@@ -18,8 +18,8 @@ HRESULT CCommandTarget::OnUpdateCommand(std::uint32_t command, CommandState* sta
     });
 }
 
-// A window that closes drops its registrations, and with them this object: nothing of it may be used
-// after the call.
+// A window that closes drops its registrations, and with them this object: nothing of it may be
+// used after the call.
 HRESULT CCommandTarget::OnCloseRequest() {
     ICommandWindow* const window = window_;
     return Guarded([window] { return !window || window->CloseRequested() ? S_OK : S_FALSE; });

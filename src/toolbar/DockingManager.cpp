@@ -37,20 +37,19 @@ HWND CDockingManager::FindDockingWindow(const CString& name, const CString& titl
     HWND window = nullptr;
     IQDockingHost* docking = Docking();
     if (!docking) return nullptr;
-    const HRESULT status = docking->FindDockingWindow(Bstr(name).Get(), Bstr(title).Get(), flags,
-                                                      side, &window);
+    const HRESULT status =
+        docking->FindDockingWindow(Bstr(name).Get(), Bstr(title).Get(), flags, side, &window);
     return Succeeded(status) ? window : nullptr;
 }
 
 HWND CDockingManager::CreateDockingWindow(const CString& baseName, const CString& title,
-                                          std::uint32_t flags, std::uint32_t side,
-                                          CString* given) {
+                                          std::uint32_t flags, std::uint32_t side, CString* given) {
     HWND window = nullptr;
     Bstr name;
     IQDockingHost* docking = Docking();
     if (!docking) return nullptr;
-    const HRESULT status = docking->CreateDockingWindow(
-        Bstr(baseName).Get(), Bstr(title).Get(), flags, side, &window, name.Receive());
+    const HRESULT status = docking->CreateDockingWindow(Bstr(baseName).Get(), Bstr(title).Get(),
+                                                        flags, side, &window, name.Receive());
     if (Failed(status)) return nullptr;
     *given = name.Utf8();
     return window;
@@ -66,8 +65,8 @@ int CDockingManager::GetWindowState(HWND window) {
     return state;
 }
 
-void CDockingManager::RegisterWindow(HWND window, ICommandWindow* control,
-                                     std::uint32_t identifier, const GUID& owner) {
+void CDockingManager::RegisterWindow(HWND window, ICommandWindow* control, std::uint32_t identifier,
+                                     const GUID& owner) {
     Target(identifier).Bind(control);
     if (IQDockingHost* docking = Docking()) {
         docking->RegisterWindow(window, control->CommandHandle(), identifier, owner,

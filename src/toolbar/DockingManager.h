@@ -1,7 +1,7 @@
 #pragma once
 // The docking manager on the host's docking: turns menu and toolbar resources into the host's plain
-// descriptions and leads commands back to the window of an identifier. A host without docking leaves
-// every operation without effect.
+// descriptions and leads commands back to the window of an identifier. A host without docking
+// leaves every operation without effect.
 
 #include <map>
 #include <memory>

@@ -30,7 +30,9 @@ std::vector<std::uint32_t> CutImage(const ToolbarResource& toolbar, std::uint32_
 
 }  // namespace
 
-HostMenu::HostMenu(std::span<const MenuItemResource> items) { Fill(root_, items); }
+HostMenu::HostMenu(std::span<const MenuItemResource> items) {
+    Fill(root_, items);
+}
 
 void HostMenu::Fill(MenuNode& node, std::span<const MenuItemResource> items) {
     std::vector<MenuNode>& children = nodes_.emplace_back(items.size());

@@ -1,6 +1,6 @@
 #pragma once
-// Menu and toolbar resources as the host's plain descriptions. The texts that a description points to
-// live in the object that made it.
+// Menu and toolbar resources as the host's plain descriptions. The texts that a description points
+// to live in the object that made it.
 
 #include <deque>
 #include <string>

@@ -38,8 +38,8 @@ void DrawTable(CDC& dc, CHeaderCellPainter& painter, const TraceColumns& columns
         const int line = geometry.firstLine + row;
         const bool exists = line < contexts.GetCount();
         const ContextTexts texts = exists ? contexts.GetTexts(line) : ContextTexts{};
-        const std::array<const CString*, TraceColumns::kChart> cells = {
-            &texts.vector, &texts.table, &texts.id, &texts.name};
+        const std::array<const CString*, TraceColumns::kChart> cells = {&texts.vector, &texts.table,
+                                                                        &texts.id, &texts.name};
         const bool selected = exists && selection.Contains(contexts.GetKey(line));
         for (std::size_t i = 0; i < cells.size(); ++i) {
             const TraceColumns::Column& column = columns[i];
@@ -110,8 +110,8 @@ void DrawSwitches(CDC& dc, const std::vector<SwitchLine>& switches, COLORREF run
     dc.SelectObject(previous);
 }
 
-void DrawRuns(CDC& dc, const ChartGeometry& geometry, const std::vector<RunBar>& bars,
-              COLORREF run, COSTip& tips) {
+void DrawRuns(CDC& dc, const ChartGeometry& geometry, const std::vector<RunBar>& bars, COLORREF run,
+              COSTip& tips) {
     const CBrush solid(run);
     const CBrush hatched(HS_DIAGCROSS, run);
     for (const RunBar& bar : bars) {
@@ -153,8 +153,7 @@ void BlankHiddenLines(CDC& dc, const ChartGeometry& geometry, const CContextMng&
 
 void DrawMarkers(CDC& dc, const ChartGeometry& geometry, const COSMarker& markers,
                  const COSColor& colors) {
-    constexpr std::array<EColor, 3> kColors = {EColor::MarkerS, EColor::MarkerE,
-                                               EColor::Indicator};
+    constexpr std::array<EColor, 3> kColors = {EColor::MarkerS, EColor::MarkerE, EColor::Indicator};
     for (int which = kMarkerStart; which <= kMarkerIndicator; ++which) {
         const double time = markers.GetMarkerTime(which);
         if (!geometry.InDisplay(time)) continue;

@@ -1,6 +1,6 @@
 #pragma once
-// The steps in which the OS Trace window is painted, each for what it draws. Elements with a tip are
-// noted in drawing order.
+// The steps in which the OS Trace window is painted, each for what it draws. Elements with a tip
+// are noted in drawing order.
 
 #include "display/model/Color.h"
 #include "framework/HeaderCellPainter.h"
@@ -27,8 +27,8 @@ void DrawGrid(CDC& dc, const ChartGeometry& geometry, const std::vector<GridLine
 void DrawStates(CDC& dc, const ChartGeometry& geometry, const std::vector<StateBar>& bars,
                 const COSColor& colors, COSTip& tips);
 void DrawSwitches(CDC& dc, const std::vector<SwitchLine>& switches, COLORREF run);
-void DrawRuns(CDC& dc, const ChartGeometry& geometry, const std::vector<RunBar>& bars,
-              COLORREF run, COSTip& tips);
+void DrawRuns(CDC& dc, const ChartGeometry& geometry, const std::vector<RunBar>& bars, COLORREF run,
+              COSTip& tips);
 void DrawMarks(CDC& dc, const ChartGeometry& geometry, const std::vector<Mark>& marks,
                const COSColor& colors, COSTip& tips);
 // Erases the chart of lines that are not shown.

@@ -9,8 +9,7 @@ CLineDrag::CLineDrag(COSTraceView& view, CPoint point)
     : view_(view), source_(point.y / view.lineHeight_ + view.firstLine_ - 1) {}
 
 int CLineDrag::TargetLine(CPoint point) const {
-    const int row =
-        std::max(1, std::min(point.y / view_.lineHeight_, view_.visibleLines_ + 1));
+    const int row = std::max(1, std::min(point.y / view_.lineHeight_, view_.visibleLines_ + 1));
     return row + view_.firstLine_ - 1;
 }
 
@@ -49,6 +48,10 @@ void CLineDrag::ClickLine(int target) {
     if (target < contexts.GetCount()) view_.selection_.Toggle(contexts.GetKey(target));
 }
 
-void CLineDrag::Cancel() { view_.dropLine_ = -1; }
+void CLineDrag::Cancel() {
+    view_.dropLine_ = -1;
+}
 
-HCURSOR CLineDrag::Cursor() const { return view_.lineDrag_; }
+HCURSOR CLineDrag::Cursor() const {
+    return view_.lineDrag_;
+}

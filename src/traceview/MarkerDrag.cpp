@@ -30,7 +30,9 @@ void CMarkerDrag::Move(CPoint point) {
     InvertBar();
 }
 
-void CMarkerDrag::Release(CPoint) { markers_.Drop(&sender_); }
+void CMarkerDrag::Release(CPoint) {
+    markers_.Drop(&sender_);
+}
 
 void CMarkerDrag::Cancel() {
     markers_.SetMarker(&sender_, which_, original_);

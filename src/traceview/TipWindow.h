@@ -14,8 +14,7 @@ class CTipWindow : public CWnd {
   public:
     bool CreateTip(CWnd& view);
     // Lines from top to bottom on the colour; font may be null.
-    void Show(CWnd& view, CFont* font, std::vector<CString> lines, COLORREF colour,
-              CPoint pointer);
+    void Show(CWnd& view, CFont* font, std::vector<CString> lines, COLORREF colour, CPoint pointer);
     const std::vector<CString>& Lines() const { return lines_; }
 
   protected:

@@ -10,7 +10,9 @@ void TraceColumns::Layout(int charWidth) {
     LayOut();
 }
 
-CString TraceColumns::SettingsText() const { return kvx::JoinNumbers(Characters()); }
+CString TraceColumns::SettingsText() const {
+    return kvx::JoinNumbers(Characters());
+}
 
 bool TraceColumns::TakeSettings(const CString& text) {
     const auto widths = kvx::ParseNumbers(text, Count());

@@ -99,7 +99,9 @@ IQOSTraceService* COSTraceView::Service() const {
     return kvx::host::IsDebuggerLoaded() ? kvx::host::TraceService() : nullptr;
 }
 
-bool COSTraceView::IsOpen() const { return data_ && data_->engine.IsValid(); }
+bool COSTraceView::IsOpen() const {
+    return data_ && data_->engine.IsValid();
+}
 
 CStatusFrameWnd* COSTraceView::StatusFrame() const {
     return static_cast<CStatusFrameWnd*>(Frame());
@@ -274,9 +276,8 @@ void COSTraceView::OnDraw(CDC* dc) {
                          colors[EColor::SysCallBack]);
         chart::DrawRowLines(*dc, geometry, columns_[TraceColumns::kVector].left, dropLine_, run);
         if (geometry.right > geometry.left) {
-            const auto items =
-                kvx::BuildChart(geometry, data_->engine, data_->contexts, gridTime_,
-                                data_->markers.GetMarkerTime(kMarkerStart));
+            const auto items = kvx::BuildChart(geometry, data_->engine, data_->contexts, gridTime_,
+                                               data_->markers.GetMarkerTime(kMarkerStart));
             chart::DrawGrid(*dc, geometry, items.grid, run);
             chart::DrawStates(*dc, geometry, items.states, colors, *this);
             chart::DrawSwitches(*dc, items.switches, run);

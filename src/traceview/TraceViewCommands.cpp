@@ -4,7 +4,9 @@
 #include "trace/TraceData.h"
 #include "traceview/TraceView.h"
 
-void COSTraceView::OnUpdateTraceOpen(CCmdUI& ui) { ui.Enable(IsOpen()); }
+void COSTraceView::OnUpdateTraceOpen(CCmdUI& ui) {
+    ui.Enable(IsOpen());
+}
 
 void COSTraceView::OnStartMarker() {
     if (!IsOpen()) return;
@@ -66,8 +68,12 @@ void COSTraceView::OnUpdateDefaultOrder(CCmdUI& ui) {
     ui.Enable(service && Succeeded(service->GetTimeMode(&mode)) && IsOpen());
 }
 
-void COSTraceView::OnShowLine() { ShowSelectedLines(true); }
-void COSTraceView::OnHideLine() { ShowSelectedLines(false); }
+void COSTraceView::OnShowLine() {
+    ShowSelectedLines(true);
+}
+void COSTraceView::OnHideLine() {
+    ShowSelectedLines(false);
+}
 
 void COSTraceView::OnUpdateSelectedLines(CCmdUI& ui) {
     ui.Enable(Service() && !selection_.IsEmpty());

@@ -81,4 +81,6 @@ void COSTraceView::OnLButtonUp(UINT, CPoint point) {
     Default();
 }
 
-void COSTraceView::OnCaptureChanged() { gesture_.Cancel(); }
+void COSTraceView::OnCaptureChanged() {
+    gesture_.Cancel();
+}

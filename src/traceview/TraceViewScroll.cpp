@@ -108,7 +108,8 @@ HRESULT COSTraceView::SetDisplayRange(double start, double end) {
     displayEnd_ = end;
     scale_ = TraceSpan() / (end - start);
     gridTime_ = (end - start) / 5.0;
-    // The end marker goes first: a start marker that passed the old one would change places with it.
+    // The end marker goes first: a start marker that passed the old one would change places with
+    // it.
     data_->markers.MoveEndIntoDisplay(this, displayEnd_);
     PlaceMarkers();
     UpdateHorizontalBar();
@@ -223,4 +224,6 @@ void COSTraceView::OnReduce() {
     if (Service() && IsOpen()) ZoomTo(scale_ / reduceRate_, displayStart_);
 }
 
-void COSTraceView::OnUpdateReduce(CCmdUI& ui) { ui.Enable(IsOpen() && scale_ != 1.0); }
+void COSTraceView::OnUpdateReduce(CCmdUI& ui) {
+    ui.Enable(IsOpen() && scale_ != 1.0);
+}

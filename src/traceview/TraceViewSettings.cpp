@@ -30,10 +30,18 @@ void COSTraceView::UpdateRangeCommand(CCmdUI& ui, int condition) {
     ui.SetCheck(known && current == condition);
 }
 
-void COSTraceView::OnRangeFull() { SetRangeCondition(kRangeFull); }
-void COSTraceView::OnRangeFree() { SetRangeCondition(kRangeFree); }
-void COSTraceView::OnUpdateRangeFull(CCmdUI& ui) { UpdateRangeCommand(ui, kRangeFull); }
-void COSTraceView::OnUpdateRangeFree(CCmdUI& ui) { UpdateRangeCommand(ui, kRangeFree); }
+void COSTraceView::OnRangeFull() {
+    SetRangeCondition(kRangeFull);
+}
+void COSTraceView::OnRangeFree() {
+    SetRangeCondition(kRangeFree);
+}
+void COSTraceView::OnUpdateRangeFull(CCmdUI& ui) {
+    UpdateRangeCommand(ui, kRangeFull);
+}
+void COSTraceView::OnUpdateRangeFree(CCmdUI& ui) {
+    UpdateRangeCommand(ui, kRangeFree);
+}
 
 bool COSTraceView::IsMeasuring() const {
     if (!Service() || !instance_ || !instance_->IsRunning()) return false;
@@ -45,7 +53,9 @@ void COSTraceView::OnTraceStop() {
     if (IQOSTraceService* service = Service()) service->StopMeasurement();
 }
 
-void COSTraceView::OnUpdateTraceStop(CCmdUI& ui) { ui.Enable(IsMeasuring() && !IsOpen()); }
+void COSTraceView::OnUpdateTraceStop(CCmdUI& ui) {
+    ui.Enable(IsMeasuring() && !IsOpen());
+}
 
 void COSTraceView::OnTraceRestart() {
     IQOSTraceService* const service = Service();
@@ -62,7 +72,9 @@ void COSTraceView::OnTraceRestart() {
     Invalidate(true);
 }
 
-void COSTraceView::OnUpdateTraceRestart(CCmdUI& ui) { ui.Enable(IsMeasuring() && IsOpen()); }
+void COSTraceView::OnUpdateTraceRestart(CCmdUI& ui) {
+    ui.Enable(IsMeasuring() && IsOpen());
+}
 
 void COSTraceView::OnUpdateValue(CCmdUI& ui) {
     IQOSTraceService* const service = Service();
@@ -95,7 +107,9 @@ void COSTraceView::OnValue() {
     Invalidate(true);
 }
 
-void COSTraceView::OnUpdateColor(CCmdUI& ui) { ui.Enable(Service() != nullptr); }
+void COSTraceView::OnUpdateColor(CCmdUI& ui) {
+    ui.Enable(Service() != nullptr);
+}
 
 void COSTraceView::OnColor() {
     IQOSTraceService* const service = Service();

@@ -4,9 +4,13 @@
 #include "platform/Resources.h"
 #include "traceview/TraceView.h"
 
-COSTraceView* COSTraceWnd::TraceView() const { return static_cast<COSTraceView*>(View()); }
+COSTraceView* COSTraceWnd::TraceView() const {
+    return static_cast<COSTraceView*>(View());
+}
 
-const CRuntimeClass* COSTraceWnd::ViewClass() const { return &COSTraceView::kClass; }
+const CRuntimeClass* COSTraceWnd::ViewClass() const {
+    return &COSTraceView::kClass;
+}
 
 void COSTraceWnd::OnFrameCreated() {
     if (TraceView()) TraceView()->RefreshStatus();

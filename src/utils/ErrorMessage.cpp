@@ -20,7 +20,9 @@ void ShowError(const CString& text) {
 
 }  // namespace
 
-void ShowErrorMessage(UINT stringId) { ShowError(LoadString(stringId)); }
+void ShowErrorMessage(UINT stringId) {
+    ShowError(LoadString(stringId));
+}
 
 void ShowErrorMessage(UINT stringId, const CString& argument) {
     ShowError(kvx::FormatResource(LoadString(stringId), argument));

@@ -13,7 +13,9 @@ CString DirectoryOf(const CString& path) {
     return directory.empty() ? "." : directory;
 }
 
-CString FileNameOf(const CString& path) { return std::filesystem::path(path).filename().string(); }
+CString FileNameOf(const CString& path) {
+    return std::filesystem::path(path).filename().string();
+}
 
 CString ExtensionOf(const CString& path) {
     const auto dot = path.rfind('.');

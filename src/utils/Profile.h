@@ -11,9 +11,10 @@ KVX_EXPORT CString AfxGetProfileString(const CString& file, const CString& secti
                                        const CString& key, const CString& fallback);
 KVX_EXPORT int AfxGetProfileInt(const CString& file, const CString& section, const CString& key,
                                 int fallback);
-// Bytes stored as hexadecimal digits; false (and out untouched) unless exactly out.size() are there.
-KVX_EXPORT bool AfxGetProfileStruct(const CString& file, const CString& section,
-                                    const CString& key, std::span<std::byte> out);
+// Bytes stored as hexadecimal digits; false (and out untouched) unless exactly out.size() are
+// there.
+KVX_EXPORT bool AfxGetProfileStruct(const CString& file, const CString& section, const CString& key,
+                                    std::span<std::byte> out);
 
 // Each keeps every other line of the file. False when the file cannot be written.
 KVX_EXPORT bool AfxWriteProfileString(const CString& file, const CString& section,

@@ -1,7 +1,7 @@
 #pragma once
-// Message boxes that the module shows. They come from the module's own copy of the platform layer, so
-// they are met where the user meets them: as modal windows of the toolkit. Each is noted and closed; a
-// box that no test has asked for fails it.
+// Message boxes that the module shows. They come from the module's own copy of the platform layer,
+// so they are met where the user meets them: as modal windows of the toolkit. Each is noted and
+// closed; a box that no test has asked for fails it.
 
 #include <gtest/gtest.h>
 

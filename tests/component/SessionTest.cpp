@@ -66,8 +66,7 @@ TEST(Session, AnExactRangeDecodesNoMoreThanItNeeds) {
     ModuleBoxes boxes;
     host.trace.Load(SmallTrace());
     const Session session(host);
-    auto* const range =
-        static_cast<host::IQOSTraceRange*>(host.services[host::kOSTraceRange]);
+    auto* const range = static_cast<host::IQOSTraceRange*>(host.services[host::kOSTraceRange]);
     EXPECT_EQ(range->SetDisplayRange(0, 100), E_FAIL);  // no window
     host.docking.Command(kOpenOSTrace);
     host.Send(host::kEventTraceReady);
@@ -144,9 +143,8 @@ TEST(Session, ALibraryWithoutAFunctionLeavesTheDebuggerDisconnected) {
     {
         ModuleBoxes boxes;
         const Session session(host);
-        EXPECT_EQ(boxes.Take(),
-                  std::vector<std::string>{
-                      "Can not get the address of the function IN1_Get_mcu_info."});
+        EXPECT_EQ(boxes.Take(), std::vector<std::string>{
+                                    "Can not get the address of the function IN1_Get_mcu_info."});
         host.docking.Command(kOpenOSTrace);
         host.Send(host::kEventTraceReady);
         EXPECT_FALSE(host.docking.StateOf(47104).enabled);

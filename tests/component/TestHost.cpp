@@ -56,7 +56,9 @@ HWND TestDocking::Control() const {
     return nullptr;
 }
 
-HWND TestDocking::Docking() const { return windows.empty() ? nullptr : windows.back()->m_hWnd; }
+HWND TestDocking::Docking() const {
+    return windows.empty() ? nullptr : windows.back()->m_hWnd;
+}
 
 HRESULT TestDocking::GetMainWindow(HWND* window) {
     *window = main->GetSafeHwnd();

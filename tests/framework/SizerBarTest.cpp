@@ -39,7 +39,7 @@ class LayoutWindow : public CWnd {
 class SizerBar : public ::testing::Test {
   protected:
     SizerBar()
-        : table_{{RCROWGROUP | RCREST, 0, 0}, {RCPERCENT, kTop, 30},  {RCFIXED, kBar, 6},
+        : table_{{RCROWGROUP | RCREST, 0, 0}, {RCPERCENT, kTop, 30}, {RCFIXED, kBar, 6},
                  {RCREST, kBottom, 0},        {RCENDGROUP, kEnd, 0}, {0, kEnd, 0}},
           manager_(table_) {}
 
@@ -86,8 +86,7 @@ TEST_F(SizerBar, StopsAtTheLeastHeightOfItsNeighbour) {
     Send(WM_MOUSEMOVE, 3, -200);
     Send(WM_LBUTTONUP, 3, -200);
     const int least = 20;
-    EXPECT_EQ(window_.moved,
-              (std::vector<CPoint>{{0, least - manager_.GetRect(kTop).Height()}}));
+    EXPECT_EQ(window_.moved, (std::vector<CPoint>{{0, least - manager_.GetRect(kTop).Height()}}));
 }
 
 TEST_F(SizerBar, EscapeAndACancelledModeEndADragSilently) {

@@ -17,17 +17,29 @@ WINRECT Row(std::int32_t margins = 0, std::uint16_t type = RCREST) {
 WINRECT Column(std::int32_t margins = 0, std::uint16_t type = RCREST) {
     return {static_cast<std::uint16_t>(RCCOLGROUP | type), 0, margins};
 }
-WINRECT Fixed(UINT id, int pixels) { return {RCFIXED, id, pixels}; }
-WINRECT Percent(UINT id, int percent) { return {RCPERCENT, id, percent}; }
-WINRECT Rest(UINT id) { return {RCREST, id, 0}; }
+WINRECT Fixed(UINT id, int pixels) {
+    return {RCFIXED, id, pixels};
+}
+WINRECT Percent(UINT id, int percent) {
+    return {RCPERCENT, id, percent};
+}
+WINRECT Rest(UINT id) {
+    return {RCREST, id, 0};
+}
 WINRECT ToFit(UINT id, int width, int height) {
     WINRECT entry{RCTOFIT, id, 0};
     entry.SetToFitSize({width, height});
     return entry;
 }
-WINRECT EndGroup() { return {RCENDGROUP, kEnd, 0}; }
-WINRECT EndTable() { return {0, kEnd, 0}; }
-constexpr std::int32_t Margins(int x, int y) { return (y << 16) | (x & 0xFFFF); }
+WINRECT EndGroup() {
+    return {RCENDGROUP, kEnd, 0};
+}
+WINRECT EndTable() {
+    return {0, kEnd, 0};
+}
+constexpr std::int32_t Margins(int x, int y) {
+    return (y << 16) | (x & 0xFFFF);
+}
 
 CRect LayOut(std::vector<WINRECT>& table, int width, int height, UINT id) {
     CWinMgr manager(table.data());
@@ -69,9 +81,9 @@ TEST(WinMgr, OnlyTheLastRestEntryGrows) {
 
 TEST(WinMgr, SizesOfGroupsComeFromTheirChildren) {
     // A column group of fixed height stands below a rest entry: 3 + 2 * 4 pixels of margins.
-    std::vector<WINRECT> table{Row(),        Rest(1),    Column(Margins(0, 4), RCPLAIN),
+    std::vector<WINRECT> table{Row(),           Rest(1),         Column(Margins(0, 4), RCPLAIN),
                                ToFit(2, 30, 3), ToFit(3, 20, 2), EndGroup(),
-                               EndGroup(),   EndTable()};
+                               EndGroup(),      EndTable()};
     CWinMgr manager(table.data());
     manager.CalcLayout(100, 50, nullptr);
     EXPECT_EQ(manager.GetRect(1), (CRect{0, 0, 100, 39}));
@@ -84,8 +96,8 @@ TEST(WinMgr, SizesOfGroupsComeFromTheirChildren) {
 }
 
 TEST(WinMgr, MovedBorderLaysNeighbouringGroupsOutAgain) {
-    std::vector<WINRECT> table{Row(),     Row(),      Rest(1),    EndGroup(), Fixed(9, 4),
-                               Rest(2),   EndGroup(), EndTable()};
+    std::vector<WINRECT> table{Row(),       Row(),   Rest(1),    EndGroup(),
+                               Fixed(9, 4), Rest(2), EndGroup(), EndTable()};
     CWinMgr manager(table.data());
     manager.CalcLayout(10, 104, nullptr);
     const CRect before = manager.GetRect(9);

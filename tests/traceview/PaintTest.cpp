@@ -3,13 +3,14 @@
 #include "support/GoldenText.h"
 #include "support/RecordingGraphics.h"
 #include "traceview/ChartPainter.h"
-#include "traceview/TraceWindow.h"
 #include "traceview/TipWindow.h"
+#include "traceview/TraceWindow.h"
 
 namespace kvx::test {
 namespace {
 
-// A handler that is hidden, a task with every overlay, a system-call process, a hatched idle context.
+// A handler that is hidden, a task with every overlay, a system-call process, a hatched idle
+// context.
 ScriptedTrace Sample() {
     ScriptedTrace trace;
     const auto handler = trace.AddHandler(3, "timer", 0x1234);

@@ -9,7 +9,9 @@ namespace {
 
 using Scroll = TraceWindow;
 
-double Span(const ChartGeometry& g) { return g.traceEnd - g.traceStart; }
+double Span(const ChartGeometry& g) {
+    return g.traceEnd - g.traceStart;
+}
 
 void ExpectConsistent(const ChartGeometry& g) {
     EXPECT_GE(g.scale, 1.0);

@@ -16,9 +16,13 @@ CStopDlgBase::CStopDlgBase(UINT templateId, CWnd* parent, const char* caption)
     if (parent) parent->EnableWindow(false);
 }
 
-CStopDlgBase::~CStopDlgBase() { DestroyWindow(); }
+CStopDlgBase::~CStopDlgBase() {
+    DestroyWindow();
+}
 
-int CStopDlgBase::Create() { return CDialog::Create(templateId_, CWnd::FromHandle(parent_)); }
+int CStopDlgBase::Create() {
+    return CDialog::Create(templateId_, CWnd::FromHandle(parent_));
+}
 
 void CStopDlgBase::EnableParent() {
     CWnd* const parent = ::IsWindow(parent_) ? CWnd::FromHandle(parent_) : nullptr;

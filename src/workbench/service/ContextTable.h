@@ -23,9 +23,9 @@ struct Context {
 };
 
 // Handlers other than interrupt handlers are numbered apart: exception handlers from 600, service
-// routines from 700, cyclic handlers from 800, alarm handlers from 900, a hundred each; further ones
-// get numbers that nobody else has. Their table address
-// begins with a letter for the kind: E, 1, C, A, followed by the handler's own number.
+// routines from 700, cyclic handlers from 800, alarm handlers from 900, a hundred each; further
+// ones get numbers that nobody else has. Their table address begins with a letter for the kind: E,
+// 1, C, A, followed by the handler's own number.
 class ContextTable {
   public:
     // The name that the context gets when it is added. The first name of a key holds.
