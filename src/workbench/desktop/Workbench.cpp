@@ -1,11 +1,12 @@
 #include "workbench/desktop/Workbench.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QMessageBox>
 
 #include "host/CommandIds.h"
+#include "workbench/desktop/BackgroundRead.h"
 #include "workbench/desktop/QtText.h"
-#include "workbench/desktop/ReadRecording.h"
 #include "workbench/simulation/Generate.h"
 
 namespace kvx::desktop {
@@ -71,7 +72,11 @@ bool Workbench::OpenDemonstration() {
 }
 
 bool Workbench::Read(const QString& path) {
-    Result<std::unique_ptr<service::Recording>> recording = ReadRecording(path, &window_);
+    const std::string file = QFile::encodeName(path).toStdString();
+    const ReadRecording read = [&file](formats::IOpenProgress& progress) {
+        return formats::OpenRecording(file, {}, &progress);
+    };
+    OpenedRecording recording = ReadInBackground(QFileInfo(path).fileName(), read, &window_);
     if (!recording) {
         if (recording.GetError().cancelled) return false;
         window_.ShowError("Cannot Open Trace", FromUtf8(recording.GetError().message));

@@ -1,8 +1,6 @@
-#include "workbench/desktop/ReadRecording.h"
+#include "workbench/desktop/BackgroundRead.h"
 
 #include <QEventLoop>
-#include <QFile>
-#include <QFileInfo>
 #include <QProgressDialog>
 #include <QTimer>
 #include <atomic>
@@ -11,8 +9,6 @@
 
 namespace kvx::desktop {
 namespace {
-
-using Opened = Result<std::unique_ptr<service::Recording>>;
 
 constexpr auto kUnnoticed = std::chrono::milliseconds(250);
 constexpr int kPollMilliseconds = 50;
@@ -37,22 +33,22 @@ class SharedProgress final : public formats::IOpenProgress {
     std::atomic<bool> cancelled_{false};
 };
 
-Opened Read(const std::string& path, SharedProgress& progress) {
+OpenedRecording Guard(const ReadRecording& read, SharedProgress& progress) {
     try {
-        return formats::OpenRecording(path, {}, &progress);
+        return read(progress);
     } catch (const std::exception& failure) {
-        return Error{path + ": " + failure.what()};
+        return Error{failure.what()};
     }
 }
 
-bool IsReady(const std::future<Opened>& opened) {
+bool IsReady(const std::future<OpenedRecording>& opened) {
     return opened.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
 }
 
 // Until the reading thread has ended, which it also does soon after a cancel.
-void WaitWithDialog(const QString& path, QWidget* parent, const std::future<Opened>& opened,
-                    SharedProgress& progress) {
-    QProgressDialog dialog("Reading " + QFileInfo(path).fileName() + "…", "Cancel", 0, 0, parent);
+void WaitWithDialog(const QString& name, QWidget* parent,
+                    const std::future<OpenedRecording>& opened, SharedProgress& progress) {
+    QProgressDialog dialog("Reading " + name + "…", "Cancel", 0, 0, parent);
     dialog.setWindowModality(Qt::WindowModal);
     dialog.setMinimumDuration(0);
     dialog.setAutoReset(false);
@@ -74,13 +70,12 @@ void WaitWithDialog(const QString& path, QWidget* parent, const std::future<Open
 
 }  // namespace
 
-Opened ReadRecording(const QString& path, QWidget* parent) {
+OpenedRecording ReadInBackground(const QString& name, const ReadRecording& read, QWidget* parent) {
     SharedProgress progress;
-    std::future<Opened> opened = std::async(
-        std::launch::async,
-        [name = QFile::encodeName(path).toStdString(), &progress] { return Read(name, progress); });
+    std::future<OpenedRecording> opened =
+        std::async(std::launch::async, [&] { return Guard(read, progress); });
     if (opened.wait_for(kUnnoticed) != std::future_status::ready) {
-        WaitWithDialog(path, parent, opened, progress);
+        WaitWithDialog(name, parent, opened, progress);
     }
     return opened.get();
 }
