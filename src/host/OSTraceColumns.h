@@ -8,6 +8,9 @@
 namespace kvx::host {
 
 inline constexpr std::uint32_t kOpenEnd = 0xFFFFFFFFu;
+// What GetEventEndTime of a service with columns answers for an interval that ends at time 0, since
+// an end of 0 means that it is open: a time just before, so that nothing of it is drawn or counted.
+inline constexpr std::int64_t kEndAtZero = -1;
 inline constexpr std::uint8_t kFlagSuspended = 1;
 inline constexpr std::uint8_t kFlagPaused = 2;
 
@@ -18,11 +21,11 @@ struct EventList {
 };
 
 // Contexts are named here by their number in the service, which never changes; lineOfContext gives
-// the line of each. What a reader may rely on: no interval of a dispatch reaches beyond the next
-// dispatch, nor one of a state beyond the context's next state; each dispatch leaves the context
-// that the one before it entered; GetSysCallEvent of a system call is the event itself. Every
-// pointer is the service's and holds until its next AnalyzeRecords, DiscardData or change of the
-// line order.
+// the line of each. What a reader may rely on: times are not negative; no interval of a dispatch
+// reaches beyond the next dispatch, nor one of a state beyond the context's next state; each
+// dispatch leaves the context that the one before it entered; GetSysCallEvent of a system call is
+// the event itself. Every pointer is the service's and holds until its next AnalyzeRecords,
+// DiscardData or change of the line order.
 struct OSTraceColumns {
     std::uint32_t eventCount = 0;
     const std::int64_t* time = nullptr;      // count of each event, non-decreasing

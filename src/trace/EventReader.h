@@ -86,7 +86,11 @@ class ColumnEvents {
     double Time(std::uint32_t e) const {
         return e < c_.eventCount ? static_cast<double>(c_.time[e]) : 0.0;
     }
-    double EndTime(std::uint32_t e) const { return e < c_.eventCount ? Time(c_.endEvent[e]) : 0.0; }
+    double EndTime(std::uint32_t e) const {
+        if (e >= c_.eventCount || c_.endEvent[e] >= c_.eventCount) return 0.0;
+        const std::int64_t end = c_.time[c_.endEvent[e]];
+        return static_cast<double>(end == 0 ? host::kEndAtZero : end);
+    }
     std::uint32_t Context(std::uint32_t e) const { return Line(c_.context[e]); }
     std::uint32_t Next(std::uint32_t e) const { return Line(c_.next[e]); }
     int State(std::uint32_t e) const { return c_.code[e]; }

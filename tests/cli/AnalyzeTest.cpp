@@ -106,6 +106,17 @@ TEST_F(Analyze, MeasuresTheRangeItIsGiven) {
     EXPECT_EQ(Run({log, "--start", "1 parsec"}), kExitUsage);
 }
 
+// An end at time 0 is not taken for one that is still to come.
+TEST_F(Analyze, CountsRunsThatEndAtTimeZeroOnce) {
+    std::ofstream(log)
+        << "[0] dispatch to task 1.\n[0] dispatch to task 2.\n"
+           "[0] dispatch to task 3.\n[60] dispatch to task 2.\n[80] dispatch to task 3.\n";
+    std::map<int, double> ratios;
+    for (const auto& row : Json({log})["run_time"])
+        if (row["num"] > 0) ratios[row["number"]] = row["ratio"];
+    EXPECT_EQ(ratios, (std::map<int, double>{{2, 0.25}, {3, 0.75}}));
+}
+
 TEST_F(Analyze, WritesCsvToAFileAsToTheStream) {
     EXPECT_EQ(Run({log, "--table", "run-time", "--sort", "total:desc", "--csv", "-"}), kExitDone);
     const std::string streamed = out.str();

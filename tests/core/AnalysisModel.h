@@ -88,8 +88,7 @@ class AnalysisModel {
 
     void Run(std::map<int, ModelRecord>& records, std::uint32_t remembered, std::size_t d) const {
         const std::uint32_t last = trace_.endEvent[d];
-        double t1 = last < Decoded() ? Time(last) : 0.0;
-        if (t1 == 0.0) t1 = end_;
+        const double t1 = last < Decoded() ? Time(last) : end_;
         if (Time(d) >= end_ || t1 <= start_) return;
         const double from = Time(d) < start_ ? start_ : Time(d);
         const double to = t1 > end_ ? end_ : t1;

@@ -60,7 +60,7 @@ TEST(Analyses, AgreeWithTheModelOnRandomTraces) {
         shape.contexts = Draw(random, 1, 8);
         shape.events = Draw(random, 1, 80);
         shape.longestStep = Draw(random, 0, 4);
-        shape.firstTime = Draw(random, 0, 3) ? Draw(random, 1, 9) : -Draw(random, 0, 9);
+        shape.firstTime = Draw(random, 0, 3) ? Draw(random, 1, 9) : 0;
         Core core(RandomTrace(random, shape), false);
         std::int64_t a = 0;
         core.service.AnalyzeRecords(0, Draw(random, 0, shape.events - 1), &a, &a, &a);

@@ -11,8 +11,8 @@ namespace kvx::test {
 struct RandomTraceShape {
     int contexts = 6;
     int events = 60;
-    int longestStep = 5;         // of time; 0 is drawn as often as any other
-    std::int64_t firstTime = 1;  // may be 0 or negative
+    int longestStep = 5;  // of time; 0 is drawn as often as any other
+    std::int64_t firstTime = 1;
     int hatchedOfTen = 2;
 };
 

@@ -33,7 +33,7 @@ class ScriptedTraceService final : public IQOSTraceService,
     std::set<std::string> failing;       // names of operations that answer E_FAIL
     std::set<std::string> pickUpChoice;  // names that the pick-up dialog ticks; empty: cancelled
     std::function<void(const std::string&)> onCall;  // before those counted in calls
-    std::string searchText;              // found in names; empty: the search is abandoned
+    std::string searchText;  // found in names; empty: the search is abandoned
 
     // What a test reads.
     std::map<std::string, int> calls;  // of the operations that do not read an event
@@ -205,7 +205,8 @@ class ScriptedTraceService final : public IQOSTraceService,
     HRESULT KVX_CALL GetEventEndTime(std::uint32_t e, std::int64_t* t) override {
         return Read("GetEventEndTime", e, t, [&] {
             const std::uint32_t last = trace_.endEvent[e];
-            return last < decoded_ ? trace_.time[last] : 0;
+            if (last >= decoded_) return std::int64_t{0};
+            return trace_.time[last] ? trace_.time[last] : host::kEndAtZero;
         });
     }
     HRESULT KVX_CALL GetEventTipText(std::uint32_t e, BSTR* text) override {

@@ -29,9 +29,6 @@ class ChartSearch {
             const std::uint32_t line = columns.lineOfContext[c];
             if (line < columns.contextCount) contextOfLine_[line] = c;
         }
-        const auto zero = std::equal_range(columns.time, columns.time + columns.eventCount, 0);
-        zeroBegin_ = static_cast<std::uint32_t>(zero.first - columns.time);
-        zeroEnd_ = static_cast<std::uint32_t>(zero.second - columns.time);
     }
 
     void States() {
@@ -95,32 +92,23 @@ class ChartSearch {
         return std::min(geometry_.X(end == 0.0 ? geometry_.traceEnd : end), geometry_.right);
     }
 
-    // An interval that ends at time 0 counts as open, although others follow it.
-    bool IsOverlapping(std::uint32_t event) const {
-        const std::uint32_t last = columns_.endEvent[event];
-        return last >= zeroBegin_ && last < zeroEnd_;
-    }
-
     // The intervals from position first on that paint a column, in order. Intervals do not overlap,
     // so a column belongs to the last one that begins at or before it, or to none; and one that
     // began at a column further left has been found there.
     std::vector<Bar> Bars(const host::EventList& list, std::uint32_t first) const {
-        std::vector<Bar> bars = OverlappingBars(list, first);
-        const bool sorted = bars.empty();
+        std::vector<Bar> bars;
         const std::vector<std::uint32_t> begun = LastBegun(list, first);
         for (int x = geometry_.left; x < geometry_.right; ++x) {
             const std::uint32_t event = begun[static_cast<std::size_t>(x - geometry_.left)];
             if (event == kNoEvent) continue;
             const bool begins = event >= pixels_.First(x) || x == geometry_.left;
             const bool ends = columns_.endEvent[event] < pixels_.Beyond(x);
-            if (!begins || ends || IsOverlapping(event)) continue;
+            if (!begins || ends) continue;
             const int end = EndColumn(event, x);
             if (end <= x) continue;
             bars.push_back({0, x, end, event});
             x = end - 1;
         }
-        const auto byEvent = [](const Bar& a, const Bar& b) { return a.event < b.event; };
-        if (!sorted) std::sort(bars.begin(), bars.end(), byEvent);
         return bars;
     }
 
@@ -136,21 +124,6 @@ class ChartSearch {
             if (count > first) __builtin_prefetch(columns_.endEvent + begun.back());
         }
         return begun;
-    }
-
-    std::vector<Bar> OverlappingBars(const host::EventList& list, std::uint32_t first) const {
-        std::vector<Bar> bars;
-        const std::uint32_t* const end = list.events + list.count;
-        auto at = std::lower_bound(list.events, end, zeroBegin_);
-        // The one that begins before time 0 may end there.
-        if (at != list.events) --at;
-        at = std::max(at, list.events + std::min(first, list.count));
-        for (; at != end && *at < std::min(zeroEnd_, pixels_.Beyond(geometry_.right)); ++at) {
-            const int x1 = std::max(geometry_.X(events_.Time(*at)), geometry_.left);
-            const int x2 = std::min(geometry_.X(geometry_.traceEnd), geometry_.right);
-            if (IsOverlapping(*at) && x1 < x2) bars.push_back({0, x1, x2, *at});
-        }
-        return bars;
     }
 
     void Switches(std::uint32_t from) {
@@ -206,8 +179,6 @@ class ChartSearch {
     ChartItems& items_;
     PixelColumns pixels_;
     std::vector<std::uint32_t> contextOfLine_;
-    std::uint32_t zeroBegin_ = 0;  // the events at time 0
-    std::uint32_t zeroEnd_ = 0;
 };
 
 }  // namespace

@@ -42,7 +42,9 @@ constexpr KeyBinding kBindings[] = {
 
 }  // namespace
 
-std::span<const KeyBinding> KeyBindings() { return kBindings; }
+std::span<const KeyBinding> KeyBindings() {
+    return kBindings;
+}
 
 std::optional<KeyAction> FindKeyAction(UINT key, bool control, bool shift) {
     for (const KeyBinding& each : kBindings) {

@@ -1,6 +1,6 @@
 #pragma once
-// The keys of the OS Trace window, in one table: the view acts on it, and the key sheet and the help
-// page are made from it.
+// The keys of the OS Trace window, in one table: the view acts on it, and the key sheet and the
+// help page are made from it.
 
 #include <optional>
 #include <span>
@@ -33,10 +33,10 @@ enum class KeyAction {
 };
 
 struct KeyBinding {
-    UINT key = 0;            // virtual-key code; 0: by character
-    char character = 0;      // 0: by key
+    UINT key = 0;        // virtual-key code; 0: by character
+    char character = 0;  // 0: by key
     bool control = false;
-    bool shift = false;      // by key only: a character needs the Shift that makes it
+    bool shift = false;  // by key only: a character needs the Shift that makes it
     KeyAction action = KeyAction::kPageUp;
     const char* keyText = "";
     const char* meaning = "";

@@ -148,8 +148,9 @@ HRESULT TraceService::GetEventTime(std::uint32_t event, std::int64_t* time) {
 HRESULT TraceService::GetEventEndTime(std::uint32_t event, std::int64_t* time) {
     return WithEvent(session_.get(), event, time, [&](const EventStore& events) {
         const bool open =
-            events.Kind(event) == kEventSysCall || events.EndEvent(event) == host::kOpenEnd;
+            events.Kind(event) == kEventSysCall || events.EndEvent(event) >= events.Count();
         *time = open ? 0 : events.Time(events.EndEvent(event));
+        if (!open && *time == 0) *time = host::kEndAtZero;
     });
 }
 
