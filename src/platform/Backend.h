@@ -94,8 +94,6 @@ class IWindows {
     // Of this module: the sink hears OnWindowGone, and so do those of the children. Safe inside any
     // of the window's own messages.
     virtual void Destroy(HWND window) = 0;
-    // Every message of the window goes to that sink from now on. Of this module.
-    virtual void SetSink(HWND window, IWindowSink* sink) = 0;
     virtual bool Exists(HWND window) const = 0;
 
     // Hands a message to a window of another module; 0 when that does not know the messages.
@@ -194,7 +192,6 @@ class ITextEngine {
   public:
     virtual ~ITextEngine() = default;
     virtual TEXTMETRIC Metrics(const LOGFONT& font) = 0;
-    virtual SIZE Extent(const LOGFONT& font, std::string_view utf8) = 0;
     virtual TextMask Render(const LOGFONT& font, std::string_view utf8) = 0;
 };
 

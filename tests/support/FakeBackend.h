@@ -70,7 +70,6 @@ class FakeWindows final : public IWindows {
             std::erase(At(parent).children, window);
         windows_.erase(window);
     }
-    void SetSink(HWND window, IWindowSink* sink) override { At(window).sink = sink; }
     bool Exists(HWND window) const override { return windows_.contains(window); }
     LRESULT Send(HWND, UINT, WPARAM, LPARAM) override { return 0; }
     void Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override {
@@ -203,12 +202,9 @@ class FakeText final : public ITextEngine {
         metrics.tmAveCharWidth = metrics.tmMaxCharWidth = 8;
         return metrics;
     }
-    SIZE Extent(const LOGFONT&, std::string_view utf8) override {
-        return {static_cast<int>(utf8.size()) * 8, 16};
-    }
-    TextMask Render(const LOGFONT& font, std::string_view utf8) override {
+    TextMask Render(const LOGFONT&, std::string_view utf8) override {
         TextMask mask;
-        mask.extent = mask.size = Extent(font, utf8);
+        mask.extent = mask.size = {static_cast<int>(utf8.size()) * 8, 16};
         mask.coverage.assign(static_cast<std::size_t>(mask.size.cx * mask.size.cy), 255);
         return mask;
     }

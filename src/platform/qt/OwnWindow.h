@@ -19,7 +19,6 @@ class OwnWindow {
     // Null when the widget is not this module's.
     static OwnWindow* Of(const QWidget* widget);
 
-    void SetSink(IWindowSink* sink) { sink_ = sink; }
     IWindowSink* Sink() const { return sink_; }
     // Tells the sink that the window goes, once. Derived destructors call it first.
     void Detach();

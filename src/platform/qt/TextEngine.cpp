@@ -1,6 +1,5 @@
 #include "platform/qt/TextEngine.h"
 
-#include <QFontMetrics>
 #include <QImage>
 #include <QPainter>
 #include <algorithm>
@@ -13,6 +12,7 @@ namespace {
 
 constexpr int kDefaultPixels = 11;
 constexpr int kTrialPixels = 100;
+constexpr std::size_t kMaxFonts = 16;
 constexpr int kOverhang = 4;  // glyphs may reach out of their cell
 
 QStringList FacesFor(const CString& face) {
@@ -52,9 +52,19 @@ QFont RealFont(const LOGFONT& font) {
     return real;
 }
 
-TEXTMETRIC QtTextEngine::Metrics(const LOGFONT& font) {
+const QtTextEngine::KnownFont& QtTextEngine::Known(const LOGFONT& font) {
+    const auto found = std::ranges::find(known_, font, &KnownFont::font);
+    if (found != known_.end()) {
+        known_.splice(known_.begin(), known_, found);
+        return known_.front();
+    }
+    if (known_.size() >= kMaxFonts) known_.pop_back();
     const QFont real = RealFont(font);
-    const QFontMetrics metrics(real);
+    return known_.emplace_front(KnownFont{font, real, QFontMetrics(real)});
+}
+
+TEXTMETRIC QtTextEngine::Metrics(const LOGFONT& font) {
+    const auto& [name, real, metrics] = Known(font);
     TEXTMETRIC result;
     result.tmAscent = metrics.ascent();
     result.tmDescent = metrics.descent();
@@ -66,14 +76,8 @@ TEXTMETRIC QtTextEngine::Metrics(const LOGFONT& font) {
     return result;
 }
 
-SIZE QtTextEngine::Extent(const LOGFONT& font, std::string_view utf8) {
-    const QFontMetrics metrics(RealFont(font));
-    return {metrics.horizontalAdvance(ToQString(utf8)), metrics.ascent() + metrics.descent()};
-}
-
 TextMask QtTextEngine::Render(const LOGFONT& font, std::string_view utf8) {
-    const QFont real = RealFont(font);
-    const QFontMetrics metrics(real);
+    const auto& [name, real, metrics] = Known(font);
     const QString text = ToQString(utf8);
     TextMask mask;
     mask.extent = {metrics.horizontalAdvance(text), metrics.ascent() + metrics.descent()};

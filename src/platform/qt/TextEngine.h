@@ -2,6 +2,8 @@
 // Fonts and text of the toolkit.
 
 #include <QFont>
+#include <QFontMetrics>
+#include <list>
 
 #include "platform/Backend.h"
 
@@ -14,8 +16,17 @@ QFont RealFont(const LOGFONT& font);
 class QtTextEngine final : public ITextEngine {
   public:
     TEXTMETRIC Metrics(const LOGFONT& font) override;
-    SIZE Extent(const LOGFONT& font, std::string_view utf8) override;
     TextMask Render(const LOGFONT& font, std::string_view utf8) override;
+
+  private:
+    // Finding the installed font takes longer than drawing a text with it.
+    struct KnownFont {
+        LOGFONT font;
+        QFont real;
+        QFontMetrics metrics;
+    };
+    const KnownFont& Known(const LOGFONT& font);
+    std::list<KnownFont> known_;  // the latest first
 };
 
 }  // namespace kvx::qt

@@ -90,10 +90,6 @@ void QtWindows::Delete(QWidget* widget) {
     doomed_.emplace_back(widget);
 }
 
-void QtWindows::SetSink(HWND window, IWindowSink* sink) {
-    if (OwnWindow* own = OwnWindow::Of(ToWidget(window))) own->SetSink(sink);
-}
-
 bool QtWindows::Exists(HWND window) const {
     if (!window) return false;
     QWidget* const widget = ToWidget(window);

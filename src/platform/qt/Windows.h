@@ -16,7 +16,6 @@ class QtWindows final : public IWindows {
 
     HWND Create(const WindowRequest& request, IWindowSink* sink) override;
     void Destroy(HWND window) override;
-    void SetSink(HWND window, IWindowSink* sink) override;
     bool Exists(HWND window) const override;
     LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
     void Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
