@@ -112,7 +112,8 @@ TEST_F(Analyze, CountsRunsThatEndAtTimeZeroOnce) {
         << "[0] dispatch to task 1.\n[0] dispatch to task 2.\n"
            "[0] dispatch to task 3.\n[60] dispatch to task 2.\n[80] dispatch to task 3.\n";
     std::map<int, double> ratios;
-    for (const auto& row : Json({log})["run_time"])
+    const auto all = Json({log});
+    for (const auto& row : all["run_time"])
         if (row["num"] > 0) ratios[row["number"]] = row["ratio"];
     EXPECT_EQ(ratios, (std::map<int, double>{{2, 0.25}, {3, 0.75}}));
 }
