@@ -20,31 +20,31 @@ constexpr const char* kTwoTasks = R"({"TimeScale":"us","Resources":{
   "TIMER":{"Type":"InterruptHandler","Attributes":{"id":5,"state":"DORMANT"}}}})";
 
 TEST(Decoder, ATaskWaitsIsReleasedByAHandlerAndPreemptsAnother) {
-    EXPECT_THAT(EventsOfLog("[100] dispatch to task 1.\n"
-                            "[110] enter to act_tsk tskid=2.\n"
-                            "[120] task 2 becomes RUNNABLE.\n"
-                            "[130] leave from act_tsk ercd=0.\n"
-                            "[140] enter to twai_sem semid=3. tmout=10.\n"
-                            "[150] task 1 becomes WAITING.\n"
-                            "[160] dispatch from task 1.\n"
-                            "[170] dispatch to task 2.\n"
-                            "[180] enter to int handler 5.\n"
-                            "[190] enter to isig_sem semid=3.\n"
-                            "[200] task 1 becomes RUNNABLE.\n"
-                            "[210] leave from isig_sem ercd=0.\n"
-                            "[220] leave from int handler 5.\n"
-                            "[230] dispatch from task 2.\n"
-                            "[240] dispatch to task 1.\n"
-                            "[250] leave from twai_sem ercd=-50.\n",
-                            kTwoTasks),
-                ElementsAre("100 state WORK: DMT",  //
-                            "100 run Idle: MAIN", "110 call MAIN: act_tsk(tskid=2) -> ercd=0",
-                            "120 state WORK: RDY",
-                            "140 call MAIN: twai_sem(semid=3, tmout=10) -> ercd=-50",
-                            "150 state MAIN: WAI (SEM)", "160 run MAIN: Idle", "170 run Idle: WORK",
-                            "180 run WORK: TIMER", "190 call TIMER: isig_sem(semid=3) -> ercd=0",
-                            "200 state MAIN: RDY", "220 run TIMER: WORK", "230 run WORK: Idle",
-                            "230 state WORK: RDY", "240 run Idle: MAIN"));
+    EXPECT_THAT(
+        EventsOfLog("[100] dispatch to task 1.\n"
+                    "[110] enter to act_tsk tskid=2.\n"
+                    "[120] task 2 becomes RUNNABLE.\n"
+                    "[130] leave from act_tsk ercd=0.\n"
+                    "[140] enter to twai_sem semid=3. tmout=10.\n"
+                    "[150] task 1 becomes WAITING.\n"
+                    "[160] dispatch from task 1.\n"
+                    "[170] dispatch to task 2.\n"
+                    "[180] enter to int handler 5.\n"
+                    "[190] enter to isig_sem semid=3.\n"
+                    "[200] task 1 becomes RUNNABLE.\n"
+                    "[210] leave from isig_sem ercd=0.\n"
+                    "[220] leave from int handler 5.\n"
+                    "[230] dispatch from task 2.\n"
+                    "[240] dispatch to task 1.\n"
+                    "[250] leave from twai_sem ercd=-50.\n",
+                    kTwoTasks),
+        ElementsAre("100 state WORK: DMT",  //
+                    "100 run Idle: MAIN", "110 call MAIN: act_tsk(tskid=2) -> ercd=0",
+                    "120 state WORK: RDY", "140 call MAIN: twai_sem(semid=3, tmout=10) -> ercd=-50",
+                    "150 state MAIN: WAI (SEM)", "160 run MAIN: Idle", "170 run Idle: WORK",
+                    "180 run WORK: TIMER", "190 call TIMER: isig_sem(semid=3) -> ercd=0",
+                    "200 state MAIN: RDY", "220 run TIMER: WORK", "230 run WORK: Idle",
+                    "230 state WORK: RDY", "240 run Idle: MAIN"));
 }
 
 TEST(Decoder, WithoutResourcesTheStartIsUnknownAndNamesAreMade) {
@@ -55,23 +55,24 @@ TEST(Decoder, WithoutResourcesTheStartIsUnknownAndNamesAreMade) {
 }
 
 TEST(Decoder, ALaterRecordTellsWhatRanAtTheStart) {
-    EXPECT_THAT(EventsOfLog("[1] enter to slp_tsk.\n[2] enter to int handler 3.\n"
-                            "[3] leave from int handler 3.\n[4] dispatch from task 2.\n"),
-                ElementsAre("1 call task 2: slp_tsk()", "2 run task 2: int handler 3",
-                            "3 run int handler 3: task 2", "4 run task 2: Idle",
-                            "4 state task 2: RDY"));
+    EXPECT_THAT(
+        EventsOfLog("[1] enter to slp_tsk.\n[2] enter to int handler 3.\n"
+                    "[3] leave from int handler 3.\n[4] dispatch from task 2.\n"),
+        ElementsAre("1 call task 2: slp_tsk()", "2 run task 2: int handler 3",
+                    "3 run int handler 3: task 2", "4 run task 2: Idle", "4 state task 2: RDY"));
 }
 
 TEST(Decoder, TheCauseOfAWaitIsTheInnermostOpenCall) {
     const std::pair<const char*, const char*> kCauses[] = {
-        {"slp_tsk", "SLP"},  {"tslp_tsk", "SLP"}, {"dly_tsk", "DLY"},   {"wai_flg", "FLG"},
-        {"twai_flg", "FLG"}, {"wai_sem", "SEM"},  {"rcv_mbx", "MBX"},   {"trcv_mbx", "MBX"},
+        {"slp_tsk", "SLP"},  {"tslp_tsk", "SLP"}, {"dly_tsk", "DLY"},          {"wai_flg", "FLG"},
+        {"twai_flg", "FLG"}, {"wai_sem", "SEM"},  {"rcv_mbx", "MBX"},          {"trcv_mbx", "MBX"},
         {"snd_dtq", "DTQ"},  {"trcv_dtq", "DTQ"}, {"vsnd_dtq", "VSDTQ,VRDTQ"}, {"get_mpf", "MPF"},
-        {"tget_mpf", "MPF"}, {"snd_mbf", "MBF"},  {"trcv_mbf", "MBF"},  {"loc_mtx", "MTX"},
+        {"tget_mpf", "MPF"}, {"snd_mbf", "MBF"},  {"trcv_mbf", "MBF"},         {"loc_mtx", "MTX"},
         {"tloc_mtx", "MTX"}, {"get_mpl", "MPL"},  {"tget_mpl", "MPL"}};
     for (const auto& [call, cause] : kCauses) {
-        const auto log = std::string("[1] dispatch to task 1.\n[2] enter to wup_tsk tskid=2.\n"
-                                     "[3] leave from wup_tsk ercd=0.\n[4] enter to ") +
+        const auto log = std::string(
+                             "[1] dispatch to task 1.\n[2] enter to wup_tsk tskid=2.\n"
+                             "[3] leave from wup_tsk ercd=0.\n[4] enter to ") +
                          call + " id=1.\n[5] task 1 becomes WAITING.\n[6] dispatch from task 1.\n";
         EXPECT_THAT(EventsOfLog(log), Contains(std::string("5 state task 1: WAI (") + cause + ")"));
         EXPECT_THAT(LossesOfLog(log, true), IsEmpty()) << call;
@@ -81,7 +82,8 @@ TEST(Decoder, TheCauseOfAWaitIsTheInnermostOpenCall) {
 TEST(Decoder, AWaitWithoutAnOpenCallIsCountedAndSaidSo) {
     const TempFolder folder;
     const auto trace = Show(folder.Write(
-        "x.log", "[1] dispatch to task 1.\n[2] task 1 becomes WAITING.\n[3] dispatch from task 1.\n"));
+        "x.log",
+        "[1] dispatch to task 1.\n[2] task 1 becomes WAITING.\n[3] dispatch from task 1.\n"));
     EXPECT_THAT(CountersOf(trace->Summarize().losses, true), ElementsAre("wait_cause_unknown 1"));
     Bstr tip;
     ASSERT_EQ(trace->GetEventTipText(1, tip.Receive()), S_OK);
@@ -89,25 +91,27 @@ TEST(Decoder, AWaitWithoutAnOpenCallIsCountedAndSaidSo) {
 }
 
 TEST(Decoder, SuspensionLiesOverTheState) {
-    EXPECT_THAT(EventsOfLog("[1] dispatch to task 1.\n"
-                            "[2] task 2 becomes RUNNABLE.\n[3] task 2 becomes SUSPENDED.\n"
-                            "[4] task 2 becomes RUNNABLE.\n"
-                            "[5] enter to dly_tsk dlytim=9.\n[6] task 1 becomes WAITING.\n"
-                            "[7] dispatch from task 1.\n[8] dispatch to task 2.\n"
-                            "[9] task 1 becomes WAITING-SUSPENDED.\n[10] task 1 becomes WAITING.\n"
-                            "[11] task 1 becomes WAITING-SUSPENDED.\n[12] task 1 becomes SUSPENDED.\n"),
-                ElementsAre("1 run Unknown: task 1", "2 state task 2: RDY", "3 state task 2: RDY+SUS",
-                            "4 state task 2: RDY", "5 call task 1: dly_tsk(dlytim=9)",
-                            "6 state task 1: WAI (DLY)", "7 run task 1: Idle", "8 run Idle: task 2",
-                            "9 state task 1: WAI (DLY)+SUS", "10 state task 1: WAI (DLY)",
-                            "11 state task 1: WAI (DLY)+SUS", "12 state task 1: RDY+SUS"));
+    EXPECT_THAT(
+        EventsOfLog("[1] dispatch to task 1.\n"
+                    "[2] task 2 becomes RUNNABLE.\n[3] task 2 becomes SUSPENDED.\n"
+                    "[4] task 2 becomes RUNNABLE.\n"
+                    "[5] enter to dly_tsk dlytim=9.\n[6] task 1 becomes WAITING.\n"
+                    "[7] dispatch from task 1.\n[8] dispatch to task 2.\n"
+                    "[9] task 1 becomes WAITING-SUSPENDED.\n[10] task 1 becomes WAITING.\n"
+                    "[11] task 1 becomes WAITING-SUSPENDED.\n[12] task 1 becomes SUSPENDED.\n"),
+        ElementsAre("1 run Unknown: task 1", "2 state task 2: RDY", "3 state task 2: RDY+SUS",
+                    "4 state task 2: RDY", "5 call task 1: dly_tsk(dlytim=9)",
+                    "6 state task 1: WAI (DLY)", "7 run task 1: Idle", "8 run Idle: task 2",
+                    "9 state task 1: WAI (DLY)+SUS", "10 state task 1: WAI (DLY)",
+                    "11 state task 1: WAI (DLY)+SUS", "12 state task 1: RDY+SUS"));
 }
 
 TEST(Decoder, AKernelThatDoesNotLogDispatchesFromATaskStillGoesIdle) {
     // Another task follows at once: the task keeps the processor until then.
-    EXPECT_THAT(EventsOfLog("[1] dispatch to task 1.\n[5] task 1 becomes WAITING.\n"
-                            "[6] a comment\n[7] dispatch to task 2.\n"),
-                ElementsAre("1 run Unknown: task 1", "5 state task 1: WAI (SLP)", "7 run task 1: task 2"));
+    EXPECT_THAT(
+        EventsOfLog("[1] dispatch to task 1.\n[5] task 1 becomes WAITING.\n"
+                    "[6] a comment\n[7] dispatch to task 2.\n"),
+        ElementsAre("1 run Unknown: task 1", "5 state task 1: WAI (SLP)", "7 run task 1: task 2"));
     // Something else follows: nothing has run in between.
     EXPECT_THAT(EventsOfLog("[1] dispatch to task 1.\n[5] task 1 becomes DORMANT.\n"
                             "[9] enter to int handler 2.\n[10] leave from int handler 2.\n"),
@@ -188,8 +192,8 @@ TEST(Decoder, OneProcessorIsShownWithTheTasksThatAreOnIt) {
         "[99]:[2]: leave from mig_tsk ercd=0.\n";
     EXPECT_THAT(EventsOfLog(log, kTwoProcessors, 1),
                 ElementsAre("10 run Unknown: A", "30 call A: act_tsk(tskid=2)",
-                            "70 call A: mig_tsk(tskid=0, prcid=2) -> ercd=0", "80 state A: DMT+PAUSE",
-                            "90 run A: Idle"));
+                            "70 call A: mig_tsk(tskid=0, prcid=2) -> ercd=0",
+                            "80 state A: DMT+PAUSE", "90 run A: Idle"));
     EXPECT_THAT(EventsOfLog(log, kTwoProcessors, 2),
                 ElementsAre("20 state B: DMT", "20 run Unknown: TIMER2", "40 state B: RDY",
                             "50 run TIMER2: Unknown", "60 run Unknown: B", "90 state A: RDY",
@@ -216,15 +220,17 @@ TEST(Decoder, TipsTellWhoWhatAndHowLong) {
         const auto lines = Events(*trace);
         const auto at = std::ranges::find(lines, line) - lines.begin();
         Bstr tip;
-        EXPECT_EQ(trace->GetEventTipText(static_cast<std::uint32_t>(at), tip.Receive()), S_OK) << line;
+        EXPECT_EQ(trace->GetEventTipText(static_cast<std::uint32_t>(at), tip.Receive()), S_OK)
+            << line;
         return tip.Utf8();
     };
     EXPECT_EQ(tipOf("150 state MAIN: WAI (SEM)"),
               "MAIN (task 1): WAI (SEM)\nWaits in: wai_sem(semid=3)\nSince: 00:00:00.000.150\n"
               "Until: 00:00:00.001.200\nFor: 00:00:00.001.050");
-    EXPECT_EQ(tipOf("1200 state MAIN: RDY"),
-              "MAIN (task 1): RDY\nMade ready by: TIMER (handler 5) in isig_sem(semid=3) -> ercd=0\n"
-              "Since: 00:00:00.001.200\nUntil: 00:00:00.001.230\nFor: 00:00:00.000.030");
+    EXPECT_EQ(
+        tipOf("1200 state MAIN: RDY"),
+        "MAIN (task 1): RDY\nMade ready by: TIMER (handler 5) in isig_sem(semid=3) -> ercd=0\n"
+        "Since: 00:00:00.001.200\nUntil: 00:00:00.001.230\nFor: 00:00:00.000.030");
     EXPECT_EQ(tipOf("140 call MAIN: wai_sem(semid=3) -> ercd=0"),
               "wai_sem\nIssued by: MAIN (task 1)\nParameters: semid=3\nAt: 00:00:00.000.140\n"
               "Return: ercd=0\nReturned at: 00:00:00.001.240\nTook: 00:00:00.001.100");
@@ -235,9 +241,10 @@ TEST(Decoder, TipsTellWhoWhatAndHowLong) {
 
 TEST(Decoder, AskedForPiecemealOrAgainNothingIsDecodedTwice) {
     const TempFolder folder;
-    const auto trace = Show(folder.Write("x.log",
-                                         "[1] dispatch to task 1.\n[2] enter to slp_tsk.\n"
-                                         "[3] task 1 becomes WAITING.\n[4] dispatch from task 1.\n"));
+    const auto trace =
+        Show(folder.Write("x.log",
+                          "[1] dispatch to task 1.\n[2] enter to slp_tsk.\n"
+                          "[3] task 1 becomes WAITING.\n[4] dispatch from task 1.\n"));
     std::int64_t a = 0;
     std::int64_t b = 0;
     std::int64_t c = 0;

@@ -239,12 +239,16 @@ void Decoder::OnReturn(Processor& on, const Record& record) {
     if (call->event != host::kOpenEnd) writer_.Return(call->event);
 }
 
+// A running task that moves away leaves the processor idle, unless the file says what follows.
 void Decoder::OnMigrate(const Record& record) {
     if (record.subject.kind != ContextKind::Task || record.subject.id == 0) return;
     Task& task = TaskOf(record.subject, record.target);
     if (task.processor == record.target) return;
+    Processor& from = ProcessorOf(task.processor);
     tasks_.MoveTo(task, record.target);
     if (tasks_.IsShown(task)) tasks_.Show(task);
+    const bool ran = from.Occupant() == &task && from.handlers.empty();
+    if (ran && !DispatchFollows(from, task)) OnDispatchTo(from, {ContextKind::Task, 0});
 }
 
 void Decoder::ApplyInferredReady() {

@@ -180,11 +180,11 @@ std::string ParseDetail(std::string_view message) {
 bool IsComplete(std::string_view message) {
     constexpr std::array<std::string_view, 4> kBeginnings = {"enter to ", "leave from ",
                                                              "dispatch ", "task "};
-    for (const auto beginning : kBeginnings)
+    for (const auto beginning : kBeginnings) {
         if (beginning.starts_with(message)) return false;
-    Record record;
-    ParseMessage(message, record);
-    return record.kind == RecordKind::Comment || message.ends_with('.');
+        if (message.starts_with(beginning)) return message.ends_with('.');
+    }
+    return true;
 }
 
 bool ReturnStaysBehindCall(std::string_view line, std::string_view before) {

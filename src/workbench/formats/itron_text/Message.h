@@ -16,8 +16,8 @@ void ParseMessage(std::string_view message, service::Record& record);
 // Parameters or returned values of a call's message as "name=value, name=value".
 std::string ParseDetail(std::string_view message);
 
-// Whether the message is of a kind that ends in a full stop or a value, so that a line that the end
-// of the file cuts can be told from one that just lacks its line end.
+// False: the message may be the beginning of a longer one of the kernel's, which end in a full
+// stop.
 bool IsComplete(std::string_view message);
 
 // For LineRules: the return of a call stays behind the call.
