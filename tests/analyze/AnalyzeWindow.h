@@ -131,6 +131,12 @@ class AnalyzeWindow : public ComponentWindow {
     std::vector<std::string> Texts(const int (&widths)[N], std::size_t column) const {
         return TextsAt(RightEdge(widths, column) - widths[column] * charWidth);
     }
+    static std::string Front(const std::vector<std::string>& texts) {
+        return texts.empty() ? "(none)" : texts.front();
+    }
+    static std::string Back(const std::vector<std::string>& texts) {
+        return texts.empty() ? "(none)" : texts.back();
+    }
     std::vector<std::string> Names() const { return Texts(kRunTimeWidths, 3); }
 
     int FirstRow() const { return view->GetScrollPos(SB_VERT); }

@@ -31,7 +31,7 @@ TEST_F(Modes, AreChosenByCommandsAndMarkTheSettings) {
     for (const UINT command : {ids::kRunTime, ids::kRdyToRun, ids::kSystemCall}) {
         EXPECT_TRUE(IsEnabled(command));
     }
-    EXPECT_EQ(Texts(kSysCallWidths, 0).front(), "1");
+    EXPECT_EQ(Front(Texts(kSysCallWidths, 0)), "1");
 }
 
 TEST_F(Modes, EachColumnKeepsItsOwnDirection) {
@@ -63,10 +63,10 @@ TEST_F(Modes, EachColumnKeepsItsOwnDirection) {
     Command(ids::kSystemCall);
     ClickCell(kSysCallWidths, 4, -1);
     ClickCell(kSysCallWidths, 4, -1);
-    EXPECT_EQ(Texts(kSysCallWidths, 0).front(), "50");
+    EXPECT_EQ(Front(Texts(kSysCallWidths, 0)), "50");
     // A rebuild keeps the order of all three.
     data.markers.Rebuild(nullptr, true);
-    EXPECT_EQ(Texts(kSysCallWidths, 0).front(), "50");
+    EXPECT_EQ(Front(Texts(kSysCallWidths, 0)), "50");
     Command(ids::kRunTime);
     EXPECT_EQ(Names(), ascending);
 }

@@ -114,6 +114,20 @@ TEST_F(Mouse, MaxAndMinVisitTheirEventsInTurn) {
     EXPECT_EQ(Indicator(), 300.0);
 }
 
+TEST_F(Mouse, CellsAreWhereTheyAreSeen) {
+    OpenTrace(AnalyzeTrace(3));
+    OpenWindow(600, 200);
+    view->SendMessage(WM_HSCROLL, MakeScroll(SB_THUMBTRACK, 40));
+    const int shift = 40 * charWidth;
+    const CPoint min = Cell(kRunTimeWidths, kMin, kLoggerLine);
+    const CPoint avg = Cell(kRunTimeWidths, CRunTimeAnalysis::Avg, kLoggerLine);
+    Click(*view, {min.x - shift, min.y});
+    EXPECT_EQ(Indicator(), 140.0);
+    data.markers.SetMarker(nullptr, kMarkerIndicator, 0);
+    Click(*view, {avg.x - shift, avg.y});
+    EXPECT_EQ(Indicator(), 100.0);
+}
+
 TEST_F(Mouse, ASystemCallIsGoneToByItsRow) {
     OpenTrace(AnalyzeTrace(50));
     OpenWindow();

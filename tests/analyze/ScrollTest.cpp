@@ -23,13 +23,13 @@ TEST_F(Scroll, RowsByKeysBarAndWheel) {
     EXPECT_EQ(FirstRow(), 1);
     Key(VK_NEXT);
     EXPECT_EQ(FirstRow(), 12);
-    EXPECT_EQ(Texts(kSysCallWidths, 0).front(), "13");
+    EXPECT_EQ(Front(Texts(kSysCallWidths, 0)), "13");
     EXPECT_EQ(Texts(kSysCallWidths, 0).size(), 11u);  // one more than those that fit
     Key(VK_PRIOR);
     EXPECT_EQ(FirstRow(), 1);
     Key(VK_END);
     EXPECT_EQ(FirstRow(), 90);
-    EXPECT_EQ(Texts(kSysCallWidths, 0).back(), "100");
+    EXPECT_EQ(Back(Texts(kSysCallWidths, 0)), "100");
     Key(VK_DOWN);
     EXPECT_EQ(FirstRow(), 90);
     Key(VK_HOME);
@@ -100,7 +100,7 @@ TEST_F(Scroll, ColumnsByCharacters) {
     view->GetScrollInfo(SB_HORZ, &info);
     const int maximum = (total - client) / charWidth + 1;
     EXPECT_EQ(info.nMax, maximum);
-    EXPECT_EQ(Names().front(), "timer");
+    EXPECT_EQ(Front(Names()), "timer");
 
     const auto position = [&] { return view->GetScrollPos(SB_HORZ); };
     Key(VK_RIGHT);
@@ -108,7 +108,7 @@ TEST_F(Scroll, ColumnsByCharacters) {
     Key(VK_LEFT);
     EXPECT_EQ(position(), 1);
     const int left = RightEdge(kRunTimeWidths, 2);
-    EXPECT_EQ(TextsAt(left - charWidth).front(), "timer");
+    EXPECT_EQ(Front(TextsAt(left - charWidth)), "timer");
     view->SendMessage(WM_HSCROLL, MakeScroll(SB_PAGERIGHT, 0));
     EXPECT_EQ(position(), 1 + client / charWidth);
     view->SendMessage(WM_HSCROLL, MakeScroll(SB_PAGELEFT, 0));
@@ -138,14 +138,16 @@ TEST_F(Scroll, PositionFitsTheTableAndTheWindow) {
     Resize(900, 200);
     EXPECT_LT(view->GetScrollPos(SB_HORZ), far);
     EXPECT_GT(view->GetScrollPos(SB_HORZ), 0);
+    const int shift = view->GetScrollPos(SB_HORZ) * charWidth;
+    EXPECT_EQ(Front(TextsAt(RightEdge(kRunTimeWidths, 2) - shift)), "timer");
     Resize(2000, 200);
     EXPECT_FALSE(IsBarShown(WS_HSCROLL));
-    EXPECT_EQ(Names().front(), "timer");
+    EXPECT_EQ(Front(Names()), "timer");
     Resize(600, 200);
     view->SendMessage(WM_HSCROLL, MakeScroll(SB_RIGHT, 0));
     Command(ids::kSystemCall);
     EXPECT_EQ(view->GetScrollPos(SB_HORZ), 0);
-    EXPECT_EQ(Texts(kSysCallWidths, 0).front(), "1");
+    EXPECT_EQ(Front(Texts(kSysCallWidths, 0)), "1");
     // Without a trace there is nothing to scroll.
     data.engine.Clear(nullptr, 1);
     EXPECT_FALSE(IsBarShown(WS_HSCROLL));

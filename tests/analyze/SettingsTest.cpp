@@ -58,7 +58,7 @@ TEST_F(Settings, NumbersAreTakenUnchecked) {
     for (const UINT command : {ids::kRunTime, ids::kRdyToRun, ids::kSystemCall}) {
         EXPECT_FALSE(IsChecked(command));
     }
-    EXPECT_EQ(TextsAt(5 * charWidth).front(), "timer");  // behind the ID, which comes first now
+    EXPECT_EQ(Front(TextsAt(5 * charWidth)), "timer");  // behind the ID, which comes first now
     view->SendMessage(WM_HSCROLL, MakeScroll(SB_RIGHT, 0));
     view->SendMessage(WM_HSCROLL, MakeScroll(SB_LEFT, 0));
     Close();
