@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <cerrno>
+#include <charconv>
+#include <limits>
 #include <memory>
 #include <system_error>
 
@@ -51,6 +53,19 @@ class TerminalProgress : public simulation::IGenerateProgress {
     int percent_ = -1;
 };
 
+// A whole number that fits, at least that large: the parser would take the nearest that fits.
+CLI::Validator WholeNumber(std::uint64_t least) {
+    const auto check = [least](const std::string& text) -> std::string {
+        std::uint64_t number = 0;
+        const char* const end = text.data() + text.size();
+        const auto [stop, error] = std::from_chars(text.data(), end, number);
+        if (error == std::errc() && stop == end && number >= least) return {};
+        return "'" + text + "' is not a whole number from " + std::to_string(least) + " to " +
+               std::to_string(std::numeric_limits<std::uint64_t>::max());
+    };
+    return CLI::Validator(check, "");
+}
+
 struct Options {
     simulation::GenerateOptions generate;
     std::string output;
@@ -84,10 +99,11 @@ void AddGenerate(CLI::App& app, const Streams& streams, int& status) {
         ->add_option("--events", options->generate.events,
                      "Events to write, one a line; the log has exactly as many lines")
         ->required()
-        ->check(CLI::PositiveNumber);
+        ->check(WholeNumber(1));
     command
         ->add_option("--seed", options->generate.seed,
                      "Start of the random numbers; the same seed gives the same bytes")
+        ->check(WholeNumber(0))
         ->capture_default_str();
     command
         ->add_option("-o,--output", options->output,

@@ -10,7 +10,7 @@ namespace kvx::simulation {
 Program DriveController::ShowStatus() {
     for (;;) {
         co_await dly_tsk(Between(21, 29));
-        const CallResult buffer = co_await get_mpl(kMplBuffer, Between(200, 480));
+        const CallResult buffer = co_await get_mpl(kMplBuffer, Between(280, 440));
         co_await ComputeFor(400, 900);
         co_await loc_mtx(kMtxI2c);
         for (std::int32_t part = 0; part < 3; ++part) {

@@ -1,5 +1,5 @@
-// The drive controller's serial line. A word of it carries four bytes; the first and the last one
-// of a frame are marked.
+// The drive controller's serial line. It interrupts when sixteen bytes have come; the words for
+// the first and the last ones of a frame are marked.
 
 #include "workbench/simulation/DriveController.h"
 #include "workbench/simulation/DriveIds.h"
@@ -12,8 +12,8 @@ namespace {
 constexpr std::int32_t kFrameStart = 0x02000000;
 constexpr std::int32_t kFrameEnd = 0x03000000;
 constexpr std::int32_t kMark = 0x7F000000;
-constexpr std::int32_t kFrameTimeout = 4;  // milliseconds
-constexpr Time kWordTime = 347;            // four bytes at 115200 bits a second
+constexpr std::int32_t kFrameTimeout = 10;  // milliseconds
+constexpr Time kBytesTime = 1389;           // sixteen bytes at 115200 bits a second
 constexpr std::int32_t kReplyText = 0x20003400;
 
 }  // namespace
@@ -42,11 +42,12 @@ Program DriveController::ExecuteCommands() {
         co_await ComputeFor(600, 1400);
         if (Once(3)) {
             co_await loc_mtx(kMtxFlash);
-            co_await ComputeFor(200, 400);
+            co_await ComputeFor(100, 200);
+            co_await dly_tsk(Between(6, 12));  // a sector is erased
             co_await unl_mtx(kMtxFlash);
         }
         co_await rel_mpf(kMpfFrame, message.value);
-        const std::int32_t size = Between(48, 112);
+        const std::int32_t size = Between(48, 96);
         const CallResult reply = co_await get_mpl(kMplBuffer, size);
         co_await ComputeFor(60, 140);
         co_await snd_mbf(kMbfReply, reply.value, size);
@@ -59,7 +60,7 @@ Program DriveController::SendReplies() {
     for (;;) {
         const CallResult reply = co_await rcv_mbf(kMbfReply, kReplyText);
         co_await ComputeFor(20, 40);
-        kernel_.RaiseAfter(kIntUartTx, reply.ercd * kWordTime / 4);
+        kernel_.RaiseAfter(kIntUartTx, reply.ercd * kBytesTime / 16);
         co_await wai_sem(kSemTxDone);
     }
 }
@@ -83,15 +84,15 @@ std::int32_t DriveController::NextUartWord() {
     std::int32_t mark = 0;
     if (wordsLeft_ == 0) {
         mark = kFrameStart;
-        wordsLeft_ = Between(5, 9);
+        wordsLeft_ = Between(3, 5);
         if (framesLeft_ == 0) framesLeft_ = Between(3, 8);
     }
     if (--wordsLeft_ == 0) {
         mark = kFrameEnd;
         --framesLeft_;
     }
-    if (mark == 0 && Once(60)) wordsLeft_ = framesLeft_ = 0;
-    Time gap = kWordTime;
+    if (mark == 0 && Once(24)) wordsLeft_ = framesLeft_ = 0;
+    Time gap = kBytesTime;
     if (wordsLeft_ == 0) gap = framesLeft_ == 0 ? Between(30000, 60000) : Between(300, 900);
     kernel_.RaiseAfter(kIntUartRx, gap);
     return mark | Between(0, 0xFFFFFF);

@@ -52,7 +52,7 @@ void DriveController::CheckDeadline(Time release) {
 }
 
 // Once in a while the inertial sensor does not answer in time.
-Program DriveController::FuseSensors() {
+Program DriveController::ReadSensors() {
     for (std::int32_t frame = 1;; ++frame) {
         co_await wai_flg(kFlgFrame, 1, TWF_ORW);
         co_await clr_flg(kFlgSensors, 0);
@@ -67,7 +67,7 @@ Program DriveController::FuseSensors() {
         co_await unl_mtx(kMtxI2c);
         co_await ComputeFor(700, 1200);
         co_await psnd_dtq(kDtqPose, Between(0, 99999));
-        if (frame % 4 == 0) co_await act_tsk(kPathPlanner);
+        if (frame % 4 == 0) co_await act_tsk(kPathPlan);
     }
 }
 

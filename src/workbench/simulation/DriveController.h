@@ -1,11 +1,11 @@
 #pragma once
 // The simulated application: the controller of an electric drive.
 //
-// MOTOR_CTRL closes the control loop every 10 ms, SENSOR_FUSION reads the sensors every 20 ms and
-// starts PATH_PLANNER, a long calculation, every fourth time. COMM_RX collects frames that a serial
+// MOTOR_CTRL closes the control loop every 10 ms, SENSORS reads the sensors every 20 ms and
+// starts PATH_PLAN, a long calculation, every fourth time. COMM_RX collects frames that a serial
 // line delivers in bursts, COMMAND works on them and COMM_TX sends the replies. DISPLAY shares a
 // bus with the sensors. LOGGER, of low priority, holds a semaphore that MOTOR_CTRL needs too: when
-// PATH_PLANNER starts at that moment, MOTOR_CTRL waits for both and misses its deadline.
+// PATH_PLAN starts at that moment, MOTOR_CTRL waits for both and misses its deadline.
 
 #include "workbench/simulation/Kernel.h"
 
@@ -39,7 +39,7 @@ class DriveController {
     // Control.
     Program Supervise();
     Program ControlMotor();
-    Program FuseSensors();
+    Program ReadSensors();
     Program PlanPath();
     void CheckDeadline(Time release);
     Program OnMotorPeriod();

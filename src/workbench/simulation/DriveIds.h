@@ -10,11 +10,11 @@ namespace kvx::simulation {
 enum TaskId : std::int32_t {
     kSupervisor = 1,
     kMotorCtrl,
-    kSensorFusion,
+    kSensors,
     kCommRx,
     kCommTx,
     kCommand,
-    kPathPlanner,
+    kPathPlan,
     kDisplay,
     kLogger,
     kSelfTest,

@@ -11,7 +11,8 @@ namespace kvx::simulation {
 namespace {
 
 constexpr std::uint64_t kLinesPerProgress = 1 << 16;
-constexpr GenerateOptions kDemonstration{.events = 2500, .seed = 1};
+// Chosen by eye; any change to the application asks for another look.
+constexpr GenerateOptions kDemonstration{.events = 1799, .seed = 12100};
 
 // Takes no notice of what is recorded.
 class NoSink : public ITraceSink {

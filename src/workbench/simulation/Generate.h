@@ -30,9 +30,9 @@ std::string GenerateLog(const GenerateOptions& options, IByteOutput& output,
 std::string GenerateFiles(const GenerateOptions& options, const std::string& path,
                           IGenerateProgress* progress = nullptr);
 
-// The built-in demonstration into path, and its resource file beside it: a fifth of a second in
-// which a motor control task misses a deadline, because it waits for a semaphore that a task of low
-// priority holds while one of medium priority keeps the processor.
+// The built-in demonstration into path, and its resource file beside it: 120 ms in which the motor
+// control task misses a deadline, because it waits for a semaphore that a task of low priority
+// holds while one of medium priority keeps the processor.
 std::string WriteDemonstration(const std::string& path);
 
 // The resource file that belongs to the log: the same name, ending in ".res".

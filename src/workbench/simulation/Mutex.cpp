@@ -30,8 +30,8 @@ void Mutex::GiveUp(Scheduler& scheduler) {
     owner_ = nullptr;
     std::erase(before.held, this);
     if (Task* const next = queue_.Front()) {
-        scheduler.Release(*next);
         Take(scheduler, *next);
+        scheduler.Release(*next);
     }
     UpdatePriority(scheduler, before);
 }
@@ -57,7 +57,8 @@ void Mutex::UpdatePriority(Scheduler& scheduler, Task& task) {
     for (const Mutex* const mutex : task.held)
         priority = std::min(priority, mutex->PriorityOfOwner());
     if (priority == task.priority) return;
-    scheduler.SetPriority(task, priority, Scheduler::Place::First);
+    const bool runs = &task == scheduler.Running();
+    scheduler.SetPriority(task, priority, runs ? Scheduler::Place::First : Scheduler::Place::Last);
     if (task.wait.mutex) UpdatePriority(scheduler, *task.wait.mutex->owner_);
 }
 
