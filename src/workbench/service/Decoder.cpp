@@ -234,8 +234,10 @@ void Decoder::OnReturn(Processor& on, const Record& record) {
     CallStack& calls = on.Calls();
     const auto call = calls.Return(record.name, names_, skipped);
     Count(on, Loss::CallsWithoutReturn, skipped);
-    if (!call)
-        return Count(on, calls.WasUsed() ? Loss::ReturnsWithoutCall : Loss::CallsBeforeStart);
+    if (!call) {
+        const bool missing = calls.WasUsed() || !on.handlers.empty();
+        return Count(on, missing ? Loss::ReturnsWithoutCall : Loss::CallsBeforeStart);
+    }
     if (call->event != host::kOpenEnd) writer_.Return(call->event);
 }
 

@@ -1,0 +1,261 @@
+// CTF traces that the tests write themselves: a Zephyr kernel without and with ready events, and
+// Linux scheduling on two processors.
+
+#include <gmock/gmock.h>
+
+#include <cstring>
+
+#include "formats/TraceFiles.h"
+
+namespace kvx::test {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr const char* kTypes =
+    "/* CTF 1.8 */\n"
+    "typealias integer { size = 8; align = 8; signed = false; } := uint8_t;\n"
+    "typealias integer { size = 32; align = 8; signed = false; } := uint32_t;\n"
+    "typealias integer { size = 32; align = 8; signed = true; } := int32_t;\n"
+    "typealias integer { size = 64; align = 8; signed = true; } := int64_t;\n"
+    "typealias integer { size = 8; align = 8; signed = false; encoding = ASCII; } := name_t;\n"
+    "typealias enum : uint32_t { MUTEX_LOCK = 35, SLEEP = 39 } := call_id;\n"
+    "trace { major = 1; minor = 8; byte_order = le; };\n";
+
+// Metadata and one stream, written field by field.
+class CtfWriter {
+  public:
+    explicit CtfWriter(const char* header) : metadata_(std::string(kTypes) + header) {}
+
+    // fields: the text of the event's structure.
+    void Declare(const char* name, int id, const char* fields) {
+        metadata_ += FormatText("event { name = \"%s\"; id = %d;", name, id);
+        if (*fields) metadata_ += FormatText(" fields := struct { %s };", fields);
+        metadata_ += " };\n";
+    }
+    template <class Number>
+    CtfWriter& Put(Number value) {
+        char bytes[sizeof(value)];
+        std::memcpy(bytes, &value, sizeof(value));
+        stream_.append(bytes, sizeof(value));
+        return *this;
+    }
+    CtfWriter& Event(std::uint32_t time, std::uint8_t id) { return Put(time).Put(id); }
+    CtfWriter& Name(std::string name) {
+        name.resize(8);
+        stream_ += name;
+        return *this;
+    }
+    std::string Write(const TempFolder& folder) const {
+        folder.Write("trace/channel0", stream_);
+        folder.Write("trace/metadata", metadata_);
+        return folder.Path("trace");
+    }
+
+  private:
+    std::string metadata_;
+    std::string stream_;
+};
+
+constexpr const char* kZephyrHeader =
+    "stream { event.header := struct { uint32_t timestamp; uint8_t id; }; };\n";
+constexpr const char* kThread = "uint32_t thread_id; name_t name[8];";
+
+// Ids as a kernel could choose them; nothing may depend on them.
+enum Id : std::uint8_t {
+    kIn = 70,
+    kOut,
+    kCreate,
+    kIsrIn,
+    kIsrOut,
+    kIdle,
+    kTake,
+    kBlock,
+    kTaken,
+    kGive,
+    kGiven,
+    kSuspend,
+    kResume,
+    kReady,
+    kPend,
+    kStart,
+    kEnd,
+    kLock,
+    kInit
+};
+constexpr std::uint32_t kMain = 0x1000, kWork = 0x2000, kRest = 0x3000, kSem = 0xABCDE;
+
+CtfWriter Zephyr() {
+    CtfWriter ctf(kZephyrHeader);
+    ctf.Declare("thread_switched_in", kIn, kThread);
+    ctf.Declare("thread_switched_out", kOut, kThread);
+    ctf.Declare("thread_create", kCreate, kThread);
+    ctf.Declare("thread_suspend", kSuspend, kThread);
+    ctf.Declare("thread_resume", kResume, kThread);
+    ctf.Declare("isr_enter", kIsrIn, "");
+    ctf.Declare("isr_exit", kIsrOut, "");
+    ctf.Declare("idle", kIdle, "");
+    return ctf;
+}
+
+CtfWriter NewZephyr() {
+    auto ctf = Zephyr();
+    ctf.Declare("semaphore_take_enter", kTake, "uint32_t id; uint32_t timeout;");
+    ctf.Declare("semaphore_take_blocking", kBlock, "uint32_t id; uint32_t timeout;");
+    ctf.Declare("semaphore_take_exit", kTaken, "uint32_t id; uint32_t timeout; int32_t ret;");
+    ctf.Declare("semaphore_give_enter", kGive, "uint32_t id;");
+    ctf.Declare("semaphore_give_exit", kGiven, "uint32_t id;");
+    ctf.Declare("semaphore_init", kInit, "uint32_t id; int32_t ret;");
+    return ctf;
+}
+
+std::vector<std::string> EventsOf(const CtfWriter& ctf, std::vector<std::string> counters = {}) {
+    const TempFolder folder;
+    const auto trace = Show(ctf.Write(folder));
+    if (!trace) return {};
+    EXPECT_THAT(CountersOf(trace->Summarize().losses, true), testing::ElementsAreArray(counters));
+    return Events(*trace);
+}
+
+TEST(Ctf, ZephyrReadyTimesFollowFromWhatReleasedTheThread) {
+    auto ctf = NewZephyr();
+    ctf.Event(10, kOut).Put(kMain).Name("main");
+    ctf.Event(10, kIn).Put(kMain).Name("main");
+    ctf.Event(20, kCreate).Put(kWork).Name("work");
+    ctf.Event(25, kInit).Put(kSem).Put(0);
+    ctf.Event(30, kOut).Put(kMain).Name("main");
+    ctf.Event(30, kIn).Put(kWork).Name("work");
+    ctf.Event(40, kTake).Put(kSem).Put(5u);
+    ctf.Event(40, kBlock).Put(kSem).Put(5u);
+    ctf.Event(41, kOut).Put(kWork).Name("work");
+    ctf.Event(41, kIn).Put(kMain).Name("main");
+    ctf.Event(50, kGive).Put(kSem);
+    ctf.Event(51, kGiven).Put(kSem);
+    // main sleeps by a call that this kernel does not record: the idle thread runs before it does
+    // again, so that it cannot have been ready.
+    ctf.Event(60, kOut).Put(kMain).Name("main");
+    ctf.Event(60, kIn).Put(kWork).Name("work");
+    ctf.Event(61, kTaken).Put(kSem).Put(5u).Put(-11);
+    ctf.Event(70, kTake).Put(kSem).Put(5u);
+    ctf.Event(70, kBlock).Put(kSem).Put(5u);
+    ctf.Event(70, kOut).Put(kWork).Name("work");
+    ctf.Event(70, kIn).Put(kRest).Name("sleepy");
+    ctf.Event(70, kIdle);
+    ctf.Event(80, kIsrIn);
+    ctf.Event(82, kIsrOut);
+    ctf.Event(83, kOut).Put(kRest).Name("sleepy");
+    ctf.Event(83, kIn).Put(kMain).Name("main");
+    ctf.Event(90, kOut).Put(kMain).Name("main");
+    ctf.Event(90, kIn).Put(kWork).Name("work");
+    EXPECT_THAT(
+        EventsOf(ctf, {"wait_cause_unknown 1", "ready_times_inferred 4"}),
+        ElementsAre("10 run main: main", "20 call main: thread_create(thread_id=0x2000, name=work)",
+                    "20 state work: RDY", "25 call main: semaphore_init(id=0xABCDE, ret=0)",
+                    "30 run main: work", "30 state main: RDY",
+                    "40 call work: semaphore_take(id=0xABCDE, timeout=5) -> ret=-11",
+                    "41 state work: WAI (SEM)", "41 run work: main",
+                    "50 call main: semaphore_give(id=0xABCDE)", "50 state work: RDY",
+                    "60 state main: WAI (SLP)", "60 run main: work",
+                    "70 call work: semaphore_take(id=0xABCDE, timeout=5)",
+                    "70 state work: WAI (SEM)", "70 run work: Idle", "80 run Idle: ISR",
+                    "80 state main: RDY", "80 state work: RDY", "82 run ISR: Idle",
+                    "83 run Idle: main", "90 run main: work", "90 state main: RDY"));
+}
+
+TEST(Ctf, ZephyrThatRecordsReadinessIsTakenAtItsWord) {
+    auto ctf = Zephyr();
+    ctf.Declare("thread_ready", kReady, kThread);
+    ctf.Declare("thread_pending", kPend, kThread);
+    ctf.Declare("start_call", kStart, "call_id id;");
+    ctf.Declare("end_call", kEnd, "call_id id;");
+    ctf.Declare("mutex_lock", kLock, "uint32_t id;");
+    ctf.Event(10, kIn).Put(kMain).Name("unknown");
+    ctf.Event(11, kLock).Put(kSem);
+    ctf.Event(12, kEnd).Put(35u);
+    ctf.Event(20, kLock).Put(kSem);
+    ctf.Event(21, kPend).Put(kMain).Name("unknown");
+    ctf.Event(22, kOut).Put(kMain).Name("unknown");
+    ctf.Event(22, kIn).Put(kWork).Name("work");
+    ctf.Event(30, kReady).Put(kMain).Name("unknown");
+    ctf.Event(31, kSuspend).Put(kMain).Name("unknown");
+    ctf.Event(32, kResume).Put(kMain).Name("unknown");
+    ctf.Event(40, kStart).Put(39u);
+    ctf.Event(41, kSuspend).Put(kWork).Name("work");  // how this kernel sleeps
+    ctf.Event(42, kOut).Put(kWork).Name("work");
+    ctf.Event(42, kIn).Put(kMain).Name("unknown");
+    ctf.Event(43, kEnd).Put(35u);
+    EXPECT_THAT(
+        EventsOf(ctf),
+        ElementsAre("10 run Unknown: thread 1000", "11 call thread 1000: mutex_lock(id=0xABCDE)",
+                    "20 call thread 1000: mutex_lock(id=0xABCDE)",
+                    "21 state thread 1000: WAI (MTX)", "22 run thread 1000: work",
+                    "30 state thread 1000: RDY", "31 state thread 1000: RDY+SUS",
+                    "32 state thread 1000: RDY", "40 call work: sleep()",
+                    "41 state work: WAI (DLY)", "42 run work: thread 1000"));
+}
+
+// Times of a day long after 1970, two processors, a task that moves.
+TEST(Ctf, LinuxIsShownOneProcessorAtATime) {
+    enum : std::uint8_t { kSwitch = 1, kWakeup, kMigrate, kIrqIn, kIrqOut, kRead, kReadDone };
+    CtfWriter ctf(
+        "clock { name = mono; freq = 1000000000; offset_s = 1700000000; };\n"
+        "typealias integer { size = 32; align = 8; signed = false; map = clock.mono.value; } := "
+        "stamp_t;\n"
+        "stream { event.header := struct { stamp_t timestamp; uint8_t id; };\n"
+        "  event.context := struct { uint32_t cpu_id; }; };\n");
+    ctf.Declare("sched_switch", kSwitch,
+                "name_t prev_comm[8]; int32_t prev_tid; int64_t prev_state; name_t next_comm[8]; "
+                "int32_t next_tid;");
+    ctf.Declare("sched_wakeup", kWakeup, "name_t comm[8]; int32_t tid; uint32_t target_cpu;");
+    ctf.Declare("sched_migrate_task", kMigrate, "name_t comm[8]; int32_t tid; int32_t dest_cpu;");
+    ctf.Declare("irq_handler_entry", kIrqIn, "int32_t irq; name_t name[8];");
+    ctf.Declare("irq_handler_exit", kIrqOut, "int32_t irq; int32_t ret;");
+    ctf.Declare("syscall_entry_read", kRead, "uint32_t fd;");
+    ctf.Declare("syscall_exit_read", kReadDone, "int64_t ret;");
+    const auto event = [&](std::uint32_t time, std::uint8_t id, std::uint32_t cpu) -> CtfWriter& {
+        return ctf.Event(time, id).Put(cpu);
+    };
+    const auto toTask = [&](std::uint32_t time, std::uint32_t cpu, const char* from,
+                            std::int32_t fromId, std::int64_t state, const char* to,
+                            std::int32_t toId) {
+        event(time, kSwitch, cpu).Name(from).Put(fromId).Put(state).Name(to).Put(toId);
+    };
+    toTask(100, 0, "swapper", 0, 0, "shell", 21);
+    event(110, kRead, 0).Put(5u);
+    event(120, kIrqIn, 0).Put(9).Name("eth0");
+    event(125, kIrqOut, 0).Put(9).Put(1);
+    toTask(130, 0, "shell", 21, 1, "swapper", 0);
+    event(140, kWakeup, 1).Name("shell").Put(21).Put(0u);
+    event(150, kMigrate, 0).Name("shell").Put(21).Put(1);
+    toTask(160, 1, "swapper", 0, 0, "shell", 21);
+    event(170, kReadDone, 1).Put(std::int64_t{512});
+    toTask(180, 1, "shell", 21, 0x40, "swapper", 0);
+    const TempFolder folder;
+    const auto trace = Show(ctf.Write(folder));
+    ASSERT_TRUE(trace);
+    EXPECT_THAT(trace->GetRecording()->Processors(), ElementsAre(0, 1));
+    EXPECT_THAT(CountersOf(trace->Summarize().losses, true), IsEmpty());
+    // Whole days are taken off the times: what is left is the time of day.
+    constexpr std::int64_t kBase = std::int64_t{1700000000 % 86400} * 1000000000;
+    EXPECT_EQ(trace->GetRecording()->FirstTime(), kBase + 100);
+    const auto relative = [&] {
+        auto lines = Events(*trace);
+        for (auto& line : lines)
+            line = FormatText("%lld", std::stoll(line) - kBase) + line.substr(line.find(' '));
+        return lines;
+    };
+    EXPECT_THAT(relative(),
+                ElementsAre("100 run Idle: shell", "110 call shell: read(fd=5) -> ret=512",
+                            "120 run shell: irq 9 eth0", "125 run irq 9 eth0: shell",
+                            "130 state shell: WAI (MBF)", "130 run shell: Idle",
+                            "140 state shell: RDY", "150 state shell: DMT+PAUSE"));
+    ASSERT_TRUE(trace->ShowProcessor(1));
+    trace->Summarize();
+    EXPECT_THAT(relative(), ElementsAre("150 state shell: RDY", "160 run Idle: shell",
+                                        "180 state shell: DMT", "180 run shell: Idle"));
+}
+
+}  // namespace
+}  // namespace kvx::test
