@@ -190,6 +190,25 @@ TEST_F(InputTest, StaticsLetTheMouseThroughUnlessTheyNotify) {
     EXPECT_TRUE(child.log.empty());
 }
 
+TEST_F(InputTest, HiddenWindowsRememberThatTheyHaveTheMouse) {
+    CWnd hidden;
+    ASSERT_TRUE(hidden.Create(WS_POPUP, {0, 0, 9, 9}, nullptr, 0));
+    hidden.SetCapture();
+    EXPECT_EQ(CWnd::GetCapture(), &hidden);
+    hidden.DestroyWindow();
+    EXPECT_EQ(CWnd::GetCapture(), nullptr);
+}
+
+TEST_F(InputTest, LeavingWhileCapturedIsSeen) {
+    child.SetCapture();
+    child.log.clear();
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(Widget(child), &leave);
+    ASSERT_EQ(child.log.size(), 1u);
+    EXPECT_TRUE(child.log[0].starts_with("move 0 -")) << child.log[0];
+    ReleaseCapture();
+}
+
 // A view deletes itself while the toolkit is still inside its mouse event.
 class Ender : public Listener {
   public:

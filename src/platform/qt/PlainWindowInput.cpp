@@ -9,6 +9,7 @@
 #include <QWheelEvent>
 #include <utility>
 
+#include "platform/Wnd.h"
 #include "platform/qt/Convert.h"
 #include "platform/qt/Desktop.h"
 #include "platform/qt/Keys.h"
@@ -113,8 +114,14 @@ void PlainWindow::ApplyCursor() {
     if (const auto cursor = std::exchange(nextCursor_, std::nullopt)) setCursor(ToQCursor(*cursor));
 }
 
+// Where the toolkit cannot bring the mouse from outside, its leaving is the last that is seen.
 void PlainWindow::leaveEvent(QEvent*) {
     Send(WM_MOUSELEAVE);
+    if (QWidget::mouseGrabber() != this) return;
+    const QPoint at = mapFromGlobal(QCursor::pos());
+    const QPoint outside = rect().contains(at) ? QPoint(-1, -1) : at;
+    Send(WM_MOUSEMOVE, MouseFlagsOf(QGuiApplication::mouseButtons(), {}),
+         PointParam(outside - ClientOrigin()));
 }
 
 // One message a notch: high-resolution wheels and touch pads send many small turns.
@@ -168,9 +175,7 @@ void PlainWindow::focusOutEvent(QFocusEvent*) {
 }
 
 void PlainWindow::hideEvent(QHideEvent*) {
-    if (QWidget::mouseGrabber() != this) return;
-    releaseMouse();
-    Send(WM_CAPTURECHANGED);
+    if (QWidget::mouseGrabber() == this) ReleaseCapture();
 }
 
 void PlainWindow::closeEvent(QCloseEvent* event) {

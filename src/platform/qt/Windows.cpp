@@ -9,6 +9,7 @@
 #include "platform/Styles.h"
 #include "platform/qt/ControlFactory.h"
 #include "platform/qt/Convert.h"
+#include "platform/qt/FileDrop.h"
 #include "platform/qt/MessageEvent.h"
 #include "platform/qt/MessagePump.h"
 #include "platform/qt/PlainWindow.h"
@@ -100,7 +101,11 @@ bool QtWindows::Exists(HWND window) const {
 LRESULT QtWindows::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     MessageEvent event(message, wParam, lParam, false);
     QCoreApplication::sendEvent(ToWidget(window), &event);
-    return event.result;
+    if (event.handled || message != WM_DROPFILES) return event.result;
+    const auto drop = reinterpret_cast<HDROP>(wParam);
+    const bool accepted = DropFilesOn(ToWidget(window), drop);
+    DragFinish(drop);
+    return accepted ? 1 : 0;
 }
 
 void QtWindows::Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

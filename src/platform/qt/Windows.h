@@ -76,6 +76,7 @@ class QtWindows final : public IWindows {
         QPointer<QWidget> focus;
     };
     std::vector<LostFocus> lostFocus_;
+    QPointer<QWidget> capture_;  // the toolkit knows only of visible windows that have the mouse
 };
 
 }  // namespace kvx::qt

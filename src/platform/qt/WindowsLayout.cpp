@@ -130,15 +130,18 @@ HWND QtWindows::Focus() const {
 }
 
 void QtWindows::SetCapture(HWND window) {
-    if (ToWidget(window)->isVisible()) ToWidget(window)->grabMouse();
+    capture_ = ToWidget(window);
+    if (capture_->isVisible()) capture_->grabMouse();
 }
 
 void QtWindows::ReleaseCapture() {
     if (QWidget* grabber = QWidget::mouseGrabber()) grabber->releaseMouse();
+    capture_ = nullptr;
 }
 
 HWND QtWindows::Capture() const {
-    return ToHandle(QWidget::mouseGrabber());
+    const QWidget* const grabber = QWidget::mouseGrabber();
+    return ToHandle(grabber ? grabber : capture_.data());
 }
 
 void QtWindows::Raise(HWND window) {
