@@ -186,21 +186,22 @@ void SurfaceGraphics::SlantedLine(POINT from, POINT to, const LinePattern& pen) 
 void SurfaceGraphics::RoundRect(const RECT& rect, SIZE corner,
                                 const std::optional<LinePattern>& pen,
                                 const std::optional<FillPattern>& fill) {
-    if (rect.IsRectEmpty()) return;
+    if (rect.IsRectEmpty() || Touch(rect).IsRectEmpty()) return;
+    const auto clipped = [this](const RECT& part) { return Intersection(part, clip_); };
     const std::vector<int> insets = RowInsets(rect.Size(), corner);
     const int height = rect.Height();
     const auto inset = [&](int row) { return insets[static_cast<std::size_t>(row)]; };
     for (int i = 0; i < height; ++i) {
         const int y = rect.top + i;
         const RECT row{rect.left + inset(i), y, rect.right - inset(i), y + 1};
-        if (fill) FillArea(surface_, Touch(row), *fill);
+        if (fill) FillArea(surface_, clipped(row), *fill);
         if (!pen) continue;
         const bool edge = i < pen->width || i >= height - pen->width;
         // Down to where the row nearer to the edge begins, so that the outline has no gaps.
         const int outer = edge ? row.Width() : inset(i < height / 2 ? i - 1 : i + 1) - inset(i);
         const int run = std::min(std::max(outer, pen->width), row.Width());
-        FillSolid(surface_, Touch({row.left, y, row.left + run, y + 1}), pen->colour);
-        FillSolid(surface_, Touch({row.right - run, y, row.right, y + 1}), pen->colour);
+        FillSolid(surface_, clipped({row.left, y, row.left + run, y + 1}), pen->colour);
+        FillSolid(surface_, clipped({row.right - run, y, row.right, y + 1}), pen->colour);
     }
 }
 
