@@ -4,14 +4,13 @@
 #include <nlohmann/json.hpp>
 
 #include "analyze/model/HistoryText.h"
+#include "analyze/model/RowTexts.h"
 #include "host/ModuleHost.h"
 #include "platform/Text.h"
 #include "trace/TimeCount.h"
 
 namespace kvx::cli {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 // In the order of the analyses' own columns.
 const std::vector<AnalysisTable::Column> kRunTimeColumns = {
@@ -27,32 +26,6 @@ const std::vector<AnalysisTable::Column> kSysCallColumns = {{"no", "No", true},
                                                             {"parameters", "Parameter", false},
                                                             {"return", "Return Parameter", false},
                                                             {"time", "TIME", true}};
-
-std::string Trimmed(const std::string& text) {
-    return std::string(TrimLeft(text));
-}
-
-// What the history says of one call.
-struct HistoryEntry {
-    std::int32_t number = 0;
-    std::int64_t time = 0;
-    std::string name;
-    std::string parameters;
-    std::string returned;
-};
-
-HistoryEntry ReadEntry(const COSSysCallList& list, int row) {
-    HistoryEntry entry;
-    IQOSTraceService* const service = host::TraceService();
-    if (!service) return entry;
-    const std::uint32_t history = list.RowHistoryIndex(row);
-    service->GetHistoryNumber(history, &entry.number);
-    service->GetHistoryTime(history, &entry.time);
-    entry.name = HistoryText(*service, &IQOSTraceService::GetHistoryName, history);
-    entry.parameters = HistoryText(*service, &IQOSTraceService::GetHistoryParameter, history);
-    entry.returned = HistoryText(*service, &IQOSTraceService::GetHistoryReturnParameter, history);
-    return entry;
-}
 
 }  // namespace
 
@@ -116,14 +89,22 @@ int AnalysisTable::RowCount() const {
 }
 
 std::vector<std::string> AnalysisTable::Texts(int row) const {
-    switch (which_) {
-        case EAnalysis::RunTime:
-            return RunTimeTexts(row);
-        case EAnalysis::RdyToRun:
-            return RdyToRunTexts(row);
-        default:
-            return SysCallTexts(row);
+    std::vector<std::string> texts = ShownTexts(row);
+    for (std::string& text : texts) text = TrimLeft(text);
+    return texts;
+}
+
+std::vector<std::string> AnalysisTable::ShownTexts(int row) const {
+    const RowTexts texts(data_.engine, data_.contexts);
+    if (which_ == EAnalysis::RunTime) {
+        const int line = data_.runTime.Row(row);
+        return texts.RunTime(line, data_.runTime.Find(static_cast<std::uint32_t>(line)));
     }
+    if (which_ == EAnalysis::RdyToRun)
+        return texts.RdyToRun(*data_.rdyToRun.Record(data_.rdyToRun.Row(row)));
+    IQOSTraceService* const service = host::TraceService();
+    if (!service) return std::vector<std::string>(Columns().size());
+    return texts.SysCall(*service, data_.sysCalls.RowHistoryIndex(row));
 }
 
 nlohmann::ordered_json AnalysisTable::Json(int row) const {
@@ -135,36 +116,6 @@ nlohmann::ordered_json AnalysisTable::Json(int row) const {
         default:
             return SysCallJson(row);
     }
-}
-
-std::string AnalysisTable::TimeText(double t) const {
-    CString text;
-    data_.engine.FormatTime(t, text);
-    return text;
-}
-
-std::vector<std::string> AnalysisTable::RunTimeTexts(int row) const {
-    const int line = data_.runTime.Row(row);
-    const ContextTexts cells = data_.contexts.GetTexts(line);
-    const CRunTime& record = *data_.runTime.Find(static_cast<std::uint32_t>(line));
-    return {Trimmed(cells.vector),      cells.table,
-            Trimmed(cells.id),          cells.name,
-            std::to_string(record.Num), TimeText(record.Max),
-            TimeText(record.Min),       TimeText(record.Avg),
-            TimeText(record.Total),     FormatText("%.2f", record.Ratio * 100.0)};
-}
-
-std::vector<std::string> AnalysisTable::RdyToRunTexts(int row) const {
-    const CRdyToRun& record = *data_.rdyToRun.Record(data_.rdyToRun.Row(row));
-    const ContextTexts cells = data_.contexts.GetTexts(static_cast<int>(record.context));
-    return {Trimmed(cells.id),    cells.name,           std::to_string(record.Num),
-            TimeText(record.Max), TimeText(record.Min), TimeText(record.Avg)};
-}
-
-std::vector<std::string> AnalysisTable::SysCallTexts(int row) const {
-    HistoryEntry entry = ReadEntry(data_.sysCalls, row);
-    return {std::to_string(entry.number), std::move(entry.name), std::move(entry.parameters),
-            std::move(entry.returned), TimeText(static_cast<double>(entry.time))};
 }
 
 nlohmann::ordered_json AnalysisTable::RunTimeJson(int row) const {
@@ -195,12 +146,19 @@ nlohmann::ordered_json AnalysisTable::RdyToRunJson(int row) const {
 }
 
 nlohmann::ordered_json AnalysisTable::SysCallJson(int row) const {
-    const HistoryEntry entry = ReadEntry(data_.sysCalls, row);
-    return {{"no", entry.number},
-            {"name", entry.name},
-            {"parameters", entry.parameters},
-            {"return", entry.returned},
-            {"time", entry.time}};
+    const std::uint32_t history = data_.sysCalls.RowHistoryIndex(row);
+    IQOSTraceService* const service = host::TraceService();
+    if (!service) return nlohmann::ordered_json::object();
+    std::int32_t number = 0;
+    std::int64_t time = 0;
+    service->GetHistoryNumber(history, &number);
+    service->GetHistoryTime(history, &time);
+    const auto text = [&](HistoryGetter get) { return HistoryText(*service, get, history); };
+    return {{"no", number},
+            {"name", text(&IQOSTraceService::GetHistoryName)},
+            {"parameters", text(&IQOSTraceService::GetHistoryParameter)},
+            {"return", text(&IQOSTraceService::GetHistoryReturnParameter)},
+            {"time", time}};
 }
 
 }  // namespace kvx::cli

@@ -32,19 +32,16 @@ class AnalysisTable {
     // False when the table has no such column.
     bool Sort(std::string_view column, bool descending);
 
-    // Display rows, in display order.
+    // Display rows, in display order. Texts are the window's without leading blanks.
     int RowCount() const;
     std::vector<std::string> Texts(int row) const;
     nlohmann::ordered_json Json(int row) const;
 
   private:
-    std::vector<std::string> RunTimeTexts(int row) const;
-    std::vector<std::string> RdyToRunTexts(int row) const;
-    std::vector<std::string> SysCallTexts(int row) const;
+    std::vector<std::string> ShownTexts(int row) const;
     nlohmann::ordered_json RunTimeJson(int row) const;
     nlohmann::ordered_json RdyToRunJson(int row) const;
     nlohmann::ordered_json SysCallJson(int row) const;
-    std::string TimeText(double t) const;
 
     COSTraceData& data_;
     EAnalysis which_;

@@ -134,8 +134,9 @@ class Analysis {
     void WriteText() {
         const double start = data_.markers.GetMarkerTime(kMarkerStart);
         const double end = data_.markers.GetMarkerTime(kMarkerEnd);
-        streams_.out << "Mark: " << TimeText(start) << " - " << TimeText(end) << " = "
-                     << TimeText(end - start) << '\n';
+        const COSTrace& engine = data_.engine;
+        streams_.out << "Mark: " << engine.TimeText(start) << " - " << engine.TimeText(end) << " = "
+                     << engine.TimeText(end - start) << '\n';
         for (const AnalysisTable& table : tables_) WriteTable(table);
     }
 
@@ -173,12 +174,6 @@ class Analysis {
     static std::size_t Characters(const std::string& text) {
         return static_cast<std::size_t>(
             std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-    }
-
-    std::string TimeText(double t) const {
-        CString text;
-        data_.engine.FormatTime(t, text);
-        return text;
     }
 
     static constexpr const char* kNames[] = {"run-time", "rdy-run", "syscalls"};
