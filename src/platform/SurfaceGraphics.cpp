@@ -186,23 +186,42 @@ void SurfaceGraphics::SlantedLine(POINT from, POINT to, const LinePattern& pen) 
 void SurfaceGraphics::RoundRect(const RECT& rect, SIZE corner,
                                 const std::optional<LinePattern>& pen,
                                 const std::optional<FillPattern>& fill) {
-    if (rect.IsRectEmpty() || Touch(rect).IsRectEmpty()) return;
-    const auto clipped = [this](const RECT& part) { return Intersection(part, clip_); };
-    const std::vector<int> insets = RowInsets(rect.Size(), corner);
+    if (rect.IsRectEmpty()) return;
+    const RECT visible = Touch(rect);
+    const std::vector<int>& insets = InsetsOf(rect.Size(), corner);
     const int height = rect.Height();
     const auto inset = [&](int row) { return insets[static_cast<std::size_t>(row)]; };
-    for (int i = 0; i < height; ++i) {
-        const int y = rect.top + i;
-        const RECT row{rect.left + inset(i), y, rect.right - inset(i), y + 1};
-        if (fill) FillArea(surface_, clipped(row), *fill);
-        if (!pen) continue;
+    for (int y = visible.top; y < visible.bottom; ++y) {
+        const int i = y - rect.top;
+        const int left = rect.left + inset(i);
+        const int right = rect.right - inset(i);
+        const auto span = [&](int from, int to, const FillPattern& pattern) {
+            from = std::max(from, visible.left);
+            to = std::min(to, visible.right);
+            if (from < to) FillArea(surface_, {from, y, to, y + 1}, pattern);
+        };
+        if (!pen) {
+            if (fill) span(left, right, *fill);
+            continue;
+        }
         const bool edge = i < pen->width || i >= height - pen->width;
         // Down to where the row nearer to the edge begins, so that the outline has no gaps.
-        const int outer = edge ? row.Width() : inset(i < height / 2 ? i - 1 : i + 1) - inset(i);
-        const int run = std::min(std::max(outer, pen->width), row.Width());
-        FillSolid(surface_, clipped({row.left, y, row.left + run, y + 1}), pen->colour);
-        FillSolid(surface_, clipped({row.right - run, y, row.right, y + 1}), pen->colour);
+        const int outer = edge ? right - left : inset(i < height / 2 ? i - 1 : i + 1) - inset(i);
+        const int run = std::min(std::max(outer, pen->width), right - left);
+        if (fill) span(left + run, right - run, *fill);
+        span(left, left + run, {pen->colour, kHatchNone, {}});
+        span(right - run, right, {pen->colour, kHatchNone, {}});
     }
+}
+
+// Marks are drawn by the thousand in one size.
+const std::vector<int>& SurfaceGraphics::InsetsOf(SIZE size, SIZE corner) {
+    if (insets_.empty() || size != insetSize_ || corner != insetCorner_) {
+        insets_ = RowInsets(size, corner);
+        insetSize_ = size;
+        insetCorner_ = corner;
+    }
+    return insets_;
 }
 
 void SurfaceGraphics::Text(POINT at, std::string_view utf8, const TextStyle& style) {

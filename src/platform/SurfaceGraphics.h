@@ -2,6 +2,8 @@
 // Draws into a surface, pixel by pixel; text comes as coverage masks from the back-end. Patterns of
 // hatches and pens are anchored to the surface. Lines wider than one pixel have flat ends.
 
+#include <vector>
+
 #include "platform/Graphics.h"
 #include "platform/Surface.h"
 
@@ -29,12 +31,17 @@ class SurfaceGraphics : public IGraphics {
 
   private:
     RECT Touch(const RECT& rect);
+    // How far each row of a rounded rectangle is set in from its sides.
+    const std::vector<int>& InsetsOf(SIZE size, SIZE corner);
     void FlipBits(const RECT& rect, std::uint32_t bits);
     void SlantedLine(POINT from, POINT to, const LinePattern& pen);
 
     Surface& surface_;
     RECT clip_;
     RECT touched_;
+    std::vector<int> insets_;  // of the rounded rectangle drawn last
+    SIZE insetSize_;
+    SIZE insetCorner_;
 };
 
 }  // namespace kvx
