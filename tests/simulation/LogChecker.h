@@ -58,12 +58,15 @@ class LogChecker {
     void OnDispatchTo();
     void OnDispatchFrom();
     void OnState();
-    void OnRunnable(Task& task);
+    void OnWaiting(Task& task);
+    void OnActivated(Task& task);
     void OnReleased(Task& task);
+    void OnDormant(Task& task);
     void OnHandlerEnter();
     void OnHandlerLeave();
     void OnCallEnter();
     void OnCallLeave();
+    void CheckCall(const std::string& name);
     void CheckReturn(const Task& task, const LogLine& call);
     // The one who acts is the one who should.
     void CheckActor();

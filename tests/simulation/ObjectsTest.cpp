@@ -91,6 +91,24 @@ TEST(DataQueue, KeepsTheOrderWhoeverWaits) {
     }
 }
 
+TEST(Mailbox, HandsAddressesOverInOrder) {
+    TestKernel test;
+    test.kernel.Add<Mailbox>();
+    test.Task(1, [&]() -> Program {
+        test.Got("empty", co_await prcv_mbx(1));
+        test.Got("late", co_await trcv_mbx(1, 2));
+        for (int i = 0; i < 3; ++i) test.Did(std::to_string((co_await rcv_mbx(1)).value));
+    });
+    test.Task(2, [&]() -> Program {
+        co_await dly_tsk(5);
+        for (int i = 1; i < 4; ++i) co_await snd_mbx(1, i);
+        for (int i = 4; i < 6; ++i) co_await snd_mbx(1, i);
+        for (int i = 0; i < 2; ++i) test.Did(std::to_string((co_await prcv_mbx(1)).value));
+    });
+    test.Run();
+    EXPECT_THAT(test.steps, ElementsAre("empty -50", "late -50", "1", "2", "3", "4", "5"));
+}
+
 TEST(MessageBuffer, SendersKeepTheirOrder) {
     TestKernel test;
     test.kernel.Add<MessageBuffer>(24);
@@ -101,10 +119,12 @@ TEST(MessageBuffer, SendersKeepTheirOrder) {
         test.Got("too large", co_await snd_mbf(1, 0, 24));
         test.Got("empty", co_await snd_mbf(1, 0, 0));
         for (int i = 0; i < 3; ++i) test.Got("receive", co_await trcv_mbf(1, 0, 1));
+        test.Got("poll", co_await prcv_mbf(1, 0));
     });
     test.Run();
-    EXPECT_THAT(test.steps, ElementsAre("large 0", "poll -50", "too large -17", "empty -17",
-                                        "small 0", "receive 16", "receive 4", "receive -50"));
+    EXPECT_THAT(test.steps,
+                ElementsAre("large 0", "poll -50", "too large -17", "empty -17", "small 0",
+                            "receive 16", "receive 4", "receive -50", "poll -50"));
 }
 
 TEST(MessageBuffer, WhenALargeMessageGivesUpTheSmallOneBehindItGoes) {

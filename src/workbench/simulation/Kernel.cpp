@@ -60,6 +60,11 @@ std::int32_t Kernel::AddTimed(HandlerKind kind, TimedHandler handler) {
     return timed_.back().handler.id;
 }
 
+std::int32_t Kernel::AddMessage(std::string name) {
+    messages_.push_back(std::move(name));
+    return static_cast<std::int32_t>(messages_.size());
+}
+
 TimedHandler& Kernel::Timed(HandlerKind kind, std::int32_t id) {
     for (auto& timed : timed_)
         if (timed.handler.kind == kind && timed.handler.id == id) return timed;

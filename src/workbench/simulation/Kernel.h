@@ -43,6 +43,8 @@ class Kernel {
     // Runs from the start.
     std::int32_t AddCyclic(std::string name, std::int32_t period, std::int32_t phase, Body body);
     std::int32_t AddAlarm(std::string name, Body body);
+    // Names a message of the application.
+    std::int32_t AddMessage(std::string name);
     template <class T, class... A>
     std::int32_t Add(A&&... arguments) {
         auto& objects = std::get<std::deque<T>>(objects_);
@@ -72,6 +74,7 @@ class Kernel {
     const std::deque<Handler>& ServiceRoutines() const { return routines_; }
     const std::deque<TimedHandler>& TimedHandlers() const { return timed_; }
     const InterruptLines& Interrupts() const { return interrupts_; }
+    const std::vector<std::string>& Messages() const { return messages_; }
 
     // For the services.
     template <class T>
@@ -94,7 +97,7 @@ class Kernel {
     void Issue(const ServiceCall& call);
     CallResult Return(const Service& service);
     // The handler runs inside the one that runs now.
-    void Enter(const Handler& handler) { Enter(handler, handlers_.back().level); }
+    void Enter(const Handler& handler) { Enter(handler, Level()); }
 
   private:
     std::int32_t AddTimed(HandlerKind kind, TimedHandler handler);
@@ -114,6 +117,7 @@ class Kernel {
     std::deque<Task> tasks_;
     std::deque<Handler> routines_;
     std::deque<TimedHandler> timed_;
+    std::vector<std::string> messages_;
     std::tuple<std::deque<Semaphore>, std::deque<EventFlag>, std::deque<DataQueue>,
                std::deque<Mailbox>, std::deque<MessageBuffer>, std::deque<Mutex>,
                std::deque<FixedPool>, std::deque<VariablePool>>

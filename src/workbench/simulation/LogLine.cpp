@@ -40,6 +40,16 @@ class LineWriter {
     char* at_;
 };
 
+void PutState(const TraceRecord& record, LineWriter& line) {
+    line.Text("task ").Number(record.id).Text(" becomes ");
+    line.Text(kStates[static_cast<std::size_t>(record.state)]).Text(".");
+}
+
+void PutHandler(std::string_view crossing, const TraceRecord& record, LineWriter& line) {
+    line.Text(crossing).Text(kHandlers[static_cast<std::size_t>(record.handler)]);
+    line.Number(record.id).Text(".");
+}
+
 void PutCall(const TraceRecord& record, LineWriter& line) {
     const Service& service = *record.service;
     line.Text("enter to ").Text(service.name);
@@ -63,40 +73,35 @@ void PutMessage(const TraceRecord& record, LineWriter& line) {
     if (place != std::string_view::npos) line.Number(record.values[0]).Text(text.substr(place + 2));
 }
 
+void PutRecord(const TraceRecord& record, LineWriter& line) {
+    switch (record.kind) {
+        case TraceKind::DispatchTo:
+            line.Text("dispatch to task ").Number(record.id).Text(".");
+            return;
+        case TraceKind::DispatchFrom:
+            line.Text("dispatch from task ").Number(record.id).Text(".");
+            return;
+        case TraceKind::TaskState:
+            return PutState(record, line);
+        case TraceKind::HandlerEnter:
+            return PutHandler("enter to ", record, line);
+        case TraceKind::HandlerLeave:
+            return PutHandler("leave from ", record, line);
+        case TraceKind::CallEnter:
+            return PutCall(record, line);
+        case TraceKind::CallLeave:
+            return PutReturn(record, line);
+        case TraceKind::Message:
+            return PutMessage(record, line);
+    }
+}
+
 }  // namespace
 
 char* PutLogLine(const TraceRecord& record, char* to) {
     LineWriter line(to);
     line.Text("[").Number(record.time).Text("] ");
-    switch (record.kind) {
-        case TraceKind::DispatchTo:
-            line.Text("dispatch to task ").Number(record.id).Text(".");
-            break;
-        case TraceKind::DispatchFrom:
-            line.Text("dispatch from task ").Number(record.id).Text(".");
-            break;
-        case TraceKind::TaskState:
-            line.Text("task ").Number(record.id).Text(" becomes ");
-            line.Text(kStates[static_cast<std::size_t>(record.state)]).Text(".");
-            break;
-        case TraceKind::HandlerEnter:
-            line.Text("enter to ").Text(kHandlers[static_cast<std::size_t>(record.handler)]);
-            line.Number(record.id).Text(".");
-            break;
-        case TraceKind::HandlerLeave:
-            line.Text("leave from ").Text(kHandlers[static_cast<std::size_t>(record.handler)]);
-            line.Number(record.id).Text(".");
-            break;
-        case TraceKind::CallEnter:
-            PutCall(record, line);
-            break;
-        case TraceKind::CallLeave:
-            PutReturn(record, line);
-            break;
-        case TraceKind::Message:
-            PutMessage(record, line);
-            break;
-    }
+    PutRecord(record, line);
     return line.Text("\n").End();
 }
 

@@ -2,8 +2,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "workbench/simulation/DriveIds.h"
-
 namespace kvx::simulation {
 namespace {
 
@@ -42,8 +40,10 @@ std::string ResourceText(const Kernel& kernel) {
         resources[routine.name] = HandlerResource(routine);
     for (const auto& timed : kernel.TimedHandlers())
         resources[timed.handler.name] = HandlerResource(timed.handler);
-    resources["DEADLINE"] = {{"Type", "ApplogString"},
-                             {"Attributes", {{"id", std::to_string(kMsgDeadline)}}}};
+    std::int32_t message = 0;
+    for (const auto& name : kernel.Messages())
+        resources[name] = {{"Type", "ApplogString"},
+                           {"Attributes", {{"id", std::to_string(++message)}}}};
     const Json file = {{"TimeScale", "us"},          {"TimeRadix", 10},
                        {"ConvertRules", {"asp"}},    {"VisualizeRules", {"asp"}},
                        {"ResourceHeaders", {"asp"}}, {"Resources", resources}};

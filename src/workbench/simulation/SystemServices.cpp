@@ -44,9 +44,7 @@ constinit const ServiceOf<1> stp_cyc("stp_cyc", "cycid",
                                          return CallResult{};
                                      });
 constinit const ServiceOf<2> sta_alm("sta_alm", "almid almtim", StartAlarm);
-constinit const ServiceOf<2> ista_alm("ista_alm", "almid almtim", StartAlarm);
 constinit const ServiceOf<1> stp_alm("stp_alm", "almid", StopAlarm);
-constinit const ServiceOf<1> istp_alm("istp_alm", "almid", StopAlarm);
 constinit const ServiceOf<0> get_tim(
     "get_tim", "p_systim",
     [](Kernel& kernel, const Arguments&) {

@@ -6,8 +6,8 @@
 namespace kvx::simulation {
 
 extern const ServiceOf<1> sta_cyc, stp_cyc;
-extern const ServiceOf<2> sta_alm, ista_alm;
-extern const ServiceOf<1> stp_alm, istp_alm;
+extern const ServiceOf<2> sta_alm;
+extern const ServiceOf<1> stp_alm;
 extern const ServiceOf<0> get_tim;  // milliseconds
 
 extern const ServiceOf<0> loc_cpu, unl_cpu;

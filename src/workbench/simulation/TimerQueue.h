@@ -24,7 +24,7 @@ class TimerQueue {
     // timer expires at that tick; after those that were started before for the same tick. It must
     // not run yet.
     void StartAt(Timer& timer, std::uint64_t tick);
-    // ... when at least that many milliseconds are over.
+    // ... when that many whole milliseconds are over, by the ticks that have been counted.
     void StartAfter(Timer& timer, std::int32_t milliseconds) {
         StartAt(timer, now_ + static_cast<std::uint64_t>(milliseconds) + 1);
     }

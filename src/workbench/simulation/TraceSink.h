@@ -2,6 +2,7 @@
 // What the simulated kernel records.
 
 #include <cstdint>
+#include <type_traits>
 
 #include "workbench/simulation/Service.h"
 
@@ -36,6 +37,8 @@ struct TraceRecord {
     const Service* service = nullptr;
     const char* text = nullptr;
 };
+
+static_assert(std::is_trivially_copyable_v<TraceRecord>);
 
 class ITraceSink {
   public:
