@@ -1,5 +1,6 @@
 #pragma once
-// Codes of task states, of system-call classes and of tips, and the labels that name them.
+// Codes of task states and of system-call classes, as the trace service gives them. The colour
+// scheme names and colours them.
 
 namespace kvx {
 
@@ -20,32 +21,8 @@ enum class TaskState : int {
 };
 inline constexpr int kTaskStates = 13;
 
-enum class SysCallClass : int {
-    kTaskManagement = 1,
-    kTaskSynchronization = 2,
-    kEventFlags = 3,
-    kSemaphores = 4,
-    kMailboxes = 5,
-    kDataQueues = 6,
-    kMessageBuffers = 7,
-    kMutexes = 8,
-    kMemoryManagement = 9,
-    kInterruptManagement = 10,
-    kTimerManagement = 11,
-    kSystemManagement = 12,
-    kUnknown = 13,
-};
+// 1 task management, 2 task synchronisation, 3 event flags, 4 semaphores, 5 mailboxes, 6 data
+// queues, 7 message buffers, 8 mutexes, 9 memory, 10 interrupts, 11 timers, 12 system, 13 unknown.
 inline constexpr int kSysCallClasses = 13;
-
-inline constexpr const char* kSuspendedLabel = "SUS";
-inline constexpr const char* kPausedLabel = "PAUSE";
-inline constexpr const char* kRunLabel = "RUN";
-
-// "RDY", "WAI (SEM)" and so on; empty outside 1 to 13.
-const char* TaskStateLabel(int state);
-// "Task management" and so on; "Unknown" outside 1 to 12.
-const char* SysCallClassLabel(int cls);
-// "MCU Exe", "Task Stat", "System Call" for the event kinds 1 to 3; empty outside.
-const char* TipKindLabel(int kind);
 
 }  // namespace kvx

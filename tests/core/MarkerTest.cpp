@@ -42,13 +42,13 @@ TEST(Markers, AreExchangedWhenDroppedInTheWrongOrder) {
     EXPECT_EQ(core.data.sysCalls.EntryCount(), 2);
     core.host.broadcasts.clear();
     markers.BeginDrag(kMarkerStart);
-    EXPECT_TRUE(markers.IsAnyDragging());
+    EXPECT_EQ(markers.IsDragging(kMarkerStart), 1);
     markers.SetMarker(&core.view, kMarkerStart, 4);
     EXPECT_EQ(EventOf(core, kMarkerStart), 4u);  // not exchanged while dragged
     EXPECT_EQ(core.data.sysCalls.EntryCount(), 2);
     EXPECT_TRUE(core.host.broadcasts.empty());
     markers.Drop(&core.view);
-    EXPECT_FALSE(markers.IsAnyDragging());
+    EXPECT_EQ(markers.IsDragging(kMarkerStart), 0);
     EXPECT_EQ(EventOf(core, kMarkerStart), 2u);
     EXPECT_EQ(EventOf(core, kMarkerEnd), 4u);
     EXPECT_EQ(core.data.sysCalls.EntryCount(), 3);

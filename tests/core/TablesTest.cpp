@@ -1,8 +1,7 @@
-// Context table, states and colours.
+// Context table, colours and the workspace store.
 #include <gtest/gtest.h>
 
 #include "core/CoreFixture.h"
-#include "trace/TaskStates.h"
 
 namespace kvx::test {
 
@@ -44,16 +43,6 @@ TEST(Contexts, KeepWhatWasReadBeforeAFailure) {
     core.host.services.clear();
     EXPECT_EQ(core.data.contexts.Load(), 0);
     EXPECT_EQ(core.data.contexts.GetCount(), 4);
-}
-
-TEST(TaskStates, HaveLabels) {
-    EXPECT_STREQ(TaskStateLabel(8), "WAI (DTQ)");
-    EXPECT_STREQ(TaskStateLabel(0), "");
-    EXPECT_STREQ(TaskStateLabel(14), "");
-    EXPECT_STREQ(SysCallClassLabel(13), "Unknown");
-    EXPECT_STREQ(SysCallClassLabel(-1), "Unknown");
-    EXPECT_STREQ(SysCallClassLabel(1), "Task management");
-    EXPECT_STREQ(TipKindLabel(3), "System Call");
 }
 
 class MapStore final : public IWorkspaceStore {
