@@ -37,6 +37,7 @@ class COSMarker {
     double GetMarkerTime(int which) const { return times_[Index(which)]; }
     std::uint32_t GetMarkerEvent(int which) const { return events_[Index(which)]; }
     int IsDragging(int which) const { return dragging_[Index(which)]; }
+    bool IsAnyDragging() const { return dragging_[0] || dragging_[1] || dragging_[2]; }
     void BeginDrag(int which) { dragging_[Index(which)] = 1; }
     void EndDrag(IViewSender* sender, int which);
     // Puts the marker on the event, keeps start before end, and, unless the marker is dragged,
