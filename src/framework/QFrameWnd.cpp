@@ -39,10 +39,8 @@ CQView* CQFrameWnd::CreateView(const CRuntimeClass* viewClass, UINT id) {
     CObject* const object = viewClass->CreateObject();
     if (!object) return nullptr;
     auto* const view = static_cast<CQView*>(object);
-    if (!view->Create(WS_CHILD | WS_VISIBLE | WS_BORDER, RECT{}, this, id)) {
-        delete view;
-        return nullptr;
-    }
+    // A view whose window cannot be made has deleted itself.
+    if (!view->Create(WS_CHILD | WS_VISIBLE | WS_BORDER, RECT{}, this, id)) return nullptr;
     view->OnInitialUpdate();
     return view;
 }

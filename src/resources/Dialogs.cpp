@@ -119,7 +119,7 @@ struct ColourRow {
 };
 
 constexpr int kLeft = 13;
-constexpr int kRight = 127;
+constexpr int kRight = 122;
 constexpr int kStates = 21;
 constexpr int kCalls = 147;
 constexpr int kOthers = 260;
