@@ -4,6 +4,7 @@
 #include <QDBusConnection>
 #include <QDBusInterface>
 #include <QDBusReply>
+#include <QFile>
 #include <QStyle>
 #include <QStyleFactory>
 
@@ -57,6 +58,13 @@ QPalette LightPalette() {
     return QStyleFactory::create("Fusion")->standardPalette();
 }
 
+// Asking for a bus where there is none would start one.
+bool HasSessionBus() {
+    if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) return true;
+    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    return !folder.isEmpty() && QFile::exists(folder + "/bus");
+}
+
 }  // namespace
 
 QString NameOf(Appearance appearance) {
@@ -80,10 +88,9 @@ AppearanceSwitch::AppearanceSwitch(Appearance appearance)
     : appearance_(appearance), systemPalette_(QApplication::palette()) {
     QApplication::setStyle(new OutlinedStyle);
     Apply();
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) return;
-    bus.connect(kPortal, kPortalPath, kPortalSettings, "SettingChanged", this,
-                SLOT(SettingChanged()));
+    if (!HasSessionBus()) return;
+    QDBusConnection::sessionBus().connect(kPortal, kPortalPath, kPortalSettings, "SettingChanged",
+                                          this, SLOT(SettingChanged()));
 }
 
 void AppearanceSwitch::Set(Appearance appearance) {
@@ -96,13 +103,13 @@ void AppearanceSwitch::SettingChanged() {
 }
 
 bool AppearanceSwitch::SystemWantsDark() const {
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) return false;
+    if (!HasSessionBus()) return false;
     QDBusMessage question =
         QDBusMessage::createMethodCall(kPortal, kPortalPath, kPortalSettings, "Read");
     question << "org.freedesktop.appearance"
              << "color-scheme";
-    const QDBusReply<QDBusVariant> answer = bus.call(question, QDBus::Block, kPortalTimeout);
+    const QDBusReply<QDBusVariant> answer =
+        QDBusConnection::sessionBus().call(question, QDBus::Block, kPortalTimeout);
     if (!answer.isValid()) return false;
     const QVariant outer = answer.value().variant();
     const QVariant inner =

@@ -11,21 +11,16 @@ namespace {
 struct Connection;
 
 // The toolkit ends the program when it cannot connect, so this asks first, through the library that
-// the toolkit itself connects with.
+// the toolkit itself connects with. The connection stays: a server may start anew when its last
+// client leaves, and would then miss the toolkit.
 bool DoesXServerAnswer() {
     void* library = dlopen("libxcb.so.1", RTLD_NOW | RTLD_LOCAL);
     if (!library) return false;
     using Connect = Connection* (*)(const char* display, int* screen);
     using HasError = int (*)(Connection*);
-    using Disconnect = void (*)(Connection*);
     const auto connect = reinterpret_cast<Connect>(dlsym(library, "xcb_connect"));
     const auto hasError = reinterpret_cast<HasError>(dlsym(library, "xcb_connection_has_error"));
-    const auto disconnect = reinterpret_cast<Disconnect>(dlsym(library, "xcb_disconnect"));
-    if (!connect || !hasError || !disconnect) return false;
-    Connection* connection = connect(nullptr, nullptr);
-    const bool answers = hasError(connection) == 0;
-    disconnect(connection);
-    return answers;
+    return connect && hasError && hasError(connect(nullptr, nullptr)) == 0;
 }
 
 bool IsWaylandUsable() {
