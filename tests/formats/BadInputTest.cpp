@@ -131,6 +131,11 @@ TEST(BadInput, CtfFolders) {
     refuses("no_streams", kGood, "");
     folder.Write("empty_stream/channel0", "");
     refuses("empty_stream", kGood, "");
+    folder.Write("endless/channel0", "\x01\x01");
+    refuses("endless",
+            "/* CTF 1.8 */\ntrace { major = 1; minor = 8; byte_order = le; };\n"
+            "stream { };\nevent { name = tick; id = 1; };\n",
+            "take no room");
     folder.Write("damaged/channel0", "\x01\x01\xFF");
     folder.Write("damaged/metadata", kGood);
     const auto trace = Show(folder.Path("damaged"));

@@ -51,6 +51,18 @@ std::string FindFault(const std::vector<std::string>& folders) {
     return {};
 }
 
+// Bytes of the files of the folders, streams and others.
+std::uint64_t SizeOf(const std::vector<std::string>& folders) {
+    std::uint64_t bytes = 0;
+    std::error_code error;
+    for (const auto& folder : folders)
+        for (auto at = fs::directory_iterator(folder, error);
+             !error && at != fs::directory_iterator(); at.increment(error))
+            if (at->is_regular_file(error) && at->path().filename() != kMetadata)
+                bytes += at->file_size(error);
+    return bytes;
+}
+
 Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions& /*options*/,
                                         IOpenProgress* progress) {
     const auto path =
@@ -60,8 +72,10 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
         return Error{candidate.path + ": metadata of a CTF trace, but not called \"metadata\""};
     if (const auto fault = FindFault(folders); !fault.empty()) return Error{fault};
     Trace trace;
-    Loader loader(trace, progress);
+    Loader loader(trace, SizeOf(folders), progress);
     const auto result = RunGraph(folders, loader);
+    if (loader.IsEndless())
+        return Error{candidate.path + ": the metadata describes events that take no room"};
     if (result.end == RunEnd::Stopped)
         return Error{candidate.path + ": opening was cancelled", true};
     if (trace.records.Count() == 0)

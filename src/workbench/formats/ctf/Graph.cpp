@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <exception>
 #include <memory>
-#include <regex>
+#include <sstream>
 
 #include "platform/Text.h"
 
@@ -24,9 +24,11 @@ using ValuePtr = std::unique_ptr<const bt_value, Releaser<bt_value_put_ref>>;
 // The library's messages carry addresses of its own objects, of no use to anybody else, and are
 // broken into lines.
 std::string Readable(const std::string& message) {
-    static const std::regex addresses(R"([a-z-]+-addr=(0x[0-9a-f]+|\(nil\))(, )?)");
-    static const std::regex blanks(R"(\s+)");
-    auto text = std::regex_replace(std::regex_replace(message, blanks, " "), addresses, "");
+    std::istringstream words(message);
+    std::string text;
+    for (std::string word; words >> word;)
+        if (word.find("-addr=") == std::string::npos)
+            text.append(text.empty() ? "" : " ").append(word);
     text.erase(text.find_last_not_of(" ,:.") + 1);
     return text;
 }

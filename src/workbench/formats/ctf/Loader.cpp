@@ -16,6 +16,8 @@ constexpr std::size_t kMostPlans = 0xFFFF;
 
 // Without a clock the place in the recording stands for the time.
 bool Loader::OnEvent(const bt_event* event, std::optional<std::int64_t> nanoseconds) {
+    endless_ = trace_.records.Count() + trace_.leftOut >= bytes_;
+    if (endless_) return false;
     if (!nanoseconds && trace_.records.Count() == 0) trace_.hasClock = false;
     if (!trace_.hasClock) nanoseconds = trace_.records.Count();
     latest_ = trace_.records.Count() == 0 ? *nanoseconds

@@ -54,13 +54,17 @@ struct PackedOrder {
 
 class Loader final : public IMessages {
   public:
-    Loader(Trace& trace, IOpenProgress* progress) : trace_(trace), progress_(progress) {
+    // bytes: of all streams together. Events that take less than one each have no end.
+    Loader(Trace& trace, std::uint64_t bytes, IOpenProgress* progress)
+        : trace_(trace), bytes_(bytes), progress_(progress) {
         trace_.plans.emplace_back();  // for classes beyond what can be numbered: comments
     }
 
     bool OnEvent(const bt_event* event, std::optional<std::int64_t> nanoseconds) override;
     void OnDiscarded(std::uint64_t events) override { trace_.discarded += events; }
     bool OnBatch() override;
+    // There were more events than the streams have room for.
+    bool IsEndless() const { return endless_; }
 
   private:
     std::uint16_t PlanOf(const bt_event* event);
@@ -71,7 +75,9 @@ class Loader final : public IMessages {
     void PackDetails(const bt_event* event, const Plan& plan);
 
     Trace& trace_;
+    const std::uint64_t bytes_;
     IOpenProgress* progress_;
+    bool endless_ = false;
     std::unordered_map<const bt_event_class*, std::uint16_t> plans_;
     std::unordered_map<std::uint64_t, std::uint64_t> threadNumbers_;
     std::unordered_map<std::string, std::uint64_t> callNumbers_;

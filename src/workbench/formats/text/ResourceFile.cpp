@@ -147,6 +147,8 @@ Result<ResourceFile> ParseResourceFile(std::string_view text, const std::string&
         json = Json::parse(cleaned);
     } catch (const Json::parse_error& error) {
         return Error{path + ": " + PlaceIn(cleaned, error.byte) + ": no JSON"};
+    } catch (const Json::exception&) {
+        return Error{path + ": holds a number that is too large"};
     }
     const Json& resources = Member(json, "Resources");
     if (!resources.is_object()) return Error{path + ": has no \"Resources\""};
