@@ -30,13 +30,14 @@ class Program : public testing::Test {
                       QByteArray::number(i % 3 + 1) + ".\n");
         }
     }
+    static QString BinFolder() { return QString::fromLocal8Bit(qgetenv("KVX_BIN_DIR")); }
     QString Log() const { return folder_.filePath("small.log"); }
 
-    Outcome Run(const QStringList& arguments) {
+    Outcome Run(const QStringList& arguments, const QString& folder = BinFolder()) {
         QProcess process;
         process.setProcessEnvironment(environment_);
         process.setWorkingDirectory(folder_.path());
-        process.start(QString::fromLocal8Bit(qgetenv("KVX_BIN_DIR")) + "/kvxostrace", arguments);
+        process.start(folder + "/kvxostrace", arguments);
         if (!process.waitForFinished(60'000)) {
             process.kill();
             ADD_FAILURE() << "hangs: " << arguments.join(' ').toStdString();
@@ -122,6 +123,18 @@ TEST_F(Program, RefusesWhatItCannotRender) {
         EXPECT_EQ(outcome.error.count('\n'), 1) << "one message: " << outcome.error.toStdString();
     }
     EXPECT_FALSE(QFile::exists(path));
+}
+
+TEST_F(Program, SaysWhatTheComponentWouldHaveShownInABox) {
+    // The component's resource library is missing, and nobody is there to answer its message.
+    for (const char* file : {"kvxostrace", "libKvxOSTrace.so", "libKvxDebugger.so"}) {
+        ASSERT_TRUE(QFile::copy(BinFolder() + "/" + file, folder_.filePath(file)));
+    }
+    const Outcome outcome = Run({"render", Log(), "-o", "never.png"}, folder_.path());
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.error.contains("Error loading resource DLL"))
+        << outcome.error.toStdString();
+    EXPECT_FALSE(QFile::exists(folder_.filePath("never.png")));
 }
 
 TEST_F(Program, WithoutADisplayItLeavesPictureAndSummary) {

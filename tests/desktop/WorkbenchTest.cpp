@@ -60,9 +60,8 @@ class WorkbenchTest : public testing::Test {
     }
     void TearDown() override {
         workbench_.reset();
-        for (const int knob : {test::kRefuseClose, test::kFailInitialize, test::kShowBox}) {
-            set_(knob, 0);
-        }
+        set_(test::kRefuseClose, 0);
+        set_(test::kFailInitialize, 0);
     }
 
     void Start() {

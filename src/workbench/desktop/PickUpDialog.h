@@ -14,7 +14,7 @@ class PickUpDialog final : public QDialog {
   public:
     PickUpDialog(const std::vector<service::NameCount>& calls, QWidget* parent);
 
-    // Names of the ticked calls, in the order in which they came.
+    // Names of the ticked calls, in the order of the list.
     service::PickUp Chosen() const;
 
   private:

@@ -1,6 +1,5 @@
 #include "fakecomponent/FakeComponent.h"
 
-#include <QMessageBox>
 #include <map>
 #include <utility>
 
@@ -58,7 +57,6 @@ class FakeComponent final : public IQComponent,
     }
     HRESULT KVX_CALL Initialize(IQHost* host, std::int16_t flag) override {
         Log("initialize " + std::to_string(flag != 0));
-        if (g_knobs[kShowBox]) QMessageBox::warning(nullptr, "Fake", "Resources are missing.");
         if (g_knobs[kFailInitialize]) return E_FAIL;
         host_ = host;
         docks_ = host::Service<IQDockingHost>(host, host::kDockingHost);

@@ -13,9 +13,8 @@ using FakeTakeLogFn = const char* (*)();
 using FakeSetFn = void (*)(int knob, int value);
 
 enum FakeKnob : int {
-    kRefuseClose,     // the windows refuse to be closed
-    kFailInitialize,  // start-up fails
-    kShowBox          // start-up shows a message box
+    kRefuseClose,    // the windows refuse to be closed
+    kFailInitialize  // start-up fails
 };
 
 }  // namespace kvx::test
