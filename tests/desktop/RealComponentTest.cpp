@@ -4,7 +4,10 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QMenuBar>
+#include <QMimeData>
+#include <QTemporaryDir>
 
 #include "TestRecording.h"
 #include "host/CommandIds.h"
@@ -74,6 +77,26 @@ TEST_F(RealComponent, ClosesAndOpensAgainWithTheTrace) {
     ASSERT_EQ(workbench_.Docking().Windows().All().size(), 1U);
     workbench_.Docking().UpdateCommands();
     EXPECT_TRUE(Command(ids::kExpand)->isEnabled()) << "it heard of the trace";
+}
+
+TEST_F(RealComponent, FileDroppedOnTheChartOpens) {
+    const QTemporaryDir folder;
+    QFile log(folder.filePath("dropped.log"));
+    ASSERT_TRUE(log.open(QIODevice::WriteOnly));
+    log.write("[10] dispatch to task 1.\n[20] dispatch to task 2.\n");
+    log.close();
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(log.fileName())});
+    const QPoint centre = Dock().Area().rect().center();
+    QWidget* under = Dock().Area().childAt(centre);
+    const QPoint at = under->mapFrom(&Dock().Area(), centre);
+    QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(under, &enter);
+    ASSERT_TRUE(enter.isAccepted());
+    QDropEvent drop(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(under, &drop);
+    QApplication::processEvents();
+    EXPECT_TRUE(workbench_.Window().windowTitle().startsWith("dropped.log"));
 }
 
 }  // namespace
