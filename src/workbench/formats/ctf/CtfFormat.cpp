@@ -15,6 +15,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* kMetadata = "metadata";
 constexpr int kDeepest = 6;
+constexpr int kMostEntries = 20000;  // looked at: a folder of traces is not a whole disk
 
 // The folders with a file "metadata" in and below a folder, in order of name.
 std::vector<std::string> FindTraces(const std::string& path) {
@@ -23,7 +24,9 @@ std::vector<std::string> FindTraces(const std::string& path) {
     if (fs::exists(fs::path(path) / kMetadata, error)) return {path};
     auto at = fs::recursive_directory_iterator(path, fs::directory_options::skip_permission_denied,
                                                error);
-    for (; !error && at != fs::recursive_directory_iterator(); at.increment(error)) {
+    for (int entries = 0;
+         entries < kMostEntries && !error && at != fs::recursive_directory_iterator();
+         ++entries, at.increment(error)) {
         if (at.depth() >= kDeepest) at.disable_recursion_pending();
         if (at->path().filename() == kMetadata && at->is_regular_file(error))
             folders.push_back(at->path().parent_path().string());

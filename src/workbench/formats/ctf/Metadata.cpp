@@ -9,6 +9,7 @@
 namespace kvx::formats::ctf {
 namespace {
 
+constexpr std::size_t kLargestText = std::size_t{16} << 20;  // worth a look
 constexpr std::string_view kTextBegin = "/* CTF 1.8";
 constexpr std::string_view kPacketLittle = "\x57\x1D\xD1\x75";
 constexpr std::string_view kPacketBig = "\x75\xD1\x1D\x57";
@@ -97,7 +98,7 @@ bool LooksLikeMetadata(std::string_view bytes) {
 }
 
 std::string FindMetadataFault(std::string_view text) {
-    if (!text.starts_with(kTextBegin)) return {};
+    if (!text.starts_with(kTextBegin) || text.size() > kLargestText) return {};
     const auto bare = WithoutCommentsAndStrings(text);
     const auto fault = FindBracketFault(bare);
     return fault.empty() ? FindVersionFault(bare) : fault;
