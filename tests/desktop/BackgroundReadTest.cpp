@@ -42,11 +42,15 @@ class Watch {
     QTimer timer_;
 };
 
+OpenedRecording Finish(const QString& name, ReadRecording read) {
+    return BackgroundRead(std::move(read)).Finish(name, nullptr);
+}
+
 TEST(BackgroundRead, ShortReadsShowNothing) {
     bool shown = false;
     const Watch watch([&](QWidget&) { shown = true; });
-    const OpenedRecording opened = ReadInBackground(
-        "small.log", [](auto& progress) { return ReadSlowly(progress, 3); }, nullptr);
+    const OpenedRecording opened =
+        Finish("small.log", [](auto& progress) { return ReadSlowly(progress, 3); });
     EXPECT_TRUE(opened);
     EXPECT_FALSE(shown);
 }
@@ -58,8 +62,8 @@ TEST(BackgroundRead, LongReadsShowHowFarTheyAreAndTheWindowLives) {
         highest = std::max(highest, dialog.findChild<QProgressBar*>()->value());
         label = dialog.findChild<QLabel*>()->text();
     });
-    const OpenedRecording opened = ReadInBackground(
-        "long.log", [](auto& progress) { return ReadSlowly(progress, 120); }, nullptr);
+    const OpenedRecording opened =
+        Finish("long.log", [](auto& progress) { return ReadSlowly(progress, 120); });
     EXPECT_TRUE(opened);
     EXPECT_GT(highest, 500) << "of 1000";
     EXPECT_TRUE(label.contains("long.log"));
@@ -70,17 +74,23 @@ TEST(BackgroundRead, CancelStopsTheReading) {
     const Watch watch([](QWidget& dialog) { dialog.findChild<QPushButton*>()->click(); });
     QElapsedTimer timer;
     timer.start();
-    const OpenedRecording opened = ReadInBackground(
-        "endless.log", [](auto& progress) { return ReadSlowly(progress, 100'000); }, nullptr);
+    const OpenedRecording opened =
+        Finish("endless.log", [](auto& progress) { return ReadSlowly(progress, 100'000); });
     ASSERT_FALSE(opened);
     EXPECT_TRUE(opened.GetError().cancelled);
     EXPECT_LT(timer.elapsed(), 20'000);
 }
 
+TEST(BackgroundRead, StopsWhenNobodyWaitsForIt) {
+    QElapsedTimer timer;
+    timer.start();
+    BackgroundRead([](auto& progress) { return ReadSlowly(progress, 100'000); });
+    EXPECT_LT(timer.elapsed(), 20'000);
+}
+
 TEST(BackgroundRead, ThrownFailuresBecomeErrors) {
-    const OpenedRecording opened = ReadInBackground(
-        "broken.log", [](auto&) -> OpenedRecording { throw std::runtime_error("broken"); },
-        nullptr);
+    const OpenedRecording opened =
+        Finish("broken.log", [](auto&) -> OpenedRecording { throw std::runtime_error("broken"); });
     ASSERT_FALSE(opened);
     EXPECT_EQ(opened.GetError().message, "broken");
     EXPECT_FALSE(opened.GetError().cancelled);

@@ -3,81 +3,76 @@
 #include <QEventLoop>
 #include <QProgressDialog>
 #include <QTimer>
-#include <atomic>
 #include <chrono>
-#include <future>
 
 namespace kvx::desktop {
 namespace {
 
 constexpr auto kUnnoticed = std::chrono::milliseconds(250);
-constexpr int kPollMilliseconds = 50;
+constexpr int kPollMilliseconds = 20;
 constexpr int kPerMille = 1000;
 
-// Written by the reading thread, read by the window.
-class SharedProgress final : public formats::IOpenProgress {
-  public:
-    bool Progress(std::uint64_t done, std::uint64_t total) override {
-        if (total > 0) {
-            perMille_ = static_cast<int>(static_cast<double>(done) / static_cast<double>(total) *
-                                         kPerMille);
-        }
-        return !cancelled_;
+}  // namespace
+
+BackgroundRead::BackgroundRead(ReadRecording read)
+    : read_(std::move(read)), opened_(std::async(std::launch::async, [this] { return Read(); })) {}
+
+BackgroundRead::~BackgroundRead() {
+    progress_.cancelled = true;
+    if (opened_.valid()) opened_.wait();
+}
+
+OpenedRecording BackgroundRead::Finish(const QString& name, QWidget* parent) {
+    if (opened_.wait_for(kUnnoticed) != std::future_status::ready) WaitWithDialog(name, parent);
+    return opened_.get();
+}
+
+bool BackgroundRead::SharedProgress::Progress(std::uint64_t done, std::uint64_t total) {
+    if (total > 0) {
+        perMille =
+            static_cast<int>(static_cast<double>(done) / static_cast<double>(total) * kPerMille);
     }
-    void Cancel() { cancelled_ = true; }
-    // Negative: not known.
-    int PerMille() const { return perMille_; }
+    return !cancelled;
+}
 
-  private:
-    std::atomic<int> perMille_{-1};
-    std::atomic<bool> cancelled_{false};
-};
-
-OpenedRecording Guard(const ReadRecording& read, SharedProgress& progress) {
+OpenedRecording BackgroundRead::Read() {
     try {
-        return read(progress);
+        return read_(progress_);
     } catch (const std::exception& failure) {
         return Error{failure.what()};
     }
 }
 
-bool IsReady(const std::future<OpenedRecording>& opened) {
-    return opened.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+bool BackgroundRead::IsReady() const {
+    return opened_.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
 }
 
 // Until the reading thread has ended, which it also does soon after a cancel.
-void WaitWithDialog(const QString& name, QWidget* parent,
-                    const std::future<OpenedRecording>& opened, SharedProgress& progress) {
+void BackgroundRead::WaitWithDialog(const QString& name, QWidget* parent) {
     QProgressDialog dialog("Reading " + name + "…", "Cancel", 0, 0, parent);
     dialog.setWindowModality(Qt::WindowModal);
     dialog.setMinimumDuration(0);
     dialog.setAutoReset(false);
     dialog.setMinimumWidth(360);
-    QObject::connect(&dialog, &QProgressDialog::canceled, [&] { progress.Cancel(); });
+    QObject::connect(&dialog, &QProgressDialog::canceled, [this] { progress_.cancelled = true; });
 
     QEventLoop loop;
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, [&] {
-        if (IsReady(opened)) return loop.quit();
-        if (progress.PerMille() < 0 || dialog.wasCanceled()) return;
+        if (IsReady()) return loop.quit();
+        if (progress_.perMille < 0 || dialog.wasCanceled()) return;
         dialog.setMaximum(kPerMille);
-        dialog.setValue(progress.PerMille());
+        dialog.setValue(progress_.perMille);
     });
     poll.start(kPollMilliseconds);
     dialog.show();
     loop.exec();
 }
 
-}  // namespace
-
-OpenedRecording ReadInBackground(const QString& name, const ReadRecording& read, QWidget* parent) {
-    SharedProgress progress;
-    std::future<OpenedRecording> opened =
-        std::async(std::launch::async, [&] { return Guard(read, progress); });
-    if (opened.wait_for(kUnnoticed) != std::future_status::ready) {
-        WaitWithDialog(name, parent, opened, progress);
-    }
-    return opened.get();
+std::unique_ptr<BackgroundRead> StartReading(const std::string& path) {
+    return std::make_unique<BackgroundRead>([path](formats::IOpenProgress& progress) {
+        return formats::OpenRecording(path, {}, &progress);
+    });
 }
 
 }  // namespace kvx::desktop

@@ -20,6 +20,8 @@ namespace {
 
 int RunWindow(const std::string& file) {
     FilterToolkitMessages();
+    // While the window comes up, the file is read already.
+    std::unique_ptr<BackgroundRead> reading = file.empty() ? nullptr : StartReading(file);
     int count = 1;
     char name[] = "kvxostrace";
     char* arguments[] = {name, nullptr};
@@ -32,10 +34,10 @@ int RunWindow(const std::string& file) {
     workbench.Window().show();
     QTimer::singleShot(0, &application, [&] {
         if (!failure.isEmpty()) workbench.Window().ShowError("Cannot Start Component", failure);
-        if (file.empty()) {
-            workbench.OpenDemonstration();
+        if (reading) {
+            workbench.Open(QFile::decodeName(file.c_str()), std::move(reading));
         } else {
-            workbench.Open(QFile::decodeName(file.c_str()));
+            workbench.OpenDemonstration();
         }
     });
     return QApplication::exec();

@@ -5,7 +5,6 @@
 #include <QMessageBox>
 
 #include "host/CommandIds.h"
-#include "workbench/desktop/BackgroundRead.h"
 #include "workbench/desktop/QtText.h"
 #include "workbench/simulation/Generate.h"
 
@@ -51,7 +50,11 @@ QString Workbench::Start(const QString& directory, const char* component) {
 }
 
 bool Workbench::Open(const QString& path) {
-    if (!Read(path)) return false;
+    return Open(path, StartReading(QFile::encodeName(path).toStdString()));
+}
+
+bool Workbench::Open(const QString& path, std::unique_ptr<BackgroundRead> reading) {
+    if (!Show(path, *reading)) return false;
     window_.Recent().Add(path);
     window_.ShowRecording(trace_.get());
     return true;
@@ -60,23 +63,19 @@ bool Workbench::Open(const QString& path) {
 bool Workbench::OpenDemonstration() {
     auto folder = std::make_unique<QTemporaryDir>();
     const QString path = folder->filePath("demonstration.log");
-    const std::string failure =
-        simulation::WriteDemonstration(QFile::encodeName(path).toStdString());
+    const std::string file = QFile::encodeName(path).toStdString();
+    const std::string failure = simulation::WriteDemonstration(file);
     if (!failure.empty()) {
         window_.ShowError("Cannot Write Demonstration", FromUtf8(failure));
         return false;
     }
-    if (!Read(path)) return false;
+    if (!Show(path, *StartReading(file))) return false;
     demonstration_ = std::move(folder);
     return true;
 }
 
-bool Workbench::Read(const QString& path) {
-    const std::string file = QFile::encodeName(path).toStdString();
-    const ReadRecording read = [&file](formats::IOpenProgress& progress) {
-        return formats::OpenRecording(file, {}, &progress);
-    };
-    OpenedRecording recording = ReadInBackground(QFileInfo(path).fileName(), read, &window_);
+bool Workbench::Show(const QString& path, BackgroundRead& reading) {
+    OpenedRecording recording = reading.Finish(QFileInfo(path).fileName(), &window_);
     if (!recording) {
         if (recording.GetError().cancelled) return false;
         window_.ShowError("Cannot Open Trace", FromUtf8(recording.GetError().message));

@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <memory>
 
+#include "workbench/desktop/BackgroundRead.h"
 #include "workbench/desktop/ComponentModule.h"
 #include "workbench/desktop/DockingHost.h"
 #include "workbench/desktop/HostServices.h"
@@ -29,6 +30,8 @@ class Workbench {
     // Reads the file or folder and shows it in place of what is open. When it cannot be read, a
     // message says so and what is open stays.
     bool Open(const QString& path);
+    // The same, when reading it was started before.
+    bool Open(const QString& path, std::unique_ptr<BackgroundRead> reading);
     // Shows a recording that was read already, in a service of its own; false when the component is
     // not there.
     bool Show(std::unique_ptr<service::TraceService> trace);
@@ -48,7 +51,7 @@ class Workbench {
     void OpenTraceWindow();
 
   private:
-    bool Read(const QString& path);
+    bool Show(const QString& path, BackgroundRead& reading);
     void Install(std::unique_ptr<service::TraceService> trace);
     void DropRecording();
     bool IsTraceWindowOpen();
