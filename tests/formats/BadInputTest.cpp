@@ -123,14 +123,15 @@ TEST(BadInput, CtfFolders) {
             "line 6: unexpected \"]\"");
     refuses("open", "/* CTF 1.8 */\ntrace {\n major = 1; minor = 8;\n",
             "line 2: \"{\" is not closed");
-    refuses("nonsense", "/* CTF 1.8 */\ntrace { major = 1; minor = 8; byte_order = up; };\n", "");
+    refuses("nonsense", "/* CTF 1.8 */\ntrace { major = 1; minor = 8; byte_order = up; };\n",
+            "metadata: the library cannot make sense of it");
     constexpr std::string_view kGood =
         "/* CTF 1.8 */\ntypealias integer { size = 8; align = 8; signed = false; } := uint8_t;\n"
         "trace { major = 1; minor = 8; byte_order = le; };\n"
         "stream { event.header := struct { uint8_t id; }; };\nevent { name = tick; id = 1; };\n";
-    refuses("no_streams", kGood, "");
+    refuses("no_streams", kGood, "the trace holds no events");
     folder.Write("empty_stream/channel0", "");
-    refuses("empty_stream", kGood, "");
+    refuses("empty_stream", kGood, "the trace holds no events");
     folder.Write("endless/channel0", "\x01\x01");
     refuses("endless",
             "/* CTF 1.8 */\ntrace { major = 1; minor = 8; byte_order = le; };\n"

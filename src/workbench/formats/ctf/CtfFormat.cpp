@@ -66,6 +66,17 @@ std::uint64_t SizeOf(const std::vector<std::string>& folders) {
     return bytes;
 }
 
+std::string WhyNothing(const std::string& path, const std::vector<std::string>& folders,
+                       const RunResult& result) {
+    if (result.end == RunEnd::Complete) return path + ": the trace holds no events";
+    // The library then keeps to itself what it does not like.
+    for (const auto& folder : folders)
+        if (result.reason == "Cannot create trace for `" + folder + "`")
+            return folder +
+                   "/metadata: the library cannot make sense of it, and does not say where";
+    return path + ": " + result.reason;
+}
+
 Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions& /*options*/,
                                         IOpenProgress* progress) {
     const auto path =
@@ -81,9 +92,7 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
         return Error{candidate.path + ": the metadata describes events that take no room"};
     if (result.end == RunEnd::Stopped)
         return Error{candidate.path + ": opening was cancelled", true};
-    if (trace.records.Count() == 0)
-        return Error{candidate.path + ": " +
-                     (result.reason.empty() ? "the trace holds no events" : result.reason)};
+    if (trace.records.Count() == 0) return Error{WhyNothing(candidate.path, folders, result)};
     return std::unique_ptr<Recording>(
         std::make_unique<CtfRecording>(candidate.path, std::move(trace), result.reason));
 }
