@@ -42,6 +42,8 @@ Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptio
     }
     for (const auto* format : kFormats)
         if (format->recognises(candidate)) return format->open(candidate, options, progress);
+    if (folder) std::filesystem::directory_iterator(path, error);
+    if (folder && error) return Error{path + ": " + error.message()};
     if (folder) return Error{path + ": the folder holds no CTF trace (no file \"metadata\" in it)"};
     return Error{path + ": not a trace of a known format (" + KnownFormats() + ")"};
 }
