@@ -7,15 +7,17 @@
 #include "workbench/cli/Events.h"
 #include "workbench/cli/Generate.h"
 #include "workbench/cli/Info.h"
+#include "workbench/cli/Keys.h"
 
 namespace kvx::cli {
 namespace {
 
-constexpr std::array<AddSubCommand, 4> kSubCommands = {
+constexpr std::array<AddSubCommand, 5> kSubCommands = {
     &AddInfo,
     &AddEvents,
     &AddAnalyze,
     &AddGenerate,
+    &AddKeys,
 };
 
 }  // namespace
