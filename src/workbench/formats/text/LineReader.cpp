@@ -7,7 +7,11 @@
 namespace kvx::formats {
 
 void LineReader::Seek(std::uint32_t record) {
-    if (positioned_ && record == next_) return;
+    // A record a little further on is reached line by line, without going back to a mark.
+    if (positioned_ && record >= next_ && record - next_ < LineIndex::kMarkDistance) {
+        while (next_ < record) Next();
+        return;
+    }
     positioned_ = true;
     next_ = record;
     const auto& segments = index_.segments;

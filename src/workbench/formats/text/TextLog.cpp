@@ -63,9 +63,8 @@ std::string TextLog::Detail(std::uint32_t record) const {
 }
 
 std::string_view TextLog::LineOf(std::uint32_t record) const {
-    LineReader reader(log_.index);
-    reader.Seek(record);
-    return reader.Next();
+    textReader_.Seek(record);
+    return textReader_.Next();
 }
 
 Record TextLog::At(std::uint32_t record) const {

@@ -70,6 +70,7 @@ class TextLog : public Recording {
     bool IsCut(std::string_view line) const;
 
     LineReader reader_{log_.index};
+    mutable LineReader textReader_{log_.index};  // of texts, which are often asked for in order
 };
 
 }  // namespace kvx::formats
