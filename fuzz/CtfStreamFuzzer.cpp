@@ -1,4 +1,5 @@
-// The library leaks on some metadata that it refuses: run the fuzzer with -detect_leaks=0.
+// The library leaks on some metadata that it refuses: run the fuzzer with
+// ASAN_OPTIONS=detect_leaks=0.
 //
 // CTF: the metadata up to the first zero byte, if there is one, then the stream; otherwise a stream
 // of a Zephyr kernel.
