@@ -1,5 +1,6 @@
 #include "component/OSTraceApp.h"
 
+#include "platform/SystemInfo.h"
 #include "platform/qt/QtBackend.h"
 
 CKvxOSTraceApp& GetOSTraceApp() {
@@ -11,6 +12,7 @@ CKvxOSTraceApp& GetOSTraceApp() {
 // keeps nothing there and may be unloaded.
 void CKvxOSTraceApp::AddInstance(std::uintptr_t key) {
     kvx::InstallQtBackend();
+    RequireLightSysColors();  // black run bars, engraved cell texts
     instances_[key] = std::make_unique<CKvxOSTraceDataCtrl>();
 }
 

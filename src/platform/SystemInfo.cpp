@@ -37,6 +37,14 @@ SIZE ScreenSize() {
     return backend ? backend->Desktop().ScreenSize() : SIZE{};
 }
 
+bool g_lightOnly = false;
+
+bool HasDarkWindows(kvx::IBackend& backend) {
+    const auto window = backend.Desktop().SysColor(COLOR_WINDOW);
+    constexpr unsigned kMiddle = 3 * 128;
+    return window && GetRValue(*window) + GetGValue(*window) + GetBValue(*window) < kMiddle;
+}
+
 }  // namespace
 
 int GetSystemMetrics(int index) {
@@ -66,10 +74,14 @@ int GetSystemMetrics(int index) {
     }
 }
 
+void RequireLightSysColors() {
+    g_lightOnly = true;
+}
+
 COLORREF GetSysColor(int index) {
     kvx::IBackend* backend = kvx::InstalledBackend();
-    const auto colour = backend ? backend->Desktop().SysColor(index) : std::nullopt;
-    return colour.value_or(ClassicColour(index));
+    if (!backend || (g_lightOnly && HasDarkWindows(*backend))) return ClassicColour(index);
+    return backend->Desktop().SysColor(index).value_or(ClassicColour(index));
 }
 
 DWORD GetTickCount() {

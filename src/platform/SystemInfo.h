@@ -42,6 +42,9 @@ int GetSystemMetrics(int index);
 // Of the toolkit's palette, light or dark; the classic light colours where no back-end is
 // installed. Black for an index that is not above.
 COLORREF GetSysColor(int index);
+// For a module whose drawing is made for light windows: while the toolkit's palette is dark,
+// GetSysColor answers the classic light colours.
+void RequireLightSysColors();
 // Milliseconds since some moment; wraps.
 DWORD GetTickCount();
 

@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QImage>
+#include <QPixmap>
+#include <QWidget>
+
 #include "component/ModuleBoxes.h"
 #include "component/TestHost.h"
 #include "host/FormatViewClient.h"
@@ -151,6 +156,30 @@ TEST(Session, ALibraryWithoutAFunctionLeavesTheDebuggerDisconnected) {
     }
     host.debugger.module = right;
     FreeLibrary(wrong);
+}
+
+TEST(Session, ADarkDesktopKeepsTheChartOnLightGround) {
+    TestHost host;
+    const ModuleBoxes boxes;
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::Base, QColor(25, 25, 25));
+    dark.setColor(QPalette::Window, QColor(45, 45, 45));
+    QApplication::setPalette(dark);
+    host.trace.Load(SmallTrace());
+    {
+        const Session session(host);
+        host.docking.Command(kOpenOSTrace);
+        host.Send(host::kEventTraceReady);
+        auto* const control = reinterpret_cast<QWidget*>(host.docking.Control());
+        ASSERT_NE(control, nullptr);
+        control->resize(600, 300);
+        const QImage picture = control->grab().toImage();
+        // In the chart below the lines, and in the face of a table cell.
+        EXPECT_GT(picture.pixelColor(500, 220).lightness(), 200);
+        EXPECT_GT(picture.pixelColor(20, 200).lightness(), 150);
+    }
+    QApplication::setPalette(before);
 }
 
 TEST(Session, FontAndColoursAreKeptAsProperties) {
