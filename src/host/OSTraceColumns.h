@@ -28,21 +28,21 @@ struct EventList {
 // DiscardData or change of the line order.
 struct OSTraceColumns {
     std::uint32_t eventCount = 0;
-    const std::int64_t* time = nullptr;      // count of each event, non-decreasing
-    const std::uint32_t* endEvent = nullptr; // kinds 1 and 2: the event that ends the interval, or
-                                             // kOpenEnd; not meaningful for kind 3
-    const std::uint32_t* context = nullptr;  // GetEventContext
-    const std::uint32_t* next = nullptr;     // kind 1: GetEventNextContext; kind 2: state context
-    const std::uint8_t* kind = nullptr;      // 1 dispatch, 2 state, 3 system call
-    const std::uint8_t* code = nullptr;      // kind 2: state 1 to 13; kind 3: class 1 to 13
-    const std::uint8_t* flags = nullptr;     // kind 2: kFlagSuspended, kFlagPaused
+    const std::int64_t* time = nullptr;       // count of each event, non-decreasing
+    const std::uint32_t* endEvent = nullptr;  // kinds 1 and 2: the event that ends the interval, or
+                                              // kOpenEnd; not meaningful for kind 3
+    const std::uint32_t* context = nullptr;   // GetEventContext
+    const std::uint32_t* next = nullptr;      // kind 1: GetEventNextContext; kind 2: state context
+    const std::uint8_t* kind = nullptr;       // 1 dispatch, 2 state, 3 system call
+    const std::uint8_t* code = nullptr;       // kind 2: state 1 to 13; kind 3: class 1 to 13
+    const std::uint8_t* flags = nullptr;      // kind 2: kFlagSuspended, kFlagPaused
 
     std::uint32_t contextCount = 0;
     const std::uint32_t* lineOfContext = nullptr;
 
-    EventList dispatches;                     // all events of kind 1
-    EventList sysCalls;                       // all events of kind 3
-    const EventList* stateEvents = nullptr;   // by context: its events of kind 2
+    EventList dispatches;                    // all events of kind 1
+    EventList sysCalls;                      // all events of kind 3
+    const EventList* stateEvents = nullptr;  // by context: its events of kind 2
     // By context: the events of kind 1 whose next it is, its events of kind 3. Either may be null;
     // the reader then finds them in the lists of all.
     const EventList* dispatchesTo = nullptr;

@@ -46,6 +46,10 @@ TEST_F(Lines, DraggedLinesMoveAndTheDefaultOrderComesBack) {
     // Below the last line: to the end.
     Drag(Cell(1), {40, Geometry().LinesBottom() + 40});
     EXPECT_EQ(NameOf(3), order[2]);
+    // Order and hidden lines are the service's: they outlive a reload.
+    view->OnUpdate(view, kHintTraceReady, nullptr);
+    EXPECT_EQ(NameOf(1), order[0]);
+    EXPECT_EQ(data.contexts.IsShown(1), 0);
     // The analyses follow the lines.
     EXPECT_EQ(data.runTime.Find(3)->Num > 0, true);
     Command(ids::kDefaultOrder);

@@ -13,11 +13,7 @@ namespace kvx::cli {
 namespace {
 
 constexpr std::array<AddSubCommand, 5> kSubCommands = {
-    &AddInfo,
-    &AddEvents,
-    &AddAnalyze,
-    &AddGenerate,
-    &AddKeys,
+    &AddInfo, &AddEvents, &AddAnalyze, &AddGenerate, &AddKeys,
 };
 
 }  // namespace
