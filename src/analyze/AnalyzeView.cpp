@@ -3,6 +3,7 @@
 #include <mutex>
 
 #include "analyze/Tables.h"
+#include "framework/FontCell.h"
 #include "framework/HostWorkspaceStore.h"
 #include "framework/InstanceDataCtrl.h"
 #include "framework/StatusFrameWnd.h"
@@ -10,7 +11,6 @@
 #include "host/CommandIds.h"
 #include "host/DebuggerFunctions.h"
 #include "host/ModuleHost.h"
-#include "platform/ClientDC.h"
 #include "platform/SystemInfo.h"
 #include "trace/TraceData.h"
 #include "traceview/model/MarkText.h"
@@ -108,13 +108,9 @@ void COSAnalyzeView::OnUpdate(CWnd*, LPARAM hint, CObject*) {
 
 void COSAnalyzeView::SetViewFont(CFont* font) {
     font_ = font;
-    CClientDC dc(this);
-    CFont* const previous = dc.SelectObject(font_);
-    TEXTMETRIC metrics;
-    dc.GetTextMetrics(&metrics);
-    dc.SelectObject(previous);
-    charWidth_ = metrics.tmAveCharWidth;
-    rowHeight_ = metrics.tmHeight + metrics.tmExternalLeading;
+    const FontCell cell = MeasureFontCell(*this, font_);
+    charWidth_ = cell.width;
+    rowHeight_ = cell.height;
     columns_.SetCharWidth(charWidth_);
     LayOutColumns();
     Invalidate(true);

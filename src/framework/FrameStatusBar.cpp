@@ -1,5 +1,6 @@
 #include "framework/FrameStatusBar.h"
 
+#include "framework/FontCell.h"
 #include "platform/ClientDC.h"
 #include "platform/SystemInfo.h"
 
@@ -28,13 +29,9 @@ bool CFrameStatusBar::Create(CWnd* parent, UINT id, bool sizeGrip) {
 
 int CFrameStatusBar::OnCreate(const CREATESTRUCT* create) {
     if (CStatusBarCtrl::OnCreate(create) == -1) return -1;
-    CClientDC dc(this);
-    CFont* const previous = dc.SelectObject(GetFont());
-    TEXTMETRIC metrics;
-    dc.GetTextMetrics(&metrics);
-    dc.SelectObject(previous);
-    charWidth_ = metrics.tmAveCharWidth;
-    lineHeight_ = metrics.tmHeight + metrics.tmExternalLeading;
+    const FontCell cell = MeasureFontCell(*this, GetFont());
+    charWidth_ = cell.width;
+    lineHeight_ = cell.height;
     return 0;
 }
 

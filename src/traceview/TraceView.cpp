@@ -1,5 +1,6 @@
 #include "traceview/TraceView.h"
 
+#include "framework/FontCell.h"
 #include "framework/HostWorkspaceStore.h"
 #include "framework/InstanceDataCtrl.h"
 #include "framework/StatusFrameWnd.h"
@@ -7,7 +8,6 @@
 #include "host/CommandIds.h"
 #include "host/DebuggerFunctions.h"
 #include "host/ModuleHost.h"
-#include "platform/ClientDC.h"
 #include "platform/Resources.h"
 #include "platform/SystemInfo.h"
 #include "trace/TraceData.h"
@@ -125,13 +125,9 @@ void COSTraceView::OnInitialUpdate() {
 
 void COSTraceView::SetViewFont(CFont* font) {
     font_ = font;
-    CClientDC dc(this);
-    CFont* const previous = dc.SelectObject(font_);
-    TEXTMETRIC metrics;
-    dc.GetTextMetrics(&metrics);
-    dc.SelectObject(previous);
-    charWidth_ = metrics.tmAveCharWidth;
-    lineHeight_ = metrics.tmHeight + metrics.tmExternalLeading;
+    const FontCell cell = MeasureFontCell(*this, font_);
+    charWidth_ = cell.width;
+    lineHeight_ = cell.height;
     LayOutColumns();
     Invalidate(true);
     UpdateWindow();

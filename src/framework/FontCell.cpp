@@ -1,0 +1,12 @@
+#include "framework/FontCell.h"
+
+#include "platform/ClientDC.h"
+
+FontCell MeasureFontCell(CWnd& window, CFont* font) {
+    CClientDC dc(&window);
+    CFont* const previous = dc.SelectObject(font);
+    TEXTMETRIC metrics;
+    dc.GetTextMetrics(&metrics);
+    dc.SelectObject(previous);
+    return {metrics.tmAveCharWidth, metrics.tmHeight + metrics.tmExternalLeading};
+}

@@ -1,0 +1,14 @@
+#pragma once
+// The cell of a font, from which tables are laid out.
+
+#include "platform/Font.h"
+
+class CWnd;
+
+struct FontCell {
+    int width = 0;   // average character width in pixels
+    int height = 0;  // text height plus external leading
+};
+
+// font null: the default font.
+FontCell MeasureFontCell(CWnd& window, CFont* font);
