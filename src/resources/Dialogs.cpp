@@ -185,7 +185,7 @@ constexpr auto MakeColourControls() {
     }
     controls[n++] = Button(4114, "Reset", 188, 114, 42, 13);
     controls[n++] = Button(4113, "Reset", 188, 225, 42, 13);
-    controls[n++] = Button(4119, "Reset", 188, 291, 42, 13);
+    controls[n++] = Button(4119, "Reset", 188, 295, 42, 12);
     controls[n++] = Button(IDOK, "OK", 131, 313, 50, 14, BS_DEFPUSHBUTTON);
     controls[n++] = Button(IDCANCEL, "Cancel", 185, 313, 50, 14);
     return controls;
