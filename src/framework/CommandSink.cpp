@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "framework/NamedColors.h"
 #include "host/Guarded.h"
 #include "host/Identifiers.h"
+#include "host/NamedColors.h"
 
 using kvx::Bstr;
 using kvx::host::Guarded;

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "framework/NamedColors.h"
 #include "framework/UpdateHints.h"
 #include "host/CommandIds.h"
 #include "host/Guarded.h"
+#include "host/NamedColors.h"
 #include "platform/Resources.h"
 #include "sink/OSAnalyzeInstanceCtrl.h"
 #include "sink/OSTraceInstanceCtrl.h"

@@ -1,6 +1,6 @@
 #include "sink/FrameInstanceCtrl.h"
 
-#include "framework/NamedColors.h"
+#include "framework/SystemColors.h"
 #include "platform/Resources.h"
 
 CFrameInstanceCtrl::CFrameInstanceCtrl(IQHost* host, IDockingManager* docking,

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "framework/HeaderCellPainter.h"
-#include "framework/NamedColors.h"
+#include "framework/SystemColors.h"
 #include "support/RecordingGraphics.h"
 
 namespace {

@@ -15,5 +15,3 @@ const char* NameOfColor(int index);
 int IndexOfColor(std::string_view name);
 // False, with the colour of row 0, for the two system colours and outside the table.
 bool ColorOfIndex(int index, COLORREF* color);
-// The colour to draw with: system colours are those for text, or for its background.
-COLORREF ResolveColor(int index, bool background);

@@ -1,8 +1,6 @@
-#include "framework/NamedColors.h"
+#include "host/NamedColors.h"
 
 #include <iterator>
-
-#include "platform/SystemInfo.h"
 
 namespace {
 
@@ -55,14 +53,4 @@ bool ColorOfIndex(int index, COLORREF* color) {
     const bool plain = InTable(index) && index != kColorSystem && index != kColorHighlight;
     *color = kColors[plain ? index : 0].color;
     return plain;
-}
-
-COLORREF ResolveColor(int index, bool background) {
-    if (index == kColorSystem) return GetSysColor(background ? COLOR_WINDOW : COLOR_WINDOWTEXT);
-    if (index == kColorHighlight) {
-        return GetSysColor(background ? COLOR_HIGHLIGHT : COLOR_HIGHLIGHTTEXT);
-    }
-    COLORREF color = 0;
-    ColorOfIndex(index, &color);
-    return color;
 }
