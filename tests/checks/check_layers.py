@@ -38,6 +38,7 @@ ALLOWED = {
     "workbench/service": ["platform", "host"],
     "workbench/formats": ["platform", "host", "workbench/service"],
     "workbench/simulation": ["platform"],
+    "workbench/target": ["host", "platform", "workbench/service", "workbench/simulation"],
     "workbench/cli": WORKBENCH + CORE,
     "workbench/desktop": WORKBENCH,
     "workbench/debuglib": ["platform", "host"],
@@ -46,7 +47,8 @@ ALLOWED = {
 # What nobody but these may include, although a parent folder is allowed.
 PRIVATE = {"platform/qt": {"platform/qt", "component", "workbench"}}
 MAY_SEE_TOOLKIT = ("platform/qt", "workbench/desktop", "workbench")
-NO_TOOLKIT = ("workbench/service", "workbench/formats", "workbench/simulation", "workbench/cli")
+NO_TOOLKIT = ("workbench/service", "workbench/formats", "workbench/simulation", "workbench/target",
+              "workbench/cli")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 

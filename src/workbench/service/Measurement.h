@@ -14,6 +14,7 @@ class IMeasurement {
     virtual HRESULT Start() = 0;
     // kRangeFull or kRangeFree.
     virtual HRESULT SetRangeCondition(std::int32_t condition) = 0;
+    virtual std::int32_t GetRangeCondition() const = 0;
 };
 
 }  // namespace kvx::service

@@ -73,16 +73,13 @@ HRESULT TraceService::StartMeasurement() {
 
 HRESULT TraceService::GetRangeCondition(std::int32_t* condition) {
     if (!condition) return E_POINTER;
-    *condition = range_;
+    *condition = measurement_ ? measurement_->GetRangeCondition() : range_;
     return S_OK;
 }
 
 HRESULT TraceService::SetRangeCondition(std::int32_t condition) {
     if (condition != kRangeFull && condition != kRangeFree) return E_INVALIDARG;
-    if (measurement_) {
-        const HRESULT status = measurement_->SetRangeCondition(condition);
-        if (Failed(status)) return status;
-    }
+    if (measurement_) return measurement_->SetRangeCondition(condition);
     range_ = condition;
     return S_OK;
 }

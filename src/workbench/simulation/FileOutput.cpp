@@ -44,4 +44,9 @@ std::string FileOutput::Failure() const {
     return path_ + ": " + std::generic_category().message(error_);
 }
 
+std::string WriteFile(const std::string& path, std::string_view bytes) {
+    FileOutput file(path);
+    return file.Write(bytes) && file.Close() ? "" : file.Failure();
+}
+
 }  // namespace kvx::simulation

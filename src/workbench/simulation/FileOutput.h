@@ -28,4 +28,7 @@ class FileOutput : public IByteOutput {
     int error_ = 0;  // errno
 };
 
+// Writes a whole file. An empty text, or "path: reason".
+std::string WriteFile(const std::string& path, std::string_view bytes);
+
 }  // namespace kvx::simulation

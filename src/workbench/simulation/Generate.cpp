@@ -23,8 +23,7 @@ class NoSink : public ITraceSink {
 std::string WriteResource(const std::string& path) {
     NoSink sink;
     const DriveController controller(sink, 0);
-    FileOutput file(path);
-    return file.Write(ResourceText(controller.GetKernel())) && file.Close() ? "" : file.Failure();
+    return WriteFile(path, ResourceText(controller.GetKernel()));
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <array>
 #include <charconv>
 #include <cstring>
-#include <string_view>
 
 namespace kvx::simulation {
 namespace {
@@ -42,7 +41,7 @@ class LineWriter {
 
 void PutState(const TraceRecord& record, LineWriter& line) {
     line.Text("task ").Number(record.id).Text(" becomes ");
-    line.Text(kStates[static_cast<std::size_t>(record.state)]).Text(".");
+    line.Text(NameOf(record.state)).Text(".");
 }
 
 void PutHandler(std::string_view crossing, const TraceRecord& record, LineWriter& line) {
@@ -97,6 +96,10 @@ void PutRecord(const TraceRecord& record, LineWriter& line) {
 }
 
 }  // namespace
+
+std::string_view NameOf(TaskState state) {
+    return kStates[static_cast<std::size_t>(state)];
+}
 
 char* PutLogLine(const TraceRecord& record, char* to) {
     LineWriter line(to);

@@ -2,12 +2,14 @@
 
 #include <nlohmann/json.hpp>
 
+#include "workbench/simulation/LogLine.h"
+
 namespace kvx::simulation {
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json TaskResource(const Task& task) {
+Json TaskResource(const Task& task, const KernelMoment& start) {
     const TaskConfig& config = task.config;
     return {{"Type", "Task"},
             {"Attributes",
@@ -18,7 +20,7 @@ Json TaskResource(const Task& task) {
               {"task", config.function},
               {"stksz", config.stackSize},
               {"stk", "NULL"},
-              {"state", config.active ? "RUNNABLE" : "DORMANT"}}}};
+              {"state", NameOf(start.StateOf(task))}}}};
 }
 
 Json HandlerResource(const Handler& handler) {
@@ -30,10 +32,12 @@ Json HandlerResource(const Handler& handler) {
 
 }  // namespace
 
-std::string ResourceText(const Kernel& kernel) {
+std::string ResourceText(const Kernel& kernel, const KernelMoment& start) {
     Json resources;
-    resources["CurrentContext"] = {{"Type", "Context"}, {"Attributes", {{"name", "None"}}}};
-    for (const auto& task : kernel.AllTasks()) resources[task.config.name] = TaskResource(task);
+    if (start.IsIdle())
+        resources["CurrentContext"] = {{"Type", "Context"}, {"Attributes", {{"name", "None"}}}};
+    for (const auto& task : kernel.AllTasks())
+        resources[task.config.name] = TaskResource(task, start);
     for (const auto& line : kernel.Interrupts().Lines())
         resources[line.handler.name] = HandlerResource(line.handler);
     for (const auto& routine : kernel.ServiceRoutines())

@@ -4,10 +4,12 @@
 #include <string>
 
 #include "workbench/simulation/Kernel.h"
+#include "workbench/simulation/KernelMoment.h"
 
 namespace kvx::simulation {
 
-// The whole file (JSON) for a kernel as it is configured.
-std::string ResourceText(const Kernel& kernel);
+// The whole file (JSON) for a log of the kernel that begins at that moment; the default is the
+// kernel's start.
+std::string ResourceText(const Kernel& kernel, const KernelMoment& start = {});
 
 }  // namespace kvx::simulation
