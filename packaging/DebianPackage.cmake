@@ -1,0 +1,28 @@
+# The Debian package: `cpack` in the build folder, or scripts/make-package.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME kvxostrace)
+set(CPACK_PACKAGE_CONTACT "KvxOSTrace maintainers <maintainers@kvxostrace.invalid>")
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION devel)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Not linked: the chart's font, and the toolkit's reader of the window's icon.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, libqt6svg6")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+"viewer of recorded traces of real-time kernels
+Draws what a uITRON-style kernel did as a time chart, one line for each
+task and handler: when it ran, what it waited for, which system calls it
+issued and who took the processor from whom. Puts the same recording into
+numbers: run times, ready-to-run waits, the history of system calls.
+.
+Reads ITRON kernel text logs and CTF traces of Zephyr and Linux. The same
+analyses are there without a window, for scripts.")
+
+include(CPack)

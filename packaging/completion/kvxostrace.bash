@@ -1,0 +1,53 @@
+# Completion of kvxostrace for bash; works with and without the package bash-completion.
+
+_kvxostrace_files() {
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -f -- "$1")
+}
+
+# The sub-command among the words before the cursor.
+_kvxostrace_command() {
+    local word
+    for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+        case $word in
+            info | events | analyze | generate | keys | render) printf %s "$word" && return ;;
+        esac
+    done
+}
+
+_kvxostrace() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+    local command options trace='--cpu --res --strict'
+    case $previous in
+        --res | --csv | -o | --output) _kvxostrace_files "$current" && return ;;
+        --table)
+            mapfile -t COMPREPLY < <(compgen -W 'run-time rdy-run syscalls all' -- "$current")
+            return
+            ;;
+        --cpu | --from | --count | --start | --end | --sort | --size | --events | --seed) return ;;
+    esac
+
+    command=$(_kvxostrace_command)
+    case $command in
+        info) options="$trace --json" ;;
+        events) options="$trace --from --count" ;;
+        analyze) options="$trace --table --start --end --sort --csv --json" ;;
+        render) options="$trace -o --output --size --start --end" ;;
+        generate) options='--events --seed -o --output' ;;
+        keys) options=--html ;;
+        *) options=--version ;;
+    esac
+    if [[ $current == -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "-h --help $options" -- "$current")
+        return
+    fi
+    case $command in
+        generate | keys) return ;;
+    esac
+    _kvxostrace_files "$current"
+    [ -n "$command" ] && return
+    mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY \
+        < <(compgen -W 'info events analyze generate keys render' -- "$current")
+}
+
+complete -F _kvxostrace kvxostrace
