@@ -3,6 +3,7 @@
 // turns the toolkit's events into messages, shows surfaces, and runs the standard dialogs. One
 // back-end is installed per module at run time; several modules on one toolkit share its windows.
 //
+// Coordinates are logical pixels; only surfaces and text masks have device pixels.
 // Handles may belong to another module unless said otherwise. All on the user-interface thread.
 
 #include <memory>
@@ -130,6 +131,9 @@ class IWindows {
     virtual RECT ScreenBounds(HWND window) const = 0;
     virtual SIZE ClientSize(HWND window) const = 0;
     virtual POINT ClientOrigin(HWND window) const = 0;  // on the screen
+    // Of the client area of a window of this module. It changes with the screen that shows the
+    // window, and with the window's place in its parents.
+    virtual PixelGrid Grid(HWND window) const = 0;
 
     // The toolkit asks for the picture when it next paints, or at once.
     virtual void Present(HWND window, const RECT& client, bool atOnce) = 0;
@@ -180,19 +184,20 @@ class IControls {
     virtual void SetProgress(HWND bar, int lower, int upper, int position) = 0;
 };
 
-// One run of text as a mask of coverage, 0 to 255 a pixel, row by row.
+// One run of text as a mask of coverage, 0 to 255 a device pixel, row by row.
 struct TextMask {
-    POINT offset;  // of the mask from the top left corner of the text's cell
-    SIZE size;
-    SIZE extent;  // of the text's cell
+    POINT offset;  // of the mask from the top left corner of the text's cell, in device pixels
+    SIZE size;     // device pixels
+    SIZE extent;   // of the text's cell, in logical pixels: the same at every ratio
     std::vector<std::uint8_t> coverage;
 };
 
 class ITextEngine {
   public:
     virtual ~ITextEngine() = default;
-    virtual TEXTMETRIC Metrics(const LOGFONT& font) = 0;
-    virtual TextMask Render(const LOGFONT& font, std::string_view utf8) = 0;
+    virtual TEXTMETRIC Metrics(const LOGFONT& font) = 0;  // logical pixels
+    // ratio: device pixels a logical pixel. The glyphs keep to the text's cell as they do at 1.
+    virtual TextMask Render(const LOGFONT& font, std::string_view utf8, double ratio) = 0;
 };
 
 // Modal dialogs of the desktop.

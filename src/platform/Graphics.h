@@ -1,7 +1,7 @@
 #pragma once
-// What a device context draws on: the seam below CDC. Coordinates are pixels of the surface (the
-// context has added its origin already). Rectangles exclude right and bottom, lines exclude their
-// last point; nothing is antialiased but text.
+// What a device context draws on: the seam below CDC. Coordinates are logical pixels of the
+// surface (the context has added its origin already). Rectangles exclude right and bottom, lines
+// exclude their last point; nothing is antialiased but text.
 
 #include <optional>
 #include <string_view>

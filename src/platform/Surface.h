@@ -1,11 +1,12 @@
 #pragma once
-// A picture in memory: what every window paints into and what the screen shows. Pixels are
-// 0xFFRRGGBB, row by row without gaps. One pixel is one logical pixel of the toolkit; a device
-// pixel ratio would be this class's and SurfaceGraphics' business alone.
+// A picture in memory: what every window paints into and what the screen shows. Its size is told in
+// logical pixels; its pixels are those of the screen, as its grid says. A pixel is 0xFFRRGGBB; they
+// stand row by row without gaps.
 
 #include <cstddef>
 #include <vector>
 
+#include "platform/PixelGrid.h"
 #include "platform/Types.h"
 
 namespace kvx {
@@ -20,12 +21,19 @@ constexpr COLORREF FromPixel(std::uint32_t pixel) {
 class Surface {
   public:
     Surface() = default;
-    Surface(SIZE size, COLORREF fill) { Resize(size, fill); }
+    Surface(SIZE size, COLORREF fill, const PixelGrid& grid = {}) : grid_(grid) {
+        Resize(size, fill);
+    }
 
     // Keeps what is in both sizes; new pixels get the colour. Negative sizes count as 0.
     void Resize(SIZE size, COLORREF fill);
+    // Logical pixels.
     SIZE Size() const { return size_; }
-    RECT Bounds() const { return {0, 0, size_.cx, size_.cy}; }
+    const PixelGrid& Grid() const { return grid_; }
+
+    // Device pixels from here on.
+    SIZE DeviceSize() const { return device_; }
+    RECT DeviceBounds() const { return {0, 0, device_.cx, device_.cy}; }
     std::uint32_t* Row(int y) { return pixels_.data() + Offset(y); }
     const std::uint32_t* Row(int y) const { return pixels_.data() + Offset(y); }
     const std::uint32_t* Data() const { return pixels_.data(); }
@@ -34,9 +42,11 @@ class Surface {
 
   private:
     std::size_t Offset(int y) const {
-        return static_cast<std::size_t>(y) * static_cast<std::size_t>(size_.cx);
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(device_.cx);
     }
+    PixelGrid grid_;
     SIZE size_;
+    SIZE device_;
     std::vector<std::uint32_t> pixels_;
 };
 

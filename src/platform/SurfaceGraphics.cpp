@@ -3,39 +3,13 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "platform/Patterns.h"
 #include "platform/Rects.h"
 #include "platform/TextCache.h"
 
 namespace kvx {
 
 namespace {
-
-// One byte a row, the leftmost pixel in the highest bit.
-constexpr std::uint8_t kHatches[6][8] = {
-    {0x00, 0x00, 0x00, 0x00, 0xFF, 0x00, 0x00, 0x00},  // horizontal
-    {0x08, 0x08, 0x08, 0x08, 0x08, 0x08, 0x08, 0x08},  // vertical
-    {0x80, 0x40, 0x20, 0x10, 0x08, 0x04, 0x02, 0x01},  // forward diagonal
-    {0x01, 0x02, 0x04, 0x08, 0x10, 0x20, 0x40, 0x80},  // backward diagonal
-    {0x08, 0x08, 0x08, 0x08, 0xFF, 0x08, 0x08, 0x08},  // cross
-    {0x81, 0x42, 0x24, 0x18, 0x18, 0x24, 0x42, 0x81},  // diagonal cross
-};
-
-struct Dashes {
-    int on;
-    int period;
-};
-
-constexpr Dashes DashesOf(int style) {
-    if (style == PS_DOT) return {3, 6};
-    if (style == PS_DASH) return {18, 24};
-    return {1, 1};
-}
-
-// Whether the pen marks the pixel at that coordinate along the line.
-bool IsMarked(const Dashes& dashes, int along) {
-    const int phase = along % dashes.period;
-    return (phase < 0 ? phase + dashes.period : phase) < dashes.on;
-}
 
 void FillSolid(Surface& surface, const RECT& area, COLORREF colour) {
     const std::uint32_t pixel = ToPixel(colour);
@@ -45,14 +19,17 @@ void FillSolid(Surface& surface, const RECT& area, COLORREF colour) {
 
 void FillHatched(Surface& surface, const RECT& area, const FillPattern& fill) {
     const std::uint32_t pixel = ToPixel(fill.colour);
+    const HatchTile& tile = HatchTileOf(fill.hatch, surface.Grid());
     for (int y = area.top; y < area.bottom; ++y) {
         std::uint32_t* row = surface.Row(y);
-        const unsigned bits = kHatches[fill.hatch][y & 7];
+        const std::uint64_t bits = tile.rows[static_cast<std::size_t>(y % tile.period)];
+        int phase = area.left % tile.period;
         for (int x = area.left; x < area.right; ++x) {
-            if (bits & (0x80u >> (x & 7)))
+            if (bits >> phase & 1)
                 row[x] = pixel;
             else if (fill.gap)
                 row[x] = ToPixel(*fill.gap);
+            if (++phase == tile.period) phase = 0;
         }
     }
 }
@@ -64,26 +41,39 @@ void FillArea(Surface& surface, const RECT& area, const FillPattern& fill) {
         FillHatched(surface, area, fill);
 }
 
-// A horizontal or vertical line is a rectangle that excludes its last point.
-RECT StraightLineRect(POINT from, POINT to, int width) {
+// The points of a line along its axis, first to last.
+struct Span {
+    int first;
+    int end;  // excluded
+};
+
+// The last point is left out, wherever the line begins.
+Span SpanOf(int from, int to) {
+    return from <= to ? Span{from, to} : Span{to + 1, from + 1};
+}
+
+// A horizontal or vertical line, in device pixels. It is as wide as the pen from the edge of its
+// first logical pixel.
+RECT StraightLineRect(POINT from, POINT to, int width, const PixelGrid& grid) {
     const int before = (width - 1) / 2;
-    const bool horizontal = from.y == to.y;
-    const int a = horizontal ? from.x : from.y;
-    const int b = horizontal ? to.x : to.y;
-    const int first = a <= b ? a : b + 1;
-    const int end = a <= b ? b : a + 1;
-    const int side = (horizontal ? from.y : from.x) - before;
-    if (horizontal) return {first, side, end, side + width};
-    return {side, first, side + width, end};
+    const int side = grid.PenWidth(width);
+    if (from.y == to.y) {
+        const auto [first, end] = SpanOf(from.x, to.x);
+        const RECT line = grid.ToDevice(RECT{first, from.y - before, end, from.y});
+        return {line.left, line.top, line.right, line.top + side};
+    }
+    const auto [first, end] = SpanOf(from.y, to.y);
+    const RECT line = grid.ToDevice(RECT{from.x - before, first, from.x, end});
+    return {line.left, line.top, line.left + side, line.bottom};
 }
 
 void DrawStraight(Surface& surface, const RECT& area, bool horizontal, const LinePattern& pen) {
     if (pen.style == PS_SOLID) return FillSolid(surface, area, pen.colour);
-    const Dashes dashes = DashesOf(pen.style);
+    const Dashes dashes = DashesOf(pen.style, surface.Grid());
     for (int y = area.top; y < area.bottom; ++y) {
         std::uint32_t* row = surface.Row(y);
         for (int x = area.left; x < area.right; ++x) {
-            if (IsMarked(dashes, horizontal ? x : y))
+            if (dashes.Marks(horizontal ? x : y))
                 row[x] = ToPixel(pen.colour);
             else if (pen.gap)
                 row[x] = ToPixel(*pen.gap);
@@ -117,25 +107,27 @@ std::vector<int> RowInsets(SIZE size, SIZE corner) {
 
 }  // namespace
 
-SurfaceGraphics::SurfaceGraphics(Surface& surface) : surface_(surface), clip_(surface.Bounds()) {}
+SurfaceGraphics::SurfaceGraphics(Surface& surface)
+    : surface_(surface), grid_(surface.Grid()), clip_(surface.DeviceBounds()) {}
 
 void SurfaceGraphics::SetClip(const std::optional<RECT>& clip) {
-    clip_ = clip ? Intersection(*clip, surface_.Bounds()) : surface_.Bounds();
+    const RECT whole = surface_.DeviceBounds();
+    clip_ = clip ? Intersection(grid_.ToDevice(*clip), whole) : whole;
 }
 
 // The part of the rectangle that may be drawn; empty areas are the empty rectangle.
-RECT SurfaceGraphics::Touch(const RECT& rect) {
-    const RECT area = Intersection(rect, clip_);
+RECT SurfaceGraphics::Touch(const RECT& device) {
+    const RECT area = Intersection(device, clip_);
     touched_ = Union(touched_, area);
     return area;
 }
 
 void SurfaceGraphics::FillRect(const RECT& rect, const FillPattern& fill) {
-    FillArea(surface_, Touch(rect), fill);
+    FillArea(surface_, Touch(grid_.ToDevice(rect)), fill);
 }
 
 void SurfaceGraphics::FlipBits(const RECT& rect, std::uint32_t bits) {
-    const RECT area = Touch(rect);
+    const RECT area = Touch(grid_.ToDevice(rect));
     for (int y = area.top; y < area.bottom; ++y) {
         std::uint32_t* row = surface_.Row(y);
         for (int x = area.left; x < area.right; ++x) row[x] ^= bits;
@@ -152,7 +144,7 @@ void SurfaceGraphics::XorRect(const RECT& rect, COLORREF colour) {
 
 void SurfaceGraphics::Line(POINT from, POINT to, const LinePattern& pen) {
     if (from.x != to.x && from.y != to.y) return SlantedLine(from, to, pen);
-    const RECT area = Touch(StraightLineRect(from, to, pen.width));
+    const RECT area = Touch(StraightLineRect(from, to, pen.width, grid_));
     DrawStraight(surface_, area, from.y == to.y, pen);
 }
 
@@ -161,24 +153,28 @@ void SurfaceGraphics::SlantedLine(POINT from, POINT to, const LinePattern& pen) 
     const std::int64_t dx = std::int64_t{to.x} - from.x;
     const std::int64_t dy = std::int64_t{to.y} - from.y;
     const bool steep = std::llabs(dy) > std::llabs(dx);
+    const auto rise = static_cast<double>(steep ? dx : dy);
     const std::int64_t length = steep ? dy : dx;
-    const std::int64_t rise = steep ? dx : dy;
-    const int start = steep ? from.y : from.x;
+    const auto along = [&](std::int64_t at) { return steep ? grid_.Y(at) : grid_.X(at); };
+    const std::int64_t start = steep ? from.y : from.x;
+    // Device pixels: where the first point begins, seen in the line's direction, and all of them.
+    const std::int64_t begin = length > 0 ? along(start) : along(start + 1) - 1;
+    const std::int64_t first = length > 0 ? begin : along(start + length + 1);
+    const std::int64_t last = length > 0 ? along(start + length) - 1 : begin;
+    const std::int64_t side = std::int64_t{steep ? from.x : from.y} - (pen.width - 1) / 2;
+    const std::int64_t beside = steep ? grid_.X(side) : grid_.Y(side);
+    const int width = grid_.PenWidth(pen.width);
+    const Dashes dashes = DashesOf(pen.style, grid_);
     const int low = steep ? clip_.top : clip_.left;
     const int high = steep ? clip_.bottom : clip_.right;
-    const std::int64_t end = start + length + (length > 0 ? -1 : 1);  // included
-    const std::int64_t first = std::min<std::int64_t>(start, end);
-    const std::int64_t last = std::max<std::int64_t>(start, end);
-    const Dashes dashes = DashesOf(pen.style);
     for (auto i = static_cast<int>(std::max<std::int64_t>(first, low)); i <= last && i < high;
          ++i) {
-        const double across = static_cast<double>(rise) * (i - start) / static_cast<double>(length);
-        const int other = (steep ? from.x : from.y) + static_cast<int>(std::lround(across));
-        const bool marked = IsMarked(dashes, i);
+        const bool marked = dashes.Marks(i);
         if (!marked && !pen.gap) continue;
-        const int side = other - (pen.width - 1) / 2;
+        const double across = rise * static_cast<double>(i - begin) / static_cast<double>(length);
+        const auto edge = static_cast<int>(beside + std::llround(across));
         const RECT dot =
-            steep ? RECT{side, i, side + pen.width, i + 1} : RECT{i, side, i + 1, side + pen.width};
+            steep ? RECT{edge, i, edge + width, i + 1} : RECT{i, edge, i + 1, edge + width};
         FillSolid(surface_, Touch(dot), marked ? pen.colour : *pen.gap);
     }
 }
@@ -186,15 +182,18 @@ void SurfaceGraphics::SlantedLine(POINT from, POINT to, const LinePattern& pen) 
 void SurfaceGraphics::RoundRect(const RECT& rect, SIZE corner,
                                 const std::optional<LinePattern>& pen,
                                 const std::optional<FillPattern>& fill) {
-    if (rect.IsRectEmpty()) return;
-    const RECT visible = Touch(rect);
-    const std::vector<int>& insets = InsetsOf(rect.Size(), corner);
-    const int height = rect.Height();
+    const RECT shape = grid_.ToDevice(rect);
+    if (shape.IsRectEmpty()) return;
+    const RECT visible = Touch(shape);
+    const std::vector<int>& insets =
+        InsetsOf(shape.Size(), {grid_.Length(corner.cx), grid_.Length(corner.cy)});
+    const int height = shape.Height();
+    const int width = pen ? grid_.PenWidth(pen->width) : 0;
     const auto inset = [&](int row) { return insets[static_cast<std::size_t>(row)]; };
     for (int y = visible.top; y < visible.bottom; ++y) {
-        const int i = y - rect.top;
-        const int left = rect.left + inset(i);
-        const int right = rect.right - inset(i);
+        const int i = y - shape.top;
+        const int left = shape.left + inset(i);
+        const int right = shape.right - inset(i);
         const auto span = [&](int from, int to, const FillPattern& pattern) {
             from = std::max(from, visible.left);
             to = std::min(to, visible.right);
@@ -204,10 +203,10 @@ void SurfaceGraphics::RoundRect(const RECT& rect, SIZE corner,
             if (fill) span(left, right, *fill);
             continue;
         }
-        const bool edge = i < pen->width || i >= height - pen->width;
+        const bool edge = i < width || i >= height - width;
         // Down to where the row nearer to the edge begins, so that the outline has no gaps.
         const int outer = edge ? right - left : inset(i < height / 2 ? i - 1 : i + 1) - inset(i);
-        const int run = std::min(std::max(outer, pen->width), right - left);
+        const int run = std::min(std::max(outer, width), right - left);
         if (fill) span(left + run, right - run, *fill);
         span(left, left + run, {pen->colour, kHatchNone, {}});
         span(right - run, right, {pen->colour, kHatchNone, {}});
@@ -226,11 +225,12 @@ const std::vector<int>& SurfaceGraphics::InsetsOf(SIZE size, SIZE corner) {
 
 void SurfaceGraphics::Text(POINT at, std::string_view utf8, const TextStyle& style) {
     if (utf8.empty()) return;
-    const TextMask& mask = RenderedText(style.font, utf8);
+    const TextMask& mask = RenderedText(style.font, utf8, grid_.Ratio());
     const RECT before = clip_;
-    if (style.clip) clip_ = Intersection(*style.clip, clip_);
-    if (style.background) FillSolid(surface_, Touch(RectAt(at, mask.extent)), *style.background);
-    const POINT origin = at + mask.offset;
+    if (style.clip) clip_ = Intersection(grid_.ToDevice(*style.clip), clip_);
+    const RECT cell = grid_.ToDevice(RectAt(at, mask.extent));
+    if (style.background) FillSolid(surface_, Touch(cell), *style.background);
+    const POINT origin = cell.TopLeft() + mask.offset;
     const RECT area = Touch(RectAt(origin, mask.size));
     const std::uint32_t pixel = ToPixel(style.colour);
     for (int y = area.top; y < area.bottom; ++y) {
@@ -243,20 +243,22 @@ void SurfaceGraphics::Text(POINT at, std::string_view utf8, const TextStyle& sty
     clip_ = before;
 }
 
+// Each pixel of the image fills its logical pixel.
 void SurfaceGraphics::Image(POINT at, SIZE size, const std::uint32_t* pixels) {
-    const RECT area = Touch(RectAt(at, size));
-    for (int y = area.top; y < area.bottom; ++y) {
-        std::uint32_t* row = surface_.Row(y);
-        const std::uint32_t* from = pixels + static_cast<std::ptrdiff_t>(y - at.y) * size.cx;
-        for (int x = area.left; x < area.right; ++x) {
-            const std::uint32_t over = from[x - at.x];
-            if (const unsigned alpha = over >> 24) row[x] = Blend(row[x], over, alpha);
+    for (int i = 0; i < size.cx * size.cy; ++i) {
+        const unsigned alpha = pixels[i] >> 24;
+        if (alpha == 0) continue;
+        const POINT corner = at + POINT{i % size.cx, i / size.cx};
+        const RECT area = Touch(grid_.ToDevice(RectAt(corner, {1, 1})));
+        for (int y = area.top; y < area.bottom; ++y) {
+            std::uint32_t* row = surface_.Row(y);
+            for (int x = area.left; x < area.right; ++x) row[x] = Blend(row[x], pixels[i], alpha);
         }
     }
 }
 
 SIZE SurfaceGraphics::TextExtent(const LOGFONT& font, std::string_view utf8) {
-    return TextExtentOf(font, utf8);
+    return TextExtentOf(font, utf8, grid_.Ratio());
 }
 
 TEXTMETRIC SurfaceGraphics::Metrics(const LOGFONT& font) {

@@ -1,6 +1,8 @@
 #pragma once
-// Draws into a surface, pixel by pixel; text comes as coverage masks from the back-end. Patterns of
-// hatches and pens are anchored to the surface. Lines wider than one pixel have flat ends.
+// Draws into a surface, pixel by pixel; text comes as coverage masks from the back-end. What it is
+// told is in logical pixels, what it draws is whole device pixels: areas go from edge to edge of
+// the surface's grid, lines stand inside their logical pixels. Patterns of hatches and pens are
+// anchored to the surface. Lines wider than one pixel have flat ends.
 
 #include <vector>
 
@@ -26,18 +28,19 @@ class SurfaceGraphics : public IGraphics {
     SIZE TextExtent(const LOGFONT& font, std::string_view utf8) override;
     TEXTMETRIC Metrics(const LOGFONT& font) override;
 
-    // Bounds of everything drawn so far; empty when nothing was.
-    const RECT& Touched() const { return touched_; }
+    // Bounds of everything drawn so far, in whole logical pixels; empty when nothing was.
+    RECT Touched() const { return grid_.ToLogical(touched_); }
 
   private:
-    RECT Touch(const RECT& rect);
-    // How far each row of a rounded rectangle is set in from its sides.
+    RECT Touch(const RECT& device);
+    // Device pixels: how far each row of a rounded rectangle is set in from its sides.
     const std::vector<int>& InsetsOf(SIZE size, SIZE corner);
     void FlipBits(const RECT& rect, std::uint32_t bits);
     void SlantedLine(POINT from, POINT to, const LinePattern& pen);
 
     Surface& surface_;
-    RECT clip_;
+    const PixelGrid grid_;
+    RECT clip_;  // this and what follows in device pixels
     RECT touched_;
     std::vector<int> insets_;  // of the rounded rectangle drawn last
     SIZE insetSize_;

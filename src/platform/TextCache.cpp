@@ -18,8 +18,8 @@ int CountCharacters(std::string_view utf8) {
     return count;
 }
 
-TextMask Render(const LOGFONT& font, std::string_view utf8) {
-    if (IBackend* backend = InstalledBackend()) return backend->Text().Render(font, utf8);
+TextMask Render(const LOGFONT& font, std::string_view utf8, double ratio) {
+    if (IBackend* backend = InstalledBackend()) return backend->Text().Render(font, utf8, ratio);
     TextMask mask;
     mask.extent = {CountCharacters(utf8) * kPlainCell.cx, kPlainCell.cy};
     return mask;
@@ -27,27 +27,31 @@ TextMask Render(const LOGFONT& font, std::string_view utf8) {
 
 struct FontTexts {
     LOGFONT font;
+    double ratio;
     TEXTMETRIC metrics;
     std::unordered_map<std::string, TextMask> masks;
 };
 
 class TextCache {
   public:
-    FontTexts& Of(const LOGFONT& font) {
-        if (last_ < fonts_.size() && fonts_[last_].font == font) return fonts_[last_];
+    FontTexts& Of(const LOGFONT& font, double ratio) {
+        const auto fits = [&](const FontTexts& texts) {
+            return texts.ratio == ratio && texts.font == font;
+        };
+        if (last_ < fonts_.size() && fits(fonts_[last_])) return fonts_[last_];
         for (last_ = 0; last_ < fonts_.size(); ++last_)
-            if (fonts_[last_].font == font) return fonts_[last_];
-        fonts_.push_back({font, MeasureFont(font), {}});
+            if (fits(fonts_[last_])) return fonts_[last_];
+        fonts_.push_back({font, ratio, MeasureFont(font), {}});
         return fonts_.back();
     }
-    const TextMask& Mask(const LOGFONT& font, std::string_view utf8) {
-        if (utf8.size() > kMaxLength) return long_ = Render(font, utf8);
-        FontTexts& texts = Of(font);
+    const TextMask& Mask(const LOGFONT& font, std::string_view utf8, double ratio) {
+        if (utf8.size() > kMaxLength) return long_ = Render(font, utf8, ratio);
+        FontTexts& texts = Of(font, ratio);
         key_.assign(utf8);
         const auto found = texts.masks.find(key_);
         if (found != texts.masks.end()) return found->second;
         if (texts.masks.size() >= kMaxTexts) texts.masks.clear();
-        return texts.masks.emplace(key_, Render(font, utf8)).first->second;
+        return texts.masks.emplace(key_, Render(font, utf8, ratio)).first->second;
     }
     void Clear() {
         fonts_.clear();
@@ -78,17 +82,17 @@ TextCache& Cache() {
 
 }  // namespace
 
-const TextMask& RenderedText(const LOGFONT& font, std::string_view utf8) {
-    return Cache().Mask(font, utf8);
+const TextMask& RenderedText(const LOGFONT& font, std::string_view utf8, double ratio) {
+    return Cache().Mask(font, utf8, ratio);
 }
 
-SIZE TextExtentOf(const LOGFONT& font, std::string_view utf8) {
+SIZE TextExtentOf(const LOGFONT& font, std::string_view utf8, double ratio) {
     if (utf8.empty()) return {0, MetricsOf(font).tmHeight};
-    return RenderedText(font, utf8).extent;
+    return RenderedText(font, utf8, ratio).extent;
 }
 
 TEXTMETRIC MetricsOf(const LOGFONT& font) {
-    return Cache().Of(font).metrics;
+    return Cache().Of(font, 1).metrics;
 }
 
 void ClearTextCache() {

@@ -8,9 +8,10 @@
 
 namespace kvx {
 
-// The reference holds until the next call.
-const TextMask& RenderedText(const LOGFONT& font, std::string_view utf8);
-SIZE TextExtentOf(const LOGFONT& font, std::string_view utf8);
+// ratio: device pixels a logical pixel. The reference holds until the next call.
+const TextMask& RenderedText(const LOGFONT& font, std::string_view utf8, double ratio);
+// Logical pixels, the same at every ratio; the one at which the text will be drawn is the fastest.
+SIZE TextExtentOf(const LOGFONT& font, std::string_view utf8, double ratio = 1);
 TEXTMETRIC MetricsOf(const LOGFONT& font);
 // Forgets everything: the back-end changes, or its fonts did.
 void ClearTextCache();

@@ -45,15 +45,20 @@ LRESULT WindowState::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return result;
 }
 
+// Contexts that are open keep the old surface; what they draw is invalid anyway.
 std::shared_ptr<Surface> WindowState::CurrentSurface() {
     const SIZE size = Backend().Windows().ClientSize(Handle());
-    if (size == surface_->Size()) return surface_;
-    // Contexts that are open keep the old surface; what they draw is invalid anyway.
+    const PixelGrid grid = Backend().Windows().Grid(Handle());
+    const bool sameGrid = grid == surface_->Grid();
+    if (sameGrid && size == surface_->Size()) return surface_;
     const int index = owner_->BackgroundColour();
     const COLORREF fill = GetSysColor(index < 0 ? COLOR_3DFACE : index);
-    auto resized = std::make_shared<Surface>(*surface_);
-    resized->Resize(size, fill);
-    return surface_ = resized;
+    auto next = sameGrid ? std::make_shared<Surface>(*surface_)
+                         : std::make_shared<Surface>(SIZE{}, fill, grid);
+    next->Resize(size, fill);
+    surface_ = next;
+    if (!sameGrid) Invalidate({0, 0, size.cx, size.cy}, true);
+    return next;
 }
 
 std::shared_ptr<const Surface> WindowState::Picture() {

@@ -37,7 +37,8 @@ class WindowState final : public IWindowSink {
     // WM_DESTROY, once.
     void NotifyDestroy();
 
-    // The surface in the size of the client area.
+    // The surface in the size of the client area and on its grid; on another grid than before it is
+    // empty, and everything is invalid.
     std::shared_ptr<Surface> CurrentSurface();
     void Invalidate(const RECT& rect, bool erase);
     void Validate(const RECT* rect);

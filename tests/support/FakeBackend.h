@@ -47,6 +47,7 @@ class FakeWindows final : public IWindows {
         for (const Posted& p : now)
             if (Exists(p.window)) At(p.window).sink->OnMessage(p.message, p.wParam, p.lParam);
     }
+    double ratio = 1;  // of the one screen
     // Runs while a modal window is open.
     std::function<void(HWND)> onModal;
 
@@ -129,6 +130,10 @@ class FakeWindows final : public IWindows {
         const int edge = At(window).request.frame.Width();
         return ScreenBounds(window).TopLeft() + POINT{edge, edge};
     }
+    PixelGrid Grid(HWND window) const override {
+        const HWND top = TopLevel(window);
+        return {ratio, ClientOrigin(window) - At(top).rect.TopLeft()};
+    }
     void Present(HWND window, const RECT& client, bool) override {
         At(window).presented = Union(At(window).presented, client);
     }
@@ -202,9 +207,11 @@ class FakeText final : public ITextEngine {
         metrics.tmAveCharWidth = metrics.tmMaxCharWidth = 8;
         return metrics;
     }
-    TextMask Render(const LOGFONT&, std::string_view utf8) override {
+    TextMask Render(const LOGFONT&, std::string_view utf8, double ratio) override {
         TextMask mask;
-        mask.extent = mask.size = {static_cast<int>(utf8.size()) * 8, 16};
+        mask.extent = {static_cast<int>(utf8.size()) * 8, 16};
+        mask.size = {static_cast<int>(mask.extent.cx * ratio),
+                     static_cast<int>(mask.extent.cy * ratio)};
         mask.coverage.assign(static_cast<std::size_t>(mask.size.cx * mask.size.cy), 255);
         return mask;
     }

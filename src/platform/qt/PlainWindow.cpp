@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/Rects.h"
 #include "platform/ScrollInfo.h"
 #include "platform/SystemInfo.h"
 #include "platform/qt/Convert.h"
@@ -22,6 +23,12 @@ namespace {
 constexpr int kHuge = 16777215;
 
 int g_painting = 0;
+
+QPoint RoundedToDevice(const QTransform& toDevice, QPoint at) {
+    const QPointF position = toDevice.map(QPointF(at));
+    return {static_cast<int>(PixelGrid::Round(position.x())),
+            static_cast<int>(PixelGrid::Round(position.y()))};
+}
 
 void DrawEdge(QPainter& painter, QRect r, int topLeft, int bottomRight) {
     const QColor light = ToQColor(GetSysColor(topLeft));
@@ -194,21 +201,35 @@ void PlainWindow::SendScroll(int bar, UINT code, int position) {
     Send(bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL, MakeScroll(code, position));
 }
 
-void PlainWindow::paintEvent(QPaintEvent* event) {
+void PlainWindow::paintEvent(QPaintEvent*) {
     ++g_painting;
     if (IWindowSink* sink = Sink(); sink && !HoldBack()) shown_ = sink->Picture();
     QPainter painter(this);
-    painter.setClipRegion(event->region());
-    const QRect client = contentsRect();
-    if (shown_ && shown_->Size().cx > 0 && shown_->Size().cy > 0) {
-        const SIZE size = shown_->Size();
-        const QImage image(reinterpret_cast<const uchar*>(shown_->Data()), size.cx, size.cy,
-                           size.cx * 4, QImage::Format_RGB32);
-        const QRect part = event->rect() & client & QRect(client.topLeft(), image.size());
-        painter.drawImage(part, image, part.translated(-client.topLeft()));
-    }
+    if (shown_) PaintSurface(painter);
     PaintFrame(painter);
     --g_painting;
+}
+
+// A pixel of the surface is a pixel of the device, from the one that the client area's corner is
+// rounded to: wherever the window begins, nothing is smoothed. A device of another ratio than the
+// window's gets the picture scaled.
+void PlainWindow::PaintSurface(QPainter& painter) const {
+    const SIZE size = shown_->DeviceSize();
+    if (size.cx <= 0 || size.cy <= 0) return;
+    const QImage image(reinterpret_cast<const uchar*>(shown_->Data()), size.cx, size.cy,
+                       size.cx * 4, QImage::Format_RGB32);
+    const QTransform toDevice = painter.deviceTransform();
+    const QPoint corner = RoundedToDevice(toDevice, contentsRect().topLeft());
+    painter.save();
+    if (toDevice.m11() == shown_->Grid().Ratio()) {
+        painter.setTransform(toDevice.inverted());
+        painter.drawImage(corner, image);
+    } else {
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(ToQRect(RectAt(ToPoint(contentsRect().topLeft()), shown_->Size())),
+                          image);
+    }
+    painter.restore();
 }
 
 void PlainWindow::PaintFrame(QPainter& painter) const {

@@ -69,6 +69,7 @@ class PlainWindow final : public QWidget, public OwnWindow {
     void SendButton(QMouseEvent* event, ButtonAction action);
     void SendNotches(int& rest, UINT message, const QWheelEvent* event);
     void TakeDrag(QDragMoveEvent* event, bool entered);
+    void PaintSurface(QPainter& painter) const;
     void PaintFrame(QPainter& painter) const;
     QScrollBar* MakeScrollBar(int bar);
     void OnScrollAction(int bar, int action);

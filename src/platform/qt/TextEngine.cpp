@@ -1,8 +1,14 @@
 #include "platform/qt/TextEngine.h"
 
+#include <QGlyphRun>
 #include <QImage>
 #include <QPainter>
+#include <QRawFont>
+#include <QTextLayout>
 #include <algorithm>
+#include <cmath>
+#include <tuple>
+#include <utility>
 
 #include "platform/qt/Convert.h"
 
@@ -13,7 +19,8 @@ namespace {
 constexpr int kDefaultPixels = 11;
 constexpr int kTrialPixels = 100;
 constexpr std::size_t kMaxFonts = 16;
-constexpr int kOverhang = 4;  // glyphs may reach out of their cell
+constexpr int kOverhang = 4;  // logical pixels that glyphs may reach out of their cell
+constexpr double kStep = 1.0 / 64;
 
 QStringList FacesFor(const CString& face) {
     const QString name = ToQString(face);
@@ -34,6 +41,50 @@ int PixelSize(QFont font, int height) {
     font.setPixelSize(kTrialPixels);
     const int cell = QFontMetrics(font).height();
     return std::max(height * kTrialPixels / std::max(cell, 1), 1);
+}
+
+// Where the glyphs of a font stand in a cell of device pixels, and how large they are there.
+struct DeviceFont {
+    double scale;  // of the logical size
+    int baseline;
+};
+
+// Ascent and descent, as whole pixels, fit into the cell: at odd ratios the glyphs are a little
+// smaller than the ratio says.
+DeviceFont FitIntoCell(const QFont& font, int ascent, int height, double ratio) {
+    QRawFont raw = QRawFont::fromFont(font);
+    const double size = raw.pixelSize();
+    double scale = ratio;
+    const auto room = [&] {
+        raw.setPixelSize(size * scale);
+        const long below = std::lround(raw.descent());
+        return std::pair(height - std::lround(raw.ascent()) - below, height - below);
+    };
+    auto [spare, lowest] = room();
+    for (; spare < 0 && scale > ratio / 2; std::tie(spare, lowest) = room()) scale -= kStep;
+    const long wanted = std::lround(ascent * ratio);
+    return {scale, static_cast<int>(std::min(wanted, lowest))};
+}
+
+void DrawGlyphs(QPainter& painter, const QString& text, const QFont& font, int extent, double ratio,
+                const DeviceFont& device) {
+    QTextLayout layout(text, font);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    const double natural = line.naturalTextWidth();
+    const double stretch = natural > 0 ? extent / natural * ratio : ratio;
+    const QPointF origin(std::lround(kOverhang * ratio), device.baseline);
+    for (QGlyphRun run : layout.glyphRuns()) {
+        QRawFont raw = run.rawFont();
+        raw.setPixelSize(raw.pixelSize() * device.scale);
+        QList<QPointF> places = run.positions();
+        for (QPointF& place : places)
+            place = QPointF(place.x() * stretch, (place.y() - line.ascent()) * ratio);
+        run.setRawFont(raw);
+        run.setPositions(places);
+        painter.drawGlyphRun(origin, run);
+    }
 }
 
 }  // namespace
@@ -76,20 +127,26 @@ TEXTMETRIC QtTextEngine::Metrics(const LOGFONT& font) {
     return result;
 }
 
-TextMask QtTextEngine::Render(const LOGFONT& font, std::string_view utf8) {
+TextMask QtTextEngine::Render(const LOGFONT& font, std::string_view utf8, double ratio) {
     const auto& [name, real, metrics] = Known(font);
     const QString text = ToQString(utf8);
     TextMask mask;
     mask.extent = {metrics.horizontalAdvance(text), metrics.ascent() + metrics.descent()};
-    mask.offset = {-kOverhang, 0};
-    mask.size = {mask.extent.cx + 2 * kOverhang, mask.extent.cy};
+    const auto overhang = static_cast<int>(std::lround(kOverhang * ratio));
+    mask.offset = {-overhang, 0};
+    mask.size = {static_cast<int>(mask.extent.cx * ratio) + 2 * overhang,
+                 static_cast<int>(mask.extent.cy * ratio)};
     if (mask.extent.cx <= 0 || mask.extent.cy <= 0) return mask;
     QImage image(mask.size.cx, mask.size.cy, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setFont(real);
     painter.setPen(Qt::white);
-    painter.drawText(kOverhang, metrics.ascent(), text);
+    if (ratio == 1)
+        painter.drawText(kOverhang, metrics.ascent(), text);
+    else
+        DrawGlyphs(painter, text, real, mask.extent.cx, ratio,
+                   FitIntoCell(real, metrics.ascent(), mask.size.cy, ratio));
     painter.end();
     mask.coverage.reserve(static_cast<std::size_t>(mask.size.cx) *
                           static_cast<std::size_t>(mask.size.cy));

@@ -16,7 +16,9 @@ QFont RealFont(const LOGFONT& font);
 class QtTextEngine final : public ITextEngine {
   public:
     TEXTMETRIC Metrics(const LOGFONT& font) override;
-    TextMask Render(const LOGFONT& font, std::string_view utf8) override;
+    // Glyphs have the size of the font times the ratio, or what of it fits into the cell; their
+    // places are those of the logical layout, so that columns of a fixed font stay columns.
+    TextMask Render(const LOGFONT& font, std::string_view utf8, double ratio) override;
 
   private:
     // Finding the installed font takes longer than drawing a text with it.

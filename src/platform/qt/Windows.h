@@ -48,6 +48,7 @@ class QtWindows final : public IWindows {
     RECT ScreenBounds(HWND window) const override;
     SIZE ClientSize(HWND window) const override;
     POINT ClientOrigin(HWND window) const override;
+    PixelGrid Grid(HWND window) const override;
 
     void Present(HWND window, const RECT& client, bool atOnce) override;
     void SetScrollBar(HWND window, int bar, const ScrollBarLook& look) override;

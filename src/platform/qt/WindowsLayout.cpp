@@ -190,6 +190,12 @@ POINT QtWindows::ClientOrigin(HWND window) const {
     return ToPoint(widget->mapToGlobal(widget->contentsRect().topLeft()));
 }
 
+PixelGrid QtWindows::Grid(HWND window) const {
+    const QWidget* const widget = ToWidget(window);
+    const QPoint origin = widget->mapTo(widget->window(), widget->contentsRect().topLeft());
+    return {widget->devicePixelRatioF(), ToPoint(origin)};
+}
+
 void QtWindows::Present(HWND window, const RECT& client, bool atOnce) {
     QWidget* const widget = ToWidget(window);
     const QRect part = ToQRect(client).translated(widget->contentsRect().topLeft());
@@ -228,10 +234,13 @@ void QtWindows::SetMainWindow(HWND window) {
     if (window) ToWidget(window)->setProperty(kMainWindowProperty, true);
 }
 
+// In the pixels of the screen.
 bool QtWindows::SavePicture(HWND window, const CString& pngPath) {
     QWidget* const widget = ToWidget(window);
-    QImage picture(widget->size(), QImage::Format_RGB32);
+    const double ratio = widget->devicePixelRatioF();
+    QImage picture(widget->size() * ratio, QImage::Format_RGB32);
     if (picture.isNull()) return false;
+    picture.setDevicePixelRatio(ratio);
     picture.fill(Qt::white);
     widget->render(&picture);
     return picture.save(ToQString(pngPath), "PNG");
