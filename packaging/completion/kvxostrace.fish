@@ -9,7 +9,7 @@ complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a info -d
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a events -d 'List the decoded events'
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a analyze -d 'Run times, waits, system calls'
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a generate -d 'Write a log of a simulated kernel'
-complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a keys -d 'Keys of the OS Trace window'
+complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a keys -d 'Keys of the windows'
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a render -d 'Make a picture of the OS Trace window'
 
 complete -c kvxostrace -n $trace -l cpu -x -d 'Processor to show'
