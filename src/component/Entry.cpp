@@ -17,6 +17,7 @@ extern "C" {
 
 KVX_EXPORT HRESULT KVX_CALL LibraryRegister2(IQLibraryRegistration* registry) {
     Guarded([&] {
+        if (!registry) return E_POINTER;
         const kvx::Bstr name(kComponentName);
         return registry->RegisterComponent(name.Get(), 2, 1, 0, &kvx::host::kComponent);
     });
@@ -25,6 +26,7 @@ KVX_EXPORT HRESULT KVX_CALL LibraryRegister2(IQLibraryRegistration* registry) {
 
 KVX_EXPORT HRESULT KVX_CALL QueryInterface2(std::uintptr_t key, const GUID* riid, void** ppv) {
     return Guarded([&] {
+        if (!riid || !ppv) return E_POINTER;
         *ppv = nullptr;
         CKvxOSTraceDataCtrl* const object = GetOSTraceApp().FindInstance(key);
         if (!object || Failed(object->QueryInterface(*riid, ppv))) return E_NOINTERFACE;
@@ -49,6 +51,7 @@ KVX_EXPORT HRESULT KVX_CALL DestroyInstance(std::uintptr_t key) {
 }
 
 KVX_EXPORT HRESULT KVX_CALL GetComponentVersion(std::int32_t* major, std::int32_t* minor) {
+    if (!major || !minor) return E_POINTER;
     *major = kMajorVersion;
     *minor = kMinorVersion;
     return S_OK;

@@ -6,7 +6,6 @@
 #include "platform/Module.h"
 #include "platform/WinApp.h"
 #include "sink/CommandSink.h"
-#include "toolbar/DockingManager.h"
 #include "utils/Path.h"
 
 using kvx::host::Guarded;
@@ -31,10 +30,11 @@ constexpr EventHint kEventHints[] = {
 }  // namespace
 
 CKvxOSTraceDataCtrl::~CKvxOSTraceDataCtrl() {
-    DestroyCommandSink();
+    if (host_) CKvxOSTraceDataCtrl::Terminate(-1);  // the host left the shut-down out
 }
 
 HRESULT CKvxOSTraceDataCtrl::QueryInterface(const GUID& id, void** out) {
+    if (!out) return E_POINTER;
     if (id == kvx::host::kSteppingClient) {
         *out = static_cast<IQSteppingClient*>(this);
         return S_OK;
@@ -45,7 +45,7 @@ HRESULT CKvxOSTraceDataCtrl::QueryInterface(const GUID& id, void** out) {
 HRESULT CKvxOSTraceDataCtrl::Notify(const EventRecord* record) {
     return Guarded([&] {
         for (const EventHint& each : kEventHints) {
-            if (traceSink_ && each.event == record->id) {
+            if (record && traceSink_ && each.event == record->id) {
                 traceSink_->UpdateWindows(each.hint, record->datum);
             }
         }
@@ -55,13 +55,11 @@ HRESULT CKvxOSTraceDataCtrl::Notify(const EventRecord* record) {
 
 HRESULT CKvxOSTraceDataCtrl::Initialize(IQHost* host, std::int16_t flag) {
     return Guarded([&] {
-        if (flag != 0) {
-            steppingHost_ = host;
-            if (!LoadResources()) return E_FAIL;
-            if (host) {
-                host->Advise(kvx::host::kSteppingClient, static_cast<IQSteppingClient*>(this));
-            }
-        }
+        if (flag == 0) return CKvxDebugDataCtrl::Initialize(host, flag);
+        if (host_) Terminate(flag);
+        steppingHost_ = host;
+        if (!LoadResources()) return E_FAIL;
+        if (host) host->Advise(kvx::host::kSteppingClient, static_cast<IQSteppingClient*>(this));
         return CKvxDebugDataCtrl::Initialize(host, flag);
     });
 }
@@ -97,7 +95,9 @@ HRESULT CKvxOSTraceDataCtrl::Terminate(std::int16_t flag) {
 }
 
 bool CKvxOSTraceDataCtrl::CreateCommandSink() {
-    if (!docking_) docking_ = std::make_unique<CDockingManager>(host_);
+    if (!docking_ || docking_->Host() != host_) {
+        docking_ = std::make_unique<CDockingManager>(host_);
+    }
     auto sink = std::make_unique<CKvxOSTraceDataCommandSink>(host_, docking_.get());
     traceSink_ = sink.get();
     sink_ = std::move(sink);

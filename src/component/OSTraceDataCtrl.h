@@ -3,6 +3,7 @@
 
 #include "component/SteppingClient.h"
 #include "framework/DataCtrl.h"
+#include "toolbar/DockingManager.h"
 #include "utils/DllResource.h"
 
 class CKvxOSTraceDataCommandSink;
@@ -15,7 +16,8 @@ class CKvxOSTraceDataCtrl : public CKvxDebugDataCtrl, public CSteppingClient {
     // Hands events to the windows as update hints, then to the framework.
     HRESULT KVX_CALL Notify(const EventRecord* record) override;
     // Loads the resource library, advises the stepping client and makes the command sink. E_FAIL
-    // after a message when the library cannot be used.
+    // after a message when the library cannot be used. An object that is connected already is
+    // terminated first.
     HRESULT KVX_CALL Initialize(IQHost* host, std::int16_t flag) override;
     HRESULT KVX_CALL Terminate(std::int16_t flag) override;
 
@@ -27,7 +29,7 @@ class CKvxOSTraceDataCtrl : public CKvxDebugDataCtrl, public CSteppingClient {
     bool LoadResources();
 
     std::unique_ptr<CDllResource> resources_;
-    std::unique_ptr<IDockingManager> docking_;  // from the first connection on
+    std::unique_ptr<CDockingManager> docking_;  // of the latest host, from the first connection on
     IQHost* steppingHost_ = nullptr;            // where the stepping client is advised
     CKvxOSTraceDataCommandSink* traceSink_ = nullptr;
 };

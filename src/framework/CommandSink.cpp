@@ -79,6 +79,7 @@ CKvxFormatViewCtrl::CKvxFormatViewCtrl(IQHost* host, IDockingManager* docking)
 }
 
 HRESULT CKvxFormatViewCtrl::GetItemNames(IQFormatItemList* items) {
+    if (!items) return E_POINTER;
     return Guarded([&] {
         for (const CString& item : items_) items->Append(Bstr(item).Get());
         return S_OK;

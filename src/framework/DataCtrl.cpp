@@ -1,5 +1,8 @@
 #include "framework/DataCtrl.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "host/DebuggerFunctions.h"
 #include "host/Guarded.h"
 #include "host/Identifiers.h"
@@ -13,6 +16,10 @@ using kvx::host::Service;
 
 namespace {
 
+// The host of each connected component object of this module: what is kept of a host's debugger
+// goes with the last of them.
+std::vector<IQHost*> g_connected;
+
 void ReportMissingFunction(const char* name) {
     MessageBeep(MB_OK);
     MessageBox(nullptr, kvx::FormatText("Can not get the address of the function %s.", name),
@@ -24,6 +31,7 @@ void ReportMissingFunction(const char* name) {
 CKvxDataCtrl::~CKvxDataCtrl() = default;
 
 HRESULT CKvxDataCtrl::QueryInterface(const GUID& id, void** out) {
+    if (!out) return E_POINTER;
     *out = nullptr;
     if (id == IID_IUnknown || id == kvx::host::kRegistryClient) {
         *out = static_cast<IQRegistryClient*>(this);
@@ -37,7 +45,7 @@ HRESULT CKvxDataCtrl::QueryInterface(const GUID& id, void** out) {
 
 // The framework's part of an event: the sink learns of the debugger.
 HRESULT CKvxDataCtrl::Notify(const EventRecord* record) {
-    if (!sink_) return S_OK;
+    if (!sink_ || !record) return S_OK;
     if (record->id == kvx::host::kEventDebuggerConnected) sink_->OnDebuggerConnected();
     if (record->id == kvx::host::kEventDebuggerDisconnected) sink_->OnDebuggerDisconnected();
     return S_OK;
@@ -47,10 +55,7 @@ HRESULT CKvxDataCtrl::Initialize(IQHost* host, std::int16_t flag) {
     if (!host) return E_FAIL;
     if (flag == 0) return S_OK;
     host_ = host;
-    void* frame = nullptr;
-    if (Succeeded(host->QueryInterface(kvx::host::kHostFrame, &frame))) {
-        hostFrame_ = static_cast<IQUnknown*>(frame);
-    }
+    hostFrame_ = QueryHostFrame(host);
     errorService_ = Service<IQErrorService>(host, kvx::host::kErrorService);
     frameworkService_ = Service<IQUnknown>(host, kvx::host::kFrameworkA);
     CreateCommandSink();
@@ -80,17 +85,21 @@ void CKvxDataCtrl::DestroyCommandSink() {
 }
 
 HRESULT CKvxDebugDataCtrl::Notify(const EventRecord* record) {
-    if (record->id == kvx::host::kEventDebuggerConnected && host_) {
+    if (!host_ || !record) return S_OK;
+    if (record->id == kvx::host::kEventDebuggerConnected) {
         kvx::host::ResolveDebuggerFunctions(host_, &ReportMissingFunction);
     }
-    if (record->id == kvx::host::kEventDebuggerDisconnected && host_) {
+    if (record->id == kvx::host::kEventDebuggerDisconnected) {
         kvx::host::ClearDebuggerFunctions(host_);
     }
     return CKvxDataCtrl::Notify(record);
 }
 
 HRESULT CKvxDebugDataCtrl::Initialize(IQHost* host, std::int16_t flag) {
-    if (host && flag != 0) Fill(host);
+    if (host && flag != 0) {
+        Fill(host);
+        g_connected.push_back(host);
+    }
     return CKvxDataCtrl::Initialize(host, flag);
 }
 
@@ -99,7 +108,10 @@ HRESULT CKvxDebugDataCtrl::Terminate(std::int16_t flag) {
     const HRESULT status = CKvxDataCtrl::Terminate(flag);
     if (flag == 0) return status;
     ClearInterfaces();
-    if (host) kvx::host::ClearDebuggerFunctions(host);
+    if (!host) return status;
+    g_connected.erase(std::ranges::find(g_connected, host));
+    if (std::ranges::find(g_connected, host) != g_connected.end()) return status;
+    kvx::host::ClearDebuggerFunctions(host);
     if (kvx::host::ModuleHost() == host) kvx::host::SetModuleHost(nullptr);
     return status;
 }

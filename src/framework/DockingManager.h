@@ -50,7 +50,8 @@ class IDockingManager {
     // The window fills the docking window and stands for the identifier.
     virtual void RegisterWindow(HWND docking, ICommandWindow* window, std::uint32_t identifier,
                                 const GUID& owner) = 0;
-    // Menu resource of a docking window (null: merged into the host's menus).
+    // Menu resource of a docking window (null: merged into the host's menus), and the keys of the
+    // accelerator table of the same id.
     virtual void AttachMenu(HWND docking, UINT menu, std::uint32_t identifier,
                             const GUID& owner) = 0;
     virtual void BindWindow(std::uint32_t identifier, ICommandWindow* window) = 0;

@@ -6,6 +6,14 @@
 #include <vector>
 
 #include "host/Host.h"
+#include "host/Identifiers.h"
+
+// The host object as the framework's own interface; null when it is none.
+inline IQUnknown* QueryHostFrame(IQHost* host) {
+    void* frame = nullptr;
+    if (!host || Failed(host->QueryInterface(kvx::host::kHostFrame, &frame))) return nullptr;
+    return static_cast<IQUnknown*>(frame);
+}
 
 // In the order asked; null for those that the host does not deliver. Empty without a host.
 inline std::vector<IQUnknown*> FetchServices(IQHost* host, std::initializer_list<GUID> services) {

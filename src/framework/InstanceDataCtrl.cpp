@@ -20,6 +20,7 @@ LOGFONT DefaultWindowFont() {
 
 CKvxInstanceDataCtrl::CKvxInstanceDataCtrl(IQHost* host, IDockingManager* docking)
     : host_(host),
+      hostFrame_(QueryHostFrame(host)),
       services_(FetchServices(host, {kvx::host::kFrameworkB, kvx::host::kFrameworkA,
                                      kvx::host::kPropertyStore, kvx::host::kFrameworkC})),
       docking_(docking) {

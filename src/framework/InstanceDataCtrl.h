@@ -72,6 +72,7 @@ class CKvxInstanceDataCtrl : public CWnd, public ICommandWindow {
   private:
     DWORD flags_ = 0;
     IQHost* host_;
+    IQUnknown* hostFrame_;
     std::vector<IQUnknown*> services_;
     IDockingManager* docking_;
     std::uint32_t menuId_ = 0;       // of menu and toolbar

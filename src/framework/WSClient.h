@@ -18,6 +18,7 @@ class CWSClient2 : public kvx::host::NoRefCount<IQWorkSpaceClient2> {
     HRESULT KVX_CALL WorkspaceEvent10() override { return S_OK; }
     HRESULT KVX_CALL WorkspaceEvent11() override { return S_OK; }
     HRESULT KVX_CALL WorkspaceEvent12(std::uintptr_t, std::int32_t* answer) override {
+        if (!answer) return E_POINTER;
         *answer = 0;
         return S_OK;
     }
@@ -62,6 +63,7 @@ class CWSClient2 : public kvx::host::NoRefCount<IQWorkSpaceClient2> {
     }
     HRESULT KVX_CALL QueryModified(std::uintptr_t, std::uintptr_t, std::uintptr_t,
                                    std::int32_t* modified) override {
+        if (!modified) return E_POINTER;
         *modified = 0;
         return S_OK;
     }

@@ -99,7 +99,9 @@ void ClearDebuggerFunctions(IQHost* host) {
     } else {
         Records().clear();
     }
-    if (Records().empty()) g_table.fill(nullptr);
+    if (Records().empty()) return g_table.fill(nullptr);
+    // Another host's debugger is still there: it is the one that is meant from now on.
+    if (!Records().contains(ModuleHost())) SetModuleHost(Records().begin()->first);
 }
 
 DebuggerFunction GetDebuggerFunction(std::size_t index) {

@@ -113,7 +113,8 @@ consteval std::size_t DebuggerIndex(std::string_view name) {
 // goes to the host's debugger service.
 void ResolveDebuggerFunctions(IQHost* host, const std::function<void(const char* name)>& missing);
 
-// Forgets this host (null: all hosts). The table is emptied with the last one.
+// Forgets this host (null: all hosts). The table is emptied with the last one; while another host's
+// debugger is connected, that host becomes the module-wide one.
 void ClearDebuggerFunctions(IQHost* host);
 
 // The entry, or null while no debugger is connected.

@@ -23,6 +23,7 @@ class IQFormatViewClient2 : public IQUnknown {
     // Colours are indexes into the named-colour table.
     virtual HRESULT KVX_CALL SetColours(BSTR item, std::int32_t foreground,
                                         std::int32_t background) = 0;
+    // E_INVALIDARG, and nothing changes, without a face or for a size outside 1 to 200.
     virtual HRESULT KVX_CALL SetFont(BSTR face, std::int32_t points) = 0;
     virtual HRESULT KVX_CALL SetFont2(BSTR face, std::int32_t points) = 0;
     virtual HRESULT KVX_CALL SetTextColours(std::int32_t foreground, std::int32_t background) = 0;

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <cstring>
 
-#include "platform/Types.h"
 #include "resources/Tables.h"
 
 namespace {
@@ -15,23 +14,6 @@ std::int32_t GiveText(const char* text, char* buffer, std::int32_t size) {
     if (!buffer || size < needed) return needed;
     std::memcpy(buffer, text, static_cast<std::size_t>(needed));
     return 0;
-}
-
-template <class Entry>
-void Point(const Entry*& to, std::uint32_t& count, std::span<const Entry> entries) {
-    to = entries.data();
-    count = static_cast<std::uint32_t>(entries.size());
-}
-
-ResourceTable MakeTable() {
-    using namespace kvx::resources;
-    ResourceTable table;
-    Point(table.strings, table.stringCount, Strings());
-    Point(table.menus, table.menuCount, Menus());
-    Point(table.toolbars, table.toolbarCount, Toolbars());
-    Point(table.dialogs, table.dialogCount, Dialogs());
-    Point(table.cursors, table.cursorCount, Cursors());
-    return table;
 }
 
 }  // namespace
@@ -58,7 +40,6 @@ KVX_EXPORT std::int32_t GetDLLType(char* buffer, std::int32_t size) {
 }
 
 KVX_EXPORT const ResourceTable* GetKvxResources() {
-    static const ResourceTable table = MakeTable();
-    return &table;
+    return &kvx::resources::Table();
 }
 }

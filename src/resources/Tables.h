@@ -12,5 +12,10 @@ std::span<const MenuResource> Menus();
 std::span<const ToolbarResource> Toolbars();
 std::span<const DialogResource> Dialogs();
 std::span<const CursorResource> Cursors();
+// A menu's keys have the menu's id.
+std::span<const AcceleratorTableResource> Accelerators();
+
+// All of them.
+const ResourceTable& Table();
 
 }  // namespace kvx::resources

@@ -34,6 +34,11 @@ bool IsOpenBlocked(IQHost* host, const GUID& id) {
     return service && Succeeded(service->IsOpenBlocked(&flag)) && flag == -1;
 }
 
+bool IsPointSize(std::int32_t points) {
+    constexpr std::int32_t kLargest = 200;
+    return points > 0 && points <= kLargest;
+}
+
 }  // namespace
 
 CKvxOSTraceDataCommandSink::CKvxOSTraceDataCommandSink(IQHost* host, IDockingManager* docking)
@@ -73,17 +78,21 @@ void CKvxOSTraceDataCommandSink::ReadProperties() {
     points_ = kDefaultPoints;
     if (properties_) {
         Bstr face;
-        std::int32_t points = points_;
-        properties_->GetNumber(Bstr(kFontSize).Get(), &points);
+        const std::int32_t points = ReadNumber(kFontSize, kDefaultPoints);
         const bool read = Succeeded(properties_->GetText(Bstr(kFontName).Get(), face.Receive()));
         if (read && !face.Utf8().empty()) {
             face_ = face.Utf8();
-            points_ = points;
+            points_ = IsPointSize(points) ? points : kDefaultPoints;
         }
-        properties_->GetNumber(Bstr(kBackground).Get(), &text_.background);
-        properties_->GetNumber(Bstr(kForeground).Get(), &text_.foreground);
+        text_.background = ReadNumber(kBackground, text_.background);
+        text_.foreground = ReadNumber(kForeground, text_.foreground);
     }
     formatFont_.CreatePointFont(points_ * 10, face_);
+}
+
+std::int32_t CKvxOSTraceDataCommandSink::ReadNumber(const char* key, std::int32_t fallback) const {
+    std::int32_t number = fallback;
+    return Succeeded(properties_->GetNumber(Bstr(key).Get(), &number)) ? number : fallback;
 }
 
 const MessageMap& CKvxOSTraceDataCommandSink::GetMessageMap() const {
@@ -226,6 +235,7 @@ int CKvxOSTraceDataCommandSink::HideInstance(HWND window) {
 }
 
 HRESULT CKvxOSTraceDataCommandSink::QueryInterface(const GUID& id, void** out) {
+    if (!out) return E_POINTER;
     *out = nullptr;
     if (id == IID_IUnknown || id == kvx::host::kWorkSpaceClient ||
         id == kvx::host::kWorkSpaceClient2) {
@@ -236,6 +246,7 @@ HRESULT CKvxOSTraceDataCommandSink::QueryInterface(const GUID& id, void** out) {
 }
 
 HRESULT CKvxOSTraceDataCommandSink::IsOpen(std::uint16_t* flag) {
+    if (!flag) return E_POINTER;
     *flag = traceKind_.controls.empty() ? 0 : 0xFFFF;
     return S_OK;
 }
@@ -250,6 +261,7 @@ HRESULT CKvxOSTraceDataCommandSink::SetDisplayRange(double start, double end) {
 }
 
 HRESULT CKvxOSTraceDataCommandSink::GetName(BSTR* name) {
+    if (!name) return E_POINTER;
     return Guarded([&] {
         *name = kvx::ToBstr(LoadString(ids::kStringFormatName));
         return S_OK;
@@ -257,6 +269,7 @@ HRESULT CKvxOSTraceDataCommandSink::GetName(BSTR* name) {
 }
 
 HRESULT CKvxOSTraceDataCommandSink::GetFont(BSTR* face, std::int32_t* points) {
+    if (!face || !points) return E_POINTER;
     return Guarded([&] {
         *face = kvx::ToBstr(face_);
         *points = points_;
@@ -265,6 +278,7 @@ HRESULT CKvxOSTraceDataCommandSink::GetFont(BSTR* face, std::int32_t* points) {
 }
 
 HRESULT CKvxOSTraceDataCommandSink::SetFont(BSTR face, std::int32_t points) {
+    if (!face || !*face || !IsPointSize(points)) return E_INVALIDARG;
     return Guarded([&] {
         face_ = kvx::ToUtf8(face);
         points_ = points;

@@ -68,6 +68,7 @@ class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
         std::vector<CKvxDebugInstanceDataCtrl*> controls;
     };
     void ReadProperties();
+    std::int32_t ReadNumber(const char* key, std::int32_t fallback) const;
     void Open(WindowKind& kind);
     HWND FindDocking(const WindowKind& kind, const CString& name) const;
     std::unique_ptr<CKvxDebugInstanceDataCtrl> NewControl(const WindowKind& kind);

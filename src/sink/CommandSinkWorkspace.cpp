@@ -101,6 +101,7 @@ void CKvxOSTraceDataCommandSink::Save(const WindowKind& kind, IWorkspaceStore& s
 
 HRESULT CKvxOSTraceDataCommandSink::QueryModified(std::uintptr_t, std::uintptr_t, std::uintptr_t,
                                                   std::int32_t* modified) {
+    if (!modified) return E_POINTER;
     return Guarded([&] {
         bool any = modified_;
         ForEachWindow([&](CKvxDebugInstanceDataCtrl& control) {

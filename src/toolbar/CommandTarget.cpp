@@ -9,6 +9,7 @@ HRESULT CCommandTarget::OnCommand(std::uint32_t command) {
 }
 
 HRESULT CCommandTarget::OnUpdateCommand(std::uint32_t command, CommandState* state) {
+    if (!state) return E_POINTER;
     return Guarded([&] {
         CCmdUI ui(command);
         if (!window_ || !window_->RouteUpdate(command, ui)) return E_NOTIMPL;
@@ -26,6 +27,7 @@ HRESULT CCommandTarget::OnCloseRequest() {
 }
 
 HRESULT CCommandTarget::GetHelpKey(BSTR* key) {
+    if (!key) return E_POINTER;
     return Guarded([&] {
         if (!window_) return E_FAIL;
         *key = kvx::ToBstr(window_->HelpKey());

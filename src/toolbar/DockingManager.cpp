@@ -6,6 +6,18 @@
 
 using kvx::Bstr;
 
+namespace {
+
+std::vector<Accelerator> HostKeys(std::span<const AcceleratorResource> keys) {
+    std::vector<Accelerator> host;
+    for (const AcceleratorResource& key : keys) {
+        host.push_back({key.key, key.control, key.shift, key.alt, key.command});
+    }
+    return host;
+}
+
+}  // namespace
+
 CDockingManager::CDockingManager(IQHost* host) : host_(host) {}
 
 CDockingManager::~CDockingManager() = default;
@@ -29,6 +41,7 @@ std::uint32_t CDockingManager::AllocateIdentifier() {
 
 void CDockingManager::ReleaseIdentifier(std::uint32_t identifier) {
     RemoveRegistrations(identifier);
+    if (identifier >= kFirstOwnIdentifier) return;
     if (IQDockingHost* docking = Docking()) docking->ReleaseIdentifier(identifier);
 }
 
@@ -76,9 +89,13 @@ void CDockingManager::RegisterWindow(HWND window, ICommandWindow* control, std::
 
 void CDockingManager::AttachMenu(HWND window, UINT menu, std::uint32_t identifier, const GUID&) {
     const kvx::HostMenu description(FindMenu(menu));
-    if (IQDockingHost* docking = Docking()) {
-        docking->AddMenu(identifier, window, description.Root(), &Target(identifier));
-    }
+    const std::vector<Accelerator> keys = HostKeys(FindAccelerators(menu));
+    IQDockingHost* docking = Docking();
+    if (!docking) return;
+    docking->AddMenu(identifier, window, description.Root(), &Target(identifier));
+    if (keys.empty()) return;
+    docking->AddAccelerators(identifier, window, keys.data(),
+                             static_cast<std::uint32_t>(keys.size()), &Target(identifier));
 }
 
 void CDockingManager::BindWindow(std::uint32_t identifier, ICommandWindow* window) {

@@ -15,6 +15,8 @@ class CDockingManager : public IDockingManager {
     explicit CDockingManager(IQHost* host);
     ~CDockingManager() override;
 
+    IQHost* Host() const { return host_; }
+
     std::uint32_t AllocateIdentifier() override;
     void ReleaseIdentifier(std::uint32_t identifier) override;
     HWND FindDockingWindow(const CString& name, const CString& title, std::uint32_t flags,
@@ -39,12 +41,15 @@ class CDockingManager : public IDockingManager {
     void CustomizeToolbar(HWND docking) override;
 
   private:
+    // Identifiers of our own keep clear of those that a host counts up.
+    static constexpr std::uint32_t kFirstOwnIdentifier = 0x80000000u;
+
     IQDockingHost* Docking() const;
     CCommandTarget& Target(std::uint32_t identifier);
     void AddToolbar(HWND docking, const CString& name, const CString& title, UINT toolbar,
                     std::uint32_t identifier);
 
     IQHost* host_;
-    std::uint32_t nextIdentifier_ = 1;  // where the host gives none
+    std::uint32_t nextIdentifier_ = kFirstOwnIdentifier;  // where the host gives none
     std::map<std::uint32_t, std::unique_ptr<CCommandTarget>> targets_;
 };

@@ -1,7 +1,7 @@
 #include "traceview/KeySheet.h"
 
 #include "host/CommandIds.h"
-#include "traceview/model/KeyBindings.h"
+#include "traceview/model/KeyLines.h"
 
 namespace ids = kvx::ids;
 
@@ -11,9 +11,9 @@ bool CKeySheet::OnInitDialog() {
     CDialog::OnInitDialog();
     CString keys;
     CString meanings;
-    for (const kvx::KeyBinding& binding : kvx::KeyBindings()) {
-        keys += CString(binding.keyText) + "\n";
-        meanings += CString(binding.meaning) + "\n";
+    for (const kvx::KeyLine& line : kvx::TraceKeyLines()) {
+        keys += line.keyText + "\n";
+        meanings += line.meaning + "\n";
     }
     SetDlgItemText(ids::kKeysColumn, keys);
     SetDlgItemText(ids::kMeaningsColumn, meanings);

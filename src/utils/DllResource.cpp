@@ -1,5 +1,6 @@
 #include "utils/DllResource.h"
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -10,6 +11,9 @@ namespace {
 
 constexpr std::int32_t kTextSize = 1024;
 constexpr std::int32_t kLargestText = 1 << 20;
+
+// The libraries of all objects, the current one last. Objects of one library share its module.
+std::vector<HMODULE> g_current;
 
 using TwoNumbers = std::int32_t (*)(std::int32_t* major, std::int32_t* minor);
 using OneNumber = std::int32_t (*)(std::int32_t* number);
@@ -43,12 +47,16 @@ std::unique_ptr<CDllResource> CDllResource::Load(const CString& path, CString& m
     std::unique_ptr<CDllResource> library(new CDllResource(module));
     message = library->Probe(path);
     if (!message.empty()) return nullptr;
+    g_current.push_back(module);
     AfxSetResourceHandle(module);
     return library;
 }
 
 CDllResource::~CDllResource() {
-    if (AfxGetResourceHandle() == module_) AfxSetResourceHandle(nullptr);
+    if (const auto at = std::ranges::find(g_current, module_); at != g_current.end()) {
+        g_current.erase(at);
+        AfxSetResourceHandle(g_current.empty() ? nullptr : g_current.back());
+    }
     FreeLibrary(module_);
 }
 

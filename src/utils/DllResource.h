@@ -9,7 +9,8 @@
 class CDllResource {
   public:
     // Null when the library is refused; message then says why. On success the library is the
-    // module's current resource module until the object is deleted.
+    // module's current resource module until the object is deleted; then that of an older object
+    // is, if one is left.
     static std::unique_ptr<CDllResource> Load(const CString& path, CString& message);
     ~CDllResource();
     CDllResource(const CDllResource&) = delete;

@@ -39,7 +39,7 @@ ALLOWED = {
     "workbench/formats": ["platform", "host", "workbench/service"],
     "workbench/simulation": ["platform"],
     "workbench/target": ["host", "platform", "workbench/service", "workbench/simulation"],
-    "workbench/cli": WORKBENCH + CORE,
+    "workbench/cli": WORKBENCH + CORE + ["resources"],
     "workbench/desktop": WORKBENCH,
     "workbench/debuglib": ["platform", "host"],
     "workbench": WORKBENCH,

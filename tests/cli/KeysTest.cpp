@@ -2,11 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
+#include <set>
 #include <sstream>
 
+#include "host/CommandIds.h"
 #include "platform/Keys.h"
+#include "resources/Tables.h"
 #include "traceview/model/KeyBindings.h"
+#include "traceview/model/KeyLines.h"
 #include "workbench/cli/SubCommands.h"
 
 namespace kvx {
@@ -30,6 +35,38 @@ TEST(Keys, EveryBindingIsFoundByItsKeyAlone) {
     EXPECT_FALSE(FindCharacterAction('x').has_value());
 }
 
+// Files, clipboard, undoing and leaving are any host's, F1 and F5 to F12 a debugger's, and Alt
+// opens menus.
+bool BelongsToHost(const AcceleratorResource& key) {
+    constexpr std::string_view kOfHost = "OSWQNPZYXCV";
+    const bool letter = key.key < VK_F1 && key.control;
+    const bool function = key.key == VK_F1 || key.key > VK_F3 + 1;
+    return key.alt || function || (letter && kOfHost.find(char(key.key)) != kOfHost.npos);
+}
+
+bool InMenu(std::span<const MenuItemResource> items, UINT command) {
+    return std::ranges::any_of(items, [&](const MenuItemResource& item) {
+        return item.command == command || InMenu({item.children, item.childCount}, command);
+    });
+}
+
+TEST(Keys, AcceleratorsMeetNoOtherKeyAndHaveACommandInTheirMenu) {
+    SetResourceTable(&resources::Table());
+    for (const AcceleratorTableResource& table : resources::Accelerators()) {
+        std::set<std::tuple<UINT, bool, bool, bool>> seen;
+        for (const AcceleratorResource& key : std::span(table.keys, table.count)) {
+            EXPECT_TRUE(seen.insert({key.key, key.control, key.shift, key.alt}).second);
+            EXPECT_FALSE(BelongsToHost(key)) << key.command;
+            EXPECT_TRUE(InMenu(FindMenu(table.id), key.command)) << key.command;
+            if (table.id != ids::kMenuOSTrace) continue;
+            EXPECT_FALSE(FindKeyAction(key.key, key.control, key.shift)) << key.command;
+            EXPECT_FALSE(FindCharacterAction(key.key)) << key.command;
+        }
+    }
+    EXPECT_GE(TraceKeyLines().size(), KeyBindings().size() + 8);
+    SetResourceTable(nullptr);
+}
+
 TEST(Keys, TheDocumentHasALineForEach) {
     std::ostringstream out;
     std::ostringstream error;
@@ -37,6 +74,9 @@ TEST(Keys, TheDocumentHasALineForEach) {
     EXPECT_EQ(cli::RunSubCommand(2, arguments, {out, error}), cli::kExitDone);
     for (const KeyBinding& binding : KeyBindings()) {
         const std::string line = std::string("| ") + binding.keyText + " | " + binding.meaning;
+        EXPECT_NE(out.str().find(line), std::string::npos) << line;
+    }
+    for (const char* line : {"| V | Set value |", "| P | Extract specified system calls"}) {
         EXPECT_NE(out.str().find(line), std::string::npos) << line;
     }
     EXPECT_TRUE(error.str().empty());

@@ -3,8 +3,11 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
+#include <utility>
 
-#include "traceview/model/KeyBindings.h"
+#include "host/CommandIds.h"
+#include "resources/Tables.h"
+#include "traceview/model/KeyLines.h"
 
 namespace kvx::cli {
 namespace {
@@ -15,7 +18,7 @@ constexpr char kPageStart[] = R"(<!DOCTYPE html>
 <head>
 <meta charset="utf-8">
 <meta name="viewport" content="width=device-width, initial-scale=1">
-<title>Keys of the OS Trace window - KVX Workbench</title>
+<title>Keys - KVX Workbench</title>
 <link rel="stylesheet" href="help.css">
 </head>
 <body>
@@ -27,12 +30,22 @@ constexpr char kPageStart[] = R"(<!DOCTYPE html>
 <a href="keys.html" aria-current="page">Keys</a>
 </nav>
 <main>
-<h1>Keys of the OS Trace window</h1>
-<p>The chart must have the focus: click into it once.</p>
-<table>
-<tr><th>Key</th><th>What it does</th></tr>
+<h1>Keys</h1>
+<p>The window must have the focus: click into it once.</p>
 )";
-constexpr char kPageEnd[] = "</table>\n</main>\n</body>\n</html>\n";
+constexpr char kPageEnd[] = "</main>\n</body>\n</html>\n";
+
+struct WindowKeys {
+    const char* window;
+    std::vector<KeyLine> lines;
+};
+
+// The lists of keys are those of the resource library.
+std::vector<WindowKeys> AllKeys() {
+    SetResourceTable(&resources::Table());
+    return {{"OS Trace window", TraceKeyLines()},
+            {"OS Analyze window", AcceleratorLines(ids::kMenuOSAnalyze)}};
+}
 
 std::string Escape(std::string_view text) {
     std::string escaped;
@@ -48,18 +61,27 @@ std::string Escape(std::string_view text) {
     return escaped;
 }
 
-void PrintTable(std::ostream& out) {
-    out << "| key | what it does |\n|---|---|\n";
-    for (const KeyBinding& binding : KeyBindings()) {
-        out << "| " << binding.keyText << " | " << binding.meaning << " |\n";
+void PrintTables(std::ostream& out) {
+    const char* before = "";
+    for (const WindowKeys& keys : AllKeys()) {
+        out << std::exchange(before, "\n") << "## " << keys.window
+            << "\n\n| key | what it does |\n|---|---|\n";
+        for (const KeyLine& line : keys.lines) {
+            out << "| " << line.keyText << " | " << line.meaning << " |\n";
+        }
     }
 }
 
 void PrintPage(std::ostream& out) {
     out << kPageStart;
-    for (const KeyBinding& binding : KeyBindings()) {
-        out << "<tr><td><kbd>" << Escape(binding.keyText) << "</kbd></td><td>"
-            << Escape(binding.meaning) << "</td></tr>\n";
+    for (const WindowKeys& keys : AllKeys()) {
+        out << "<h2>" << keys.window
+            << "</h2>\n<table>\n<tr><th>Key</th><th>What it does</th></tr>\n";
+        for (const KeyLine& line : keys.lines) {
+            out << "<tr><td><kbd>" << Escape(line.keyText) << "</kbd></td><td>"
+                << Escape(line.meaning) << "</td></tr>\n";
+        }
+        out << "</table>\n";
     }
     out << kPageEnd;
 }
@@ -69,13 +91,13 @@ void PrintPage(std::ostream& out) {
 void AddKeys(CLI::App& app, const Streams& streams, int& status) {
     const auto asPage = std::make_shared<bool>(false);
     CLI::App* const command =
-        app.add_subcommand("keys", "The keys of the OS Trace window, as a Markdown table");
+        app.add_subcommand("keys", "The keys of the windows, as Markdown tables");
     command->add_flag("--html", *asPage, "Write the page of the help book instead");
     command->callback([asPage, &streams, &status] {
         if (*asPage) {
             PrintPage(streams.out);
         } else {
-            PrintTable(streams.out);
+            PrintTables(streams.out);
         }
         status = kExitDone;
     });

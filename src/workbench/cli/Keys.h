@@ -1,5 +1,5 @@
 #pragma once
-// kvxostrace keys: the keys of the OS Trace window as a table, for people and documents.
+// kvxostrace keys: the keys of the windows as tables, for people and documents.
 
 #include "workbench/cli/SubCommands.h"
 

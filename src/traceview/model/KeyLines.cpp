@@ -1,0 +1,40 @@
+#include "traceview/model/KeyLines.h"
+
+#include "host/CommandIds.h"
+#include "platform/Keys.h"
+#include "platform/Resources.h"
+#include "traceview/model/KeyBindings.h"
+
+namespace kvx {
+namespace {
+
+CString KeyText(const AcceleratorResource& key) {
+    CString text;
+    if (key.control) text += "Ctrl+";
+    if (key.shift) text += "Shift+";
+    if (key.alt) text += "Alt+";
+    if (key.key >= VK_F1) return text + "F" + std::to_string(key.key - VK_F1 + 1);
+    return text + static_cast<char>(key.key);
+}
+
+}  // namespace
+
+std::vector<KeyLine> AcceleratorLines(UINT table) {
+    std::vector<KeyLine> lines;
+    for (const AcceleratorResource& key : FindAccelerators(table)) {
+        const CString prompt = LoadString(key.command);
+        lines.push_back({KeyText(key), prompt.substr(0, prompt.find('\n'))});
+    }
+    return lines;
+}
+
+std::vector<KeyLine> TraceKeyLines() {
+    std::vector<KeyLine> lines;
+    for (const KeyBinding& binding : KeyBindings()) {
+        lines.push_back({binding.keyText, binding.meaning});
+    }
+    for (KeyLine& line : AcceleratorLines(ids::kMenuOSTrace)) lines.push_back(std::move(line));
+    return lines;
+}
+
+}  // namespace kvx
