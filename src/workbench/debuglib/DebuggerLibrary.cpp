@@ -1,6 +1,6 @@
 // The Workbench's debugger library: the functions that a component looks up by their exact names
-// when the debugger is connected. The Workbench shows recorded traces, so there is no target to
-// read from: counts are 0, lookups and evaluations fail, texts are empty.
+// when the debugger is connected. The Workbench's targets are recorded or simulated, so there are no
+// registers and no memory to read: counts are 0, lookups and evaluations fail, texts are empty.
 
 #include <cstdint>
 
@@ -14,9 +14,16 @@ constexpr std::intptr_t kServiceNotAvailable = 1;
 
 constexpr std::intptr_t kFailure = -1;
 
+bool measurementAvailable = false;
+
 }  // namespace
 
 extern "C" {
+
+// For the Workbench alone: whether a target is there whose measurement can be stopped and restarted.
+KVX_EXPORT void KVX_CALL SetMeasurementAvailable(int available) {
+    measurementAvailable = available != 0;
+}
 
 KVX_EXPORT std::intptr_t KVX_CALL IN1_Get_mcu_info() {
     return 0;
@@ -25,7 +32,7 @@ KVX_EXPORT std::intptr_t KVX_CALL IN1_Get_mcu_info() {
 // service: the service's number; context: the view's target context, not used.
 KVX_EXPORT std::intptr_t KVX_CALL IN1_Get_service_info(std::uintptr_t service,
                                                        std::uintptr_t /*context*/) {
-    return service == kServiceMeasuring ? kServiceNotAvailable : 0;
+    return service == kServiceMeasuring && !measurementAvailable ? kServiceNotAvailable : 0;
 }
 
 KVX_EXPORT std::intptr_t KVX_CALL IN1_Get_regtbl_num() {

@@ -41,6 +41,19 @@ bool DockingHost::GiveCommand(std::uint32_t command) {
     return false;
 }
 
+bool DockingHost::CloseAll() {
+    const std::vector<DockingWindow*> windows = windows_.All();
+    for (DockingWindow* window : windows) RequestClose(*window);
+    return windows_.All().empty();
+}
+
+QString DockingHost::HelpKey() {
+    const DockingWindow* active = windows_.Active();
+    Bstr key;
+    if (!active || active->isHidden() || !active->target) return {};
+    return Succeeded(active->target->GetHelpKey(key.Receive())) ? FromBstr(key.Get()) : QString();
+}
+
 CommandToolbar* DockingHost::Toolbar(const QString& name) const {
     for (const auto& [identifier, registration] : registrations_) {
         for (const auto& toolbar : registration.toolbars) {

@@ -29,7 +29,13 @@ class DockingHost final : public Implementation<IQDockingHost, host::kDockingHos
     // Gives a command of the host's menus. False when no component put it there.
     bool GiveCommand(std::uint32_t command);
 
+    // Asks every docking window to close, as its user would. False: one refused.
+    bool CloseAll();
+    // Page of help for the active window; empty where there is none.
+    QString HelpKey();
+
     DockingWindows& Windows() { return windows_; }
+    const DockingWindows& Windows() const { return windows_; }
     // Null when there is none of that name.
     CommandToolbar* Toolbar(const QString& name) const;
 

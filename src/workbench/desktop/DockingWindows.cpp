@@ -74,6 +74,7 @@ void DockingWindows::Close(DockingWindow& window) {
     window.onClose = nullptr;
     window.disconnect(this);
     window.hide();
+    window.setObjectName({});  // layouts mean the next window of that name
     window.deleteLater();
     if (active_ == &window) Activate(windows_.empty() ? nullptr : windows_.back());
     Changed();
@@ -92,6 +93,51 @@ DockingWindow* DockingWindows::FindByName(const QString& name) const {
 
 bool DockingWindows::IsAnyShown() const {
     return std::ranges::any_of(windows_, [](const auto* window) { return !window->isHidden(); });
+}
+
+void DockingWindows::PutAway() {
+    if (layoutBefore_.isEmpty()) layoutBefore_ = main_.saveState();
+    for (DockingWindow* window : windows_) {
+        if (window->isHidden()) continue;
+        window->SetState(kDockHide);
+        putAway_.emplace_back(window);
+    }
+    Changed();
+}
+
+void DockingWindows::BringBack() {
+    layoutBefore_.clear();
+    for (const auto& window : std::exchange(putAway_, {})) {
+        if (window) SetState(*window, kDockShow);
+    }
+}
+
+QByteArray DockingWindows::Layout() const {
+    return layoutBefore_.isEmpty() || IsAnyShown() ? main_.saveState() : layoutBefore_;
+}
+
+bool DockingWindows::RestoreLayout(const QByteArray& layout) {
+    putAway_.clear();
+    layoutBefore_.clear();
+    unsized_ = nullptr;
+    const bool done = main_.restoreState(layout);
+    Changed();
+    return done;
+}
+
+QString DockingWindows::Arrangement() const {
+    QString text;
+    for (DockingWindow* window : windows_) {
+        const bool putAway =
+            std::ranges::any_of(putAway_, [window](const auto& other) { return other == window; });
+        const bool hidden = window->isHidden() && !putAway;
+        text += QStringLiteral("%1 %2 %3 %4\n")
+                    .arg(window->Name())
+                    .arg(hidden)
+                    .arg(window->isFloating())
+                    .arg(main_.dockWidgetArea(window));
+    }
+    return text;
 }
 
 void DockingWindows::Activate(DockingWindow* window) {

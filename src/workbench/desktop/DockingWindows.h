@@ -33,6 +33,18 @@ class DockingWindows final : public QObject {
     const std::vector<DockingWindow*>& All() const { return windows_; }
     bool IsAnyShown() const;
 
+    // Takes all windows off the screen, and brings them back, where there is nothing to show in
+    // them meanwhile.
+    void PutAway();
+    void BringBack();
+    // Where all windows stand, those that are put away included, for RestoreLayout.
+    QByteArray Layout() const;
+    // False: this is no layout. Windows that are put away come back as the layout has them.
+    bool RestoreLayout(const QByteArray& layout);
+    // Which windows there are and how they stand; changes when the user rearranges them, but not
+    // when they only get another size.
+    QString Arrangement() const;
+
     // The one that had the focus last, or was shown last; null when none is open.
     DockingWindow* Active() const { return active_; }
     void Activate(DockingWindow* window);
@@ -55,6 +67,8 @@ class DockingWindows final : public QObject {
     std::vector<DockingWindow*> windows_;
     QPointer<DockingWindow> active_;
     QPointer<DockingWindow> unsized_;
+    std::vector<QPointer<DockingWindow>> putAway_;
+    QByteArray layoutBefore_;  // before they were put away; empty: they are not
 };
 
 }  // namespace kvx::desktop

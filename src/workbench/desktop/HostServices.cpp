@@ -21,6 +21,13 @@ HRESULT Give(const QString& text, BSTR* out) {
 DebuggerLibrary::DebuggerLibrary(const QString& directory)
     : directory_(directory), module_(LoadModule(directory, kDebuggerLibraryName).handle) {}
 
+void DebuggerLibrary::SetMeasurementAvailable(bool available) {
+    using SetFn = void(KVX_CALL*)(int);
+    if (const auto set = reinterpret_cast<SetFn>(FindSymbol(module_, "SetMeasurementAvailable"))) {
+        set(available ? 1 : 0);
+    }
+}
+
 HRESULT DebuggerLibrary::GetModule(void** module) {
     if (!module) return E_POINTER;
     *module = module_;

@@ -1,5 +1,5 @@
 #pragma once
-// The smaller services of the host, as far as recorded traces ask for them.
+// The smaller services of the host.
 
 #include "host/Identifiers.h"
 #include "host/Services.h"
@@ -9,10 +9,14 @@
 
 namespace kvx::desktop {
 
-// No target runs while a recording is shown.
+// Whether the target program runs; none does while a recorded file is shown.
 class RunState final : public Implementation<IQRunState, host::kRunState> {
   public:
-    HRESULT KVX_CALL IsRunning() override { return E_FAIL; }
+    void Set(bool running) { running_ = running; }
+    HRESULT KVX_CALL IsRunning() override { return running_ ? S_OK : E_FAIL; }
+
+  private:
+    bool running_ = false;
 };
 
 // The debugger library and the folder of the debugger's own files.
@@ -20,6 +24,9 @@ class DebuggerLibrary final : public Implementation<IQDebuggerLibrary, host::kDe
   public:
     // Loads the library from the directory; when that fails there is none.
     explicit DebuggerLibrary(const QString& directory);
+
+    // Whether there is a target whose measurement can be stopped and started.
+    void SetMeasurementAvailable(bool available);
 
     HRESULT KVX_CALL GetModule(void** module) override;
     HRESULT KVX_CALL GetDirectory(BSTR* directory) override;
@@ -44,7 +51,7 @@ class ErrorService final : public Implementation<IQErrorService, host::kErrorSer
     HRESULT KVX_CALL ReportError(std::uintptr_t, std::uintptr_t) override { return S_OK; }
 };
 
-// Without workspaces all windows belong together: the names are empty.
+// One workspace is open at a time, so that names need not tell them apart: they are empty.
 class NamingService final : public Implementation<IQNamingService, host::kNamingService> {
   public:
     HRESULT KVX_CALL GetLongName(std::uintptr_t a, std::uintptr_t b, std::uintptr_t d,
@@ -85,6 +92,10 @@ class HostServices {
     ~HostServices();
     HostServices(const HostServices&) = delete;
     HostServices& operator=(const HostServices&) = delete;
+
+    RunState& Running() { return runState_; }
+    DebuggerLibrary& Debugger() { return debuggerLibrary_; }
+    WorkspaceStore& Workspace() { return workspace_; }
 
   private:
     void Add(const GUID& id, void* service);

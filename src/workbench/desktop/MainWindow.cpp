@@ -16,8 +16,8 @@ namespace {
 
 constexpr char kProgramName[] = "KVX Workbench";
 constexpr char kGeometry[] = "Window/geometry";
-constexpr char kState[] = "Window/state";
 constexpr char kFolder[] = "Window/folder";
+constexpr char kWorkspaces[] = "KVX workspaces (*.kvxw)";
 constexpr QSize kFirstSize(1280, 760);
 
 // The one local file or folder that is dragged, or an empty path.
@@ -46,7 +46,7 @@ MainWindow::MainWindow(Settings& settings, AppearanceSwitch& appearance)
     MakeHelpMenu();
     MakeStatusLine();
     ShowRecording(nullptr);
-    RestoreLayout();
+    if (!restoreGeometry(settings_.Get(kGeometry).toByteArray())) resize(kFirstSize);
     FillRecent();
 }
 
@@ -57,17 +57,26 @@ void MainWindow::ShowRecording(const service::TraceService* trace) {
     processor_->setVisible(recording && recording->Processors().size() > 1);
     format_->setVisible(recording != nullptr);
     FillRecent();
-    if (!recording) {
-        setWindowTitle(kProgramName);
-        losses_->hide();
-        return;
-    }
+    if (!recording) return losses_->hide();
     const QFileInfo file(QFile::decodeName(recording->Path().c_str()));
-    setWindowTitle(file.fileName() + " — " + kProgramName);
     format_->setText(FromUtf8(recording->FormatName()));
     format_->setToolTip(file.absoluteFilePath());
     FillProcessors(*trace);
     ShowLosses(*trace);
+}
+
+void MainWindow::ShowTitle(const QString& recording, const QString& workspace, bool modified) {
+    QStringList parts;
+    if (!recording.isEmpty()) parts << recording;
+    if (!workspace.isEmpty()) parts << workspace + "[*]";
+    setWindowTitle((parts << kProgramName).join(" — "));
+    setWindowModified(modified);
+    workspace_ = workspace;
+    closeWorkspace_->setEnabled(!workspace.isEmpty());
+}
+
+void MainWindow::AllowSaveRecording(bool allow) {
+    saveRecording_->setEnabled(allow);
 }
 
 void MainWindow::ShowLosses(const service::TraceService& trace) {
@@ -86,30 +95,32 @@ void MainWindow::ShowError(const QString& title, const QString& message) {
     box.exec();
 }
 
-void MainWindow::SaveLayout() {
-    settings_.Set(kGeometry, saveGeometry());
-    settings_.Set(kState, saveState());
-}
-
-void MainWindow::RestoreLayout() {
-    if (!restoreGeometry(settings_.Get(kGeometry).toByteArray())) resize(kFirstSize);
-    restoreState(settings_.Get(kState).toByteArray());
-}
-
 void MainWindow::MakeFileMenu() {
     QMenu* menu = menuBar()->addMenu("&File");
     menu->addAction("&Open Trace…", QKeySequence::Open, this, [this] { ChooseTrace(); });
     menu->addAction("Open CTF &Folder…", QKeySequence("Ctrl+Shift+O"), this,
                     [this] { ChooseFolder(); });
     recentMenu_ = menu->addMenu("Open &Recent");
-    menu->addSeparator();
+    saveRecording_ =
+        menu->addAction("Save Recordin&g As…", this, [this] { ChooseSavedRecording(); });
     close_ = menu->addAction("&Close", QKeySequence("Ctrl+W"), this, [this] { onClose(); });
+    menu->addSeparator();
+    menu->addAction("Open &Workspace…", QKeySequence("Ctrl+Alt+O"), this,
+                    [this] { ChooseWorkspace(); });
+    menu->addAction("&Save Workspace", QKeySequence::Save, this, [this] {
+        workspace_.isEmpty() ? ChooseSavedWorkspace() : onSaveWorkspace({});
+    });
+    menu->addAction("Save Workspace &As…", QKeySequence("Ctrl+Shift+S"), this,
+                    [this] { ChooseSavedWorkspace(); });
+    closeWorkspace_ = menu->addAction("Close Wor&kspace", this, [this] { onCloseWorkspace(); });
     menu->addSeparator();
     menu->addAction("&Quit", QKeySequence("Ctrl+Q"), this, [this] { close(); });
 }
 
 void MainWindow::MakeViewMenu() {
-    QMenu* menu = menuBar()->addMenu("&View")->addMenu("&Appearance");
+    QMenu* view = menuBar()->addMenu("&View");
+    view->addAction("&Format…", this, [this] { onFormat(); });
+    QMenu* menu = view->addMenu("&Appearance");
     auto* group = new QActionGroup(menu);
     const auto add = [&](const QString& text, Appearance appearance) {
         QAction* action = menu->addAction(text, this, [this, appearance] {
@@ -132,6 +143,10 @@ void MainWindow::MakeTraceMenu() {
 
 void MainWindow::MakeHelpMenu() {
     helpMenu_ = menuBar()->addMenu("&Help");
+    helpMenu_->addAction("&Help for This Window", QKeySequence("F1"), this,
+                         [this] { onHelp(true); });
+    helpMenu_->addAction("&Contents", this, [this] { onHelp(false); });
+    helpMenu_->addSeparator();
     helpMenu_->addAction("Show &Demonstration", this, [this] { onDemonstration(); });
     helpMenu_->addSeparator();
     helpMenu_->addAction("&About KVX Workbench", this, [this] { onAbout(); });
@@ -185,8 +200,33 @@ QString MainWindow::LastFolder() const {
 
 void MainWindow::ChooseTrace() {
     const QString path = QFileDialog::getOpenFileName(this, "Open Trace", LastFolder(),
-                                                      "Kernel logs (*.log *.txt);;All files (*)");
+                                                      "Traces (*.log *.txt *.kvxw);;All files (*)");
     if (!path.isEmpty()) Open(path);
+}
+
+void MainWindow::ChooseWorkspace() {
+    const QString path =
+        QFileDialog::getOpenFileName(this, "Open Workspace", LastFolder(), kWorkspaces);
+    if (path.isEmpty()) return;
+    settings_.Set(kFolder, QFileInfo(path).absolutePath());
+    onOpenWorkspace(path);
+}
+
+void MainWindow::ChooseSavedWorkspace() {
+    QFileDialog dialog(this, "Save Workspace As", LastFolder(), kWorkspaces);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix("kvxw");
+    if (dialog.exec() != QDialog::Accepted) return;
+    const QString path = dialog.selectedFiles().front();
+    settings_.Set(kFolder, QFileInfo(path).absolutePath());
+    onSaveWorkspace(path);
+}
+
+void MainWindow::ChooseSavedRecording() {
+    QFileDialog dialog(this, "Save Recording As", LastFolder(), "Kernel logs (*.log)");
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix("log");
+    if (dialog.exec() == QDialog::Accepted) onSaveRecording(dialog.selectedFiles().front());
 }
 
 void MainWindow::ChooseFolder() {
@@ -200,7 +240,8 @@ void MainWindow::Open(const QString& path) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    SaveLayout();
+    if (!onQuit()) return event->ignore();
+    settings_.Set(kGeometry, saveGeometry());
     QMainWindow::closeEvent(event);
     QApplication::quit();
 }

@@ -23,12 +23,22 @@ class MainWindow final : public QMainWindow {
     std::function<void(const QString& path)> onOpen;
     std::function<void()> onClose;
     std::function<void(std::uint32_t processor)> onProcessor;
+    std::function<void(const QString& path)> onSaveRecording;
+    std::function<void(const QString& path)> onOpenWorkspace;
+    std::function<void(const QString& path)> onSaveWorkspace;  // empty: where it is already
+    std::function<void()> onCloseWorkspace;
+    std::function<void()> onFormat;
+    std::function<void(bool ofWindow)> onHelp;  // of the active window, or the first page
     std::function<void()> onDemonstration;
     std::function<void()> onAbout;
+    // False keeps the program running.
+    std::function<bool()> onQuit;
 
-    // Shows what is open: title, format, processors, losses. trace must have a recording, or be
-    // null when none is open.
+    // Shows what is open: format, processors, losses.
     void ShowRecording(const service::TraceService* trace);
+    // Names of what is open, empty where nothing is.
+    void ShowTitle(const QString& recording, const QString& workspace, bool modified);
+    void AllowSaveRecording(bool allow);
     // Losses grow while the recording is decoded.
     void ShowLosses(const service::TraceService& trace);
     // The start page stands in for the docking windows while there are none to see.
@@ -40,8 +50,6 @@ class MainWindow final : public QMainWindow {
     // Menus of components stand before this one.
     QAction* HelpMenu() const { return helpMenu_->menuAction(); }
     RecentFiles& Recent() { return recent_; }
-
-    void SaveLayout();
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -55,11 +63,13 @@ class MainWindow final : public QMainWindow {
     void MakeTraceMenu();
     void MakeHelpMenu();
     void MakeStatusLine();
-    void RestoreLayout();
     void FillRecent();
     void FillProcessors(const service::TraceService& trace);
     void ChooseTrace();
     void ChooseFolder();
+    void ChooseWorkspace();
+    void ChooseSavedWorkspace();
+    void ChooseSavedRecording();
     QString LastFolder() const;
     void Open(const QString& path);
 
@@ -72,6 +82,10 @@ class MainWindow final : public QMainWindow {
     QMenu* processorMenu_ = nullptr;
     QMenu* helpMenu_ = nullptr;
     QAction* close_ = nullptr;
+    QAction* saveRecording_ = nullptr;
+    QAction* saveWorkspace_ = nullptr;
+    QAction* closeWorkspace_ = nullptr;
+    QString workspace_;  // name of the one that is open
     QLabel* processor_ = nullptr;
     QLabel* format_ = nullptr;
     LossIndicator* losses_ = nullptr;

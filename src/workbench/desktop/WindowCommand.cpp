@@ -21,7 +21,9 @@ namespace {
 int RunWindow(const std::string& file) {
     FilterToolkitMessages();
     // While the window comes up, the file is read already.
-    std::unique_ptr<BackgroundRead> reading = file.empty() ? nullptr : StartReading(file);
+    const QString path = QFile::decodeName(file.c_str());
+    std::unique_ptr<BackgroundRead> reading =
+        file.empty() || IsWorkspaceName(path) ? nullptr : StartReading(file);
     int count = 1;
     char name[] = "kvxostrace";
     char* arguments[] = {name, nullptr};
@@ -35,7 +37,9 @@ int RunWindow(const std::string& file) {
     QTimer::singleShot(0, &application, [&] {
         if (!failure.isEmpty()) workbench.Window().ShowError("Cannot Start Component", failure);
         if (reading) {
-            workbench.Open(QFile::decodeName(file.c_str()), std::move(reading));
+            workbench.Open(path, std::move(reading));
+        } else if (!file.empty()) {
+            workbench.OpenWorkspace(path);
         } else {
             workbench.OpenDemonstration();
         }

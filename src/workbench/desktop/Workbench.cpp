@@ -2,9 +2,9 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QMessageBox>
 
 #include "host/CommandIds.h"
+#include "workbench/desktop/CopyFile.h"
 #include "workbench/desktop/QtText.h"
 #include "workbench/simulation/Generate.h"
 
@@ -16,26 +16,27 @@ constexpr int kRefreshMilliseconds = 500;
 }  // namespace
 
 Workbench::Workbench(Settings& settings)
-    : appearance_(AppearanceOf(settings.Get("Window/appearance").toString())),
+    : settings_(settings),
+      appearance_(AppearanceOf(settings.Get("Window/appearance").toString())),
       window_(settings, appearance_),
+      targetMenu_(window_, window_.HelpMenu()),
       services_(host_, settings, ModuleDirectory()),
       docking_(window_, settings, window_.HelpMenu()),
       dialogs_(settings, &window_),
-      component_(host_) {
+      component_(host_),
+      workspace_(host_, services_.Workspace(), *this) {
     host_.AddService(host::kDockingHost, static_cast<IQDockingHost*>(&docking_));
     Install(std::make_unique<service::TraceService>());
-    window_.onOpen = [this](const QString& path) { Open(path); };
-    window_.onClose = [this] { CloseRecording(); };
-    window_.onProcessor = [this](std::uint32_t processor) { ShowProcessor(processor); };
-    window_.onDemonstration = [this] { OpenDemonstration(); };
-    window_.onAbout = [this] { ShowAbout(); };
+    ConnectMenus();
     docking_.onCommandDone = [this] { AfterCommand(); };
     docking_.Windows().onChanged = [this] {
         window_.ShowStartPage(!docking_.Windows().IsAnyShown());
     };
     // Losses are found while the recording is decoded.
-    QObject::connect(&refresh_, &QTimer::timeout, [this] { window_.ShowLosses(*trace_); });
+    QObject::connect(&refresh_, &QTimer::timeout, [this] { ShowState(); });
     refresh_.start(kRefreshMilliseconds);
+    targetMenu_.Show(nullptr);
+    ShowState();
 }
 
 Workbench::~Workbench() {
@@ -45,45 +46,52 @@ Workbench::~Workbench() {
 }
 
 QString Workbench::Start(const QString& directory, const char* component) {
-    const QString failure = component_.Load(directory, component);
-    return failure.isEmpty() ? component_.Connect() : failure;
+    QString failure = component_.Load(directory, component);
+    if (failure.isEmpty()) failure = component_.Connect();
+    if (failure.isEmpty()) EnterUsersWorkspace();
+    return failure;
 }
 
 bool Workbench::Open(const QString& path) {
+    if (IsWorkspaceName(path)) return OpenWorkspace(path);
     return Open(path, StartReading(QFile::encodeName(path).toStdString()));
 }
 
 bool Workbench::Open(const QString& path, std::unique_ptr<BackgroundRead> reading) {
-    if (!Show(path, *reading)) return false;
-    window_.Recent().Add(path);
-    window_.ShowRecording(trace_.get());
+    if (!ShowOrTell(Read(path, *reading))) return false;
+    TraceIsIn(path);
     return true;
 }
 
 bool Workbench::OpenDemonstration() {
+    return ShowOrTell(ReadDemonstration());
+}
+
+Workbench::OpenedTrace Workbench::Read(const QString& path, BackgroundRead& reading) {
+    OpenedRecording recording = reading.Finish(QFileInfo(path).fileName(), &window_);
+    if (!recording) return recording.GetError();
+    auto trace = std::make_unique<service::TraceService>();
+    trace->SetRecording(std::move(*recording));
+    return trace;
+}
+
+Workbench::OpenedTrace Workbench::ReadDemonstration() {
     auto folder = std::make_unique<QTemporaryDir>();
     const QString path = folder->filePath("demonstration.log");
     const std::string file = QFile::encodeName(path).toStdString();
     const std::string failure = simulation::WriteDemonstration(file);
-    if (!failure.empty()) {
-        window_.ShowError("Cannot Write Demonstration", FromUtf8(failure));
-        return false;
-    }
-    if (!Show(path, *StartReading(file))) return false;
-    demonstration_ = std::move(folder);
-    return true;
+    if (!failure.empty()) return Error{failure};
+    OpenedTrace trace = Read(path, *StartReading(file));
+    if (trace) newDemonstration_ = std::move(folder);
+    return trace;
 }
 
-bool Workbench::Show(const QString& path, BackgroundRead& reading) {
-    OpenedRecording recording = reading.Finish(QFileInfo(path).fileName(), &window_);
-    if (!recording) {
-        if (recording.GetError().cancelled) return false;
-        window_.ShowError("Cannot Open Trace", FromUtf8(recording.GetError().message));
-        return false;
+bool Workbench::ShowOrTell(OpenedTrace trace) {
+    if (trace) return Show(std::move(*trace));
+    if (!trace.GetError().cancelled) {
+        window_.ShowError("Cannot Open Trace", FromUtf8(trace.GetError().message));
     }
-    auto trace = std::make_unique<service::TraceService>();
-    trace->SetRecording(std::move(*recording));
-    return Show(std::move(trace));
+    return false;
 }
 
 bool Workbench::Show(std::unique_ptr<service::TraceService> trace) {
@@ -92,16 +100,18 @@ bool Workbench::Show(std::unique_ptr<service::TraceService> trace) {
         return false;
     }
     DropRecording();
-    for (const auto& window : std::exchange(putAway_, {})) {
-        if (window) docking_.Windows().SetState(*window, kDockShow);
-    }
+    docking_.Windows().BringBack();
     OpenTraceWindow();
+    ShowInWindows(std::move(trace));
+    return true;
+}
+
+void Workbench::ShowInWindows(std::unique_ptr<service::TraceService> trace) {
+    demonstration_ = std::move(newDemonstration_);
     Install(std::move(trace));
     host_.Broadcast(host::kEventTargetConnected);
     host_.Broadcast(host::kEventTraceReady);
-    docking_.UpdateCommands();
-    window_.ShowRecording(trace_.get());
-    return true;
+    RecordingChanged();
 }
 
 // Components ask for the service anew with every operation.
@@ -113,22 +123,52 @@ void Workbench::Install(std::unique_ptr<service::TraceService> trace) {
 }
 
 void Workbench::CloseRecording() {
-    if (!trace_->GetRecording()) return;
+    if (!trace_->GetRecording() && !target_) return;
     DropRecording();
-    window_.ShowRecording(nullptr);
-    for (DockingWindow* window : docking_.Windows().All()) {
-        if (window->isHidden()) continue;
-        docking_.Windows().SetState(*window, kDockHide);
-        putAway_.emplace_back(window);
-    }
+    docking_.Windows().PutAway();
 }
 
 void Workbench::DropRecording() {
+    if (target_) return DisconnectTarget();
     if (!trace_->GetRecording()) return;
     host_.Broadcast(host::kEventTraceCleared);
     host_.Broadcast(host::kEventTargetDisconnected);
     Install(std::make_unique<service::TraceService>());
+    RecordingChanged();
+}
+
+// It is known by its file from now on.
+void Workbench::TraceIsIn(const QString& path) {
+    tracePath_ = QFileInfo(path).absoluteFilePath();
+    window_.Recent().Add(tracePath_);
+    window_.ShowRecording(trace_.get());
+    ShowState();
+}
+
+void Workbench::RecordingChanged() {
+    tracePath_.clear();
     docking_.UpdateCommands();
+    window_.ShowRecording(trace_.get());
+    window_.AllowSaveRecording(trace_->GetRecording() && (demonstration_ || target_));
+    ShowState();
+}
+
+bool Workbench::SaveRecording(const QString& path) {
+    const std::string from = trace_->GetRecording()->Path();
+    const std::string to = QFile::encodeName(path).toStdString();
+    QString failure;
+    for (const auto& [source, copy] :
+         {std::pair(simulation::ResourcePath(from), simulation::ResourcePath(to)),
+          std::pair(from, to)}) {
+        if (failure.isEmpty())
+            failure = CopyFile(QFile::decodeName(source.c_str()), QFile::decodeName(copy.c_str()));
+    }
+    if (failure.isEmpty()) {
+        TraceIsIn(path);
+    } else {
+        window_.ShowError("Cannot Save Recording", failure);
+    }
+    return failure.isEmpty();
 }
 
 void Workbench::ShowProcessor(std::uint32_t processor) {
@@ -150,28 +190,16 @@ bool Workbench::IsTraceWindowOpen() {
     return window && Succeeded(window->IsOpen(&open)) && open != 0;
 }
 
-// A window that was opened after the trace became ready has not heard of it.
 void Workbench::AfterCommand() {
+    // Trace Stop and Trace Restart.
+    if (target_) target_->FollowRecording();
+    // A window that was opened after the trace became ready has not heard of it.
     const bool open = IsTraceWindowOpen();
     const bool opened = open && !traceWindowWasOpen_;
     traceWindowWasOpen_ = open;
     if (!opened || !trace_->GetRecording()) return;
     host_.Broadcast(host::kEventTraceReady);
     docking_.UpdateCommands();
-}
-
-void Workbench::ShowAbout() {
-    QString text = QStringLiteral(
-                       "<h3>KVX Workbench %1</h3><p>Shows what a real-time kernel did: "
-                       "recorded traces of its tasks, handlers and system calls.</p>")
-                       .arg(KVX_VERSION);
-    if (const auto version = component_.Version()) {
-        text += QStringLiteral("<p>Component: %1, version %2.%3</p>")
-                    .arg(component_.Name().toHtmlEscaped())
-                    .arg(version->first)
-                    .arg(version->second);
-    }
-    QMessageBox::about(&window_, "About KVX Workbench", text);
 }
 
 }  // namespace kvx::desktop

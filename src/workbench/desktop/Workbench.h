@@ -10,11 +10,14 @@
 #include "workbench/desktop/DockingHost.h"
 #include "workbench/desktop/HostServices.h"
 #include "workbench/desktop/MainWindow.h"
+#include "workbench/desktop/MenuKeys.h"
 #include "workbench/desktop/ServiceDialogs.h"
+#include "workbench/desktop/TargetMenu.h"
+#include "workbench/desktop/WorkspaceControl.h"
 
 namespace kvx::desktop {
 
-class Workbench {
+class Workbench final : private IWorkspaceHost {
   public:
     // settings must outlive the workbench.
     explicit Workbench(Settings& settings);
@@ -27,8 +30,8 @@ class Workbench {
     // empty one; the window works without it, but shows no recording.
     QString Start(const QString& directory, const char* component = "KvxOSTrace");
 
-    // Reads the file or folder and shows it in place of what is open. When it cannot be read, a
-    // message says so and what is open stays.
+    // Reads the file or folder, or the workspace, and shows it in place of what is open. When it
+    // cannot be read, a message says so and what is open stays.
     bool Open(const QString& path);
     // The same, when reading it was started before.
     bool Open(const QString& path, std::unique_ptr<BackgroundRead> reading);
@@ -40,6 +43,21 @@ class Workbench {
     // Closes it; its windows leave the screen until the next one is shown.
     void CloseRecording();
     void ShowProcessor(std::uint32_t processor);
+    // Copies a recording that is nowhere else yet: the demonstration, or what a target recorded.
+    bool SaveRecording(const QString& path);
+
+    // Connecting closes the recording that is open, and opening one disconnects.
+    void ConnectTarget();
+    void DisconnectTarget();
+    // Null while not connected.
+    TargetSession* Target() { return target_.get(); }
+
+    // Shows another workspace in place of the one that is open, once the user has been asked about
+    // unsaved changes. What is damaged in it is left out, and one message says what.
+    bool OpenWorkspace(const QString& path);
+    bool SaveWorkspace(const QString& path);
+    void CloseWorkspace();
+    const WorkspaceControl& Workspace() const { return workspace_; }
 
     MainWindow& Window() { return window_; }
     DockingHost& Docking() { return docking_; }
@@ -51,24 +69,60 @@ class Workbench {
     void OpenTraceWindow();
 
   private:
-    bool Show(const QString& path, BackgroundRead& reading);
+    // IWorkspaceHost
+    std::optional<WorkspaceTrace> OpenTrace() const override;
+    QByteArray Layout() const override { return docking_.Windows().Layout(); }
+    QString Arrangement() const override { return docking_.Windows().Arrangement(); }
+
+    using OpenedTrace = Result<std::unique_ptr<service::TraceService>>;
+
+    // Recordings.
+    OpenedTrace Read(const QString& path, BackgroundRead& reading);
+    OpenedTrace ReadDemonstration();
+    bool ShowOrTell(OpenedTrace trace);
+    void ShowInWindows(std::unique_ptr<service::TraceService> trace);
     void Install(std::unique_ptr<service::TraceService> trace);
     void DropRecording();
+    void TraceIsIn(const QString& path);
+    void RecordingChanged();
     bool IsTraceWindowOpen();
     void AfterCommand();
+
+    // Workspaces.
+    void EnterWorkspace(const QString& path, const desktop::Workspace& workspace,
+                        QStringList& damage);
+    void EnterUsersWorkspace();
+    QString ShowWorkspaceTrace(const WorkspaceTrace& wanted);
+    bool MayLeaveWorkspace();
+
+    // Menus and state.
+    void ConnectMenus();
+    void AskBufferSize();
+    void ShowState();
+    QString RecordingName() const;
+    void ShowFormat();
+    void ShowHelp(const QString& key);
     void ShowAbout();
 
+    static constexpr char kBufferSetting[] = "Target/buffer";
+
+    Settings& settings_;
+    MenuKeys menuKeys_;
     HostObject host_;
     AppearanceSwitch appearance_;
     MainWindow window_;
+    TargetMenu targetMenu_;
     HostServices services_;
     DockingHost docking_;
     ServiceDialogs dialogs_;
-    std::unique_ptr<service::TraceService> trace_;  // never null
-    std::unique_ptr<QTemporaryDir> demonstration_;
+    std::unique_ptr<service::TraceService> trace_;     // never null
+    std::unique_ptr<QTemporaryDir> demonstration_;     // that is shown
+    std::unique_ptr<QTemporaryDir> newDemonstration_;  // that is read and will be shown
+    std::unique_ptr<TargetSession> target_;
+    QString tracePath_;  // absolute; empty: in no file that stays
     ComponentModule component_;
+    WorkspaceControl workspace_;
     QTimer refresh_;
-    std::vector<QPointer<DockingWindow>> putAway_;
     bool traceWindowWasOpen_ = false;
 };
 

@@ -1,0 +1,95 @@
+// The Workbench: what its menus ask for, and what it shows of its state.
+
+#include <QFile>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QMessageBox>
+
+#include "host/FormatViewClient.h"
+#include "workbench/desktop/FormatDialog.h"
+#include "workbench/desktop/HelpBook.h"
+#include "workbench/desktop/Workbench.h"
+
+namespace kvx::desktop {
+namespace {
+
+constexpr int kSmallestBuffer = 100;
+constexpr int kLargestBuffer = 10'000'000;
+
+}  // namespace
+
+void Workbench::ConnectMenus() {
+    window_.onOpen = [this](const QString& path) { Open(path); };
+    window_.onClose = [this] { CloseRecording(); };
+    window_.onSaveRecording = [this](const QString& path) { SaveRecording(path); };
+    window_.onOpenWorkspace = [this](const QString& path) { OpenWorkspace(path); };
+    window_.onSaveWorkspace = [this](const QString& path) {
+        SaveWorkspace(path.isEmpty() ? workspace_.Path() : path);
+    };
+    window_.onCloseWorkspace = [this] { CloseWorkspace(); };
+    window_.onQuit = [this] { return MayLeaveWorkspace(); };
+    window_.onProcessor = [this](std::uint32_t processor) { ShowProcessor(processor); };
+    window_.onFormat = [this] { ShowFormat(); };
+    window_.onHelp = [this](bool ofWindow) { ShowHelp(ofWindow ? docking_.HelpKey() : QString()); };
+    window_.onDemonstration = [this] { OpenDemonstration(); };
+    window_.onAbout = [this] { ShowAbout(); };
+    targetMenu_.onConnect = [this] { ConnectTarget(); };
+    targetMenu_.onDisconnect = [this] { CloseRecording(); };
+    targetMenu_.onGo = [this] { target_->Go(); };
+    targetMenu_.onStop = [this] { target_->Stop(); };
+    targetMenu_.onReset = [this] { target_->Reset(); };
+    targetMenu_.onBufferSize = [this] { AskBufferSize(); };
+}
+
+void Workbench::AskBufferSize() {
+    bool ok = false;
+    const int size = QInputDialog::getInt(
+        &window_, "Recording Buffer",
+        "Records that the target's buffer holds:", static_cast<int>(target_->Buffer().Capacity()),
+        kSmallestBuffer, kLargestBuffer, 1000, &ok);
+    if (!ok || !target_) return;
+    settings_.Set(kBufferSetting, size);
+    target_->SetBufferSize(static_cast<std::size_t>(size));
+}
+
+void Workbench::ShowState() {
+    window_.ShowLosses(*trace_);
+    window_.ShowTitle(RecordingName(), QFileInfo(workspace_.Path()).fileName(),
+                      workspace_.IsModified());
+}
+
+QString Workbench::RecordingName() const {
+    if (target_) return "Simulated target";
+    if (!trace_->GetRecording()) return {};
+    if (tracePath_.isEmpty() && demonstration_) return "Demonstration";
+    const QString path = QFile::decodeName(trace_->GetRecording()->Path().c_str());
+    return QFileInfo(tracePath_.isEmpty() ? path : tracePath_).fileName();
+}
+
+void Workbench::ShowFormat() {
+    auto clients = host_.Clients<IQFormatViewClient2>(host::kFormatViewClient);
+    if (clients.empty()) return;
+    FormatDialog(std::move(clients), settings_, &window_).exec();
+}
+
+void Workbench::ShowHelp(const QString& key) {
+    if (HelpBook().Open(key)) return;
+    window_.ShowError("Cannot Open Help",
+                      "No program opens the help pages in " + HelpBook::Folder() + ".");
+}
+
+void Workbench::ShowAbout() {
+    QString text = QStringLiteral(
+                       "<h3>KVX Workbench %1</h3><p>Shows what a real-time kernel did: "
+                       "recorded traces of its tasks, handlers and system calls.</p>")
+                       .arg(KVX_VERSION);
+    if (const auto version = component_.Version()) {
+        text += QStringLiteral("<p>Component: %1, version %2.%3</p>")
+                    .arg(component_.Name().toHtmlEscaped())
+                    .arg(version->first)
+                    .arg(version->second);
+    }
+    QMessageBox::about(&window_, "About KVX Workbench", text);
+}
+
+}  // namespace kvx::desktop

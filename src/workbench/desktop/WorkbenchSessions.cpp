@@ -1,0 +1,168 @@
+// The Workbench: workspaces, and the connection to a target.
+
+#include <QFileInfo>
+#include <QMessageBox>
+#include <algorithm>
+
+#include "workbench/desktop/QtText.h"
+#include "workbench/desktop/Workbench.h"
+
+namespace kvx::desktop {
+namespace {
+
+constexpr char kLayout[] = "Window/state";
+constexpr char kRange[] = "Target/range";
+constexpr int kDefaultBuffer = 100'000;
+constexpr qsizetype kDamageTold = 10;
+
+QString Told(QStringList damage) {
+    const qsizetype more = damage.size() - kDamageTold;
+    if (more > 0) damage = damage.mid(0, kDamageTold) << QStringLiteral("(%1 more)").arg(more);
+    return damage.join('\n');
+}
+
+}  // namespace
+
+void Workbench::ConnectTarget() {
+    if (target_ || !component_.IsConnected()) return;
+    DropRecording();
+    docking_.Windows().BringBack();
+    const int records = std::max(settings_.Get(kBufferSetting).toInt(), 0);
+    target_ = std::make_unique<TargetSession>(
+        host_, services_, *trace_,
+        static_cast<std::size_t>(records > 0 ? records : kDefaultBuffer));
+    target_->SetRangeCondition(settings_.Get(kRange).toString() == "free" ? kRangeFree
+                                                                          : kRangeFull);
+    target_->onChanged = [this] { targetMenu_.Show(target_.get()); };
+    target_->onRecordingChanged = [this] { RecordingChanged(); };
+    target_->onFailure = [this](const QString& why) {
+        window_.ShowError("Cannot Show Recording", why);
+    };
+    OpenTraceWindow();
+    targetMenu_.Show(target_.get());
+    RecordingChanged();
+}
+
+void Workbench::DisconnectTarget() {
+    if (!target_) return;
+    settings_.Set(kRange, target_->RangeCondition() == kRangeFree ? "free" : "full");
+    target_->onRecordingChanged = nullptr;
+    target_.reset();
+    targetMenu_.Show(nullptr);
+    RecordingChanged();
+}
+
+std::optional<WorkspaceTrace> Workbench::OpenTrace() const {
+    if (!tracePath_.isEmpty()) return WorkspaceTrace{tracePath_, trace_->ShownProcessor()};
+    if (trace_->GetRecording() && demonstration_) return WorkspaceTrace{};
+    return std::nullopt;
+}
+
+bool Workbench::OpenWorkspace(const QString& path) {
+    if (!MayLeaveWorkspace()) return false;
+    Result<WorkspaceRead> read = ReadWorkspace(path);
+    if (!read) {
+        window_.ShowError("Cannot Open Workspace", FromUtf8(read.GetError().message));
+        return false;
+    }
+    QStringList damage = read->damage;
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    EnterWorkspace(absolute, read->workspace, damage);
+    window_.Recent().Add(absolute);
+    window_.ShowRecording(trace_.get());
+    ShowState();
+    if (damage.isEmpty()) return true;
+    window_.ShowError("Workspace Is Damaged",
+                      "The workspace is open, but for this:\n\n" + Told(damage));
+    return true;
+}
+
+void Workbench::EnterWorkspace(const QString& path, const desktop::Workspace& workspace,
+                               QStringList& damage) {
+    DropRecording();
+    docking_.CloseAll();
+    workspace_.Enter(path, workspace.texts);
+    DockingWindows& windows = docking_.Windows();
+    if (workspace.trace) {
+        const QString failure = ShowWorkspaceTrace(*workspace.trace);
+        if (!failure.isEmpty()) damage << failure;
+    }
+    if (!windows.RestoreLayout(workspace.layout)) {
+        damage << "Where the windows stand is not known.";
+        for (DockingWindow* window : windows.All()) windows.SetState(*window, kDockShow);
+    }
+    targetMenu_.Show(nullptr);  // its toolbar is no part of a layout
+    if (!trace_->GetRecording()) {
+        windows.PutAway();
+    } else if (windows.All().empty()) {
+        OpenTraceWindow();
+    }
+    workspace_.MarkSaved();
+}
+
+// A text that says what failed, or an empty one.
+QString Workbench::ShowWorkspaceTrace(const WorkspaceTrace& wanted) {
+    OpenedTrace trace =
+        wanted.path.isEmpty()
+            ? ReadDemonstration()
+            : Read(wanted.path, *StartReading(QFile::encodeName(wanted.path).toStdString()));
+    if (!trace) {
+        return trace.GetError().cancelled ? "The trace was not opened."
+                                          : FromUtf8(trace.GetError().message);
+    }
+    if (!component_.IsConnected()) return "The component that shows traces is not there.";
+    const std::uint32_t lowest = (*trace)->ShownProcessor();
+    const bool known = (*trace)->ShowProcessor(wanted.processor);
+    ShowInWindows(std::move(*trace));
+    if (!wanted.path.isEmpty()) TraceIsIn(wanted.path);
+    if (known) return {};
+    return QStringLiteral("The trace has no processor %1; processor %2 is shown.")
+        .arg(wanted.processor)
+        .arg(lowest);
+}
+
+bool Workbench::SaveWorkspace(const QString& path) {
+    const QString failure = workspace_.Save(QFileInfo(path).absoluteFilePath());
+    if (failure.isEmpty()) {
+        window_.Recent().Add(path);
+        window_.ShowRecording(trace_.get());
+    } else {
+        window_.ShowError("Cannot Save Workspace", failure);
+    }
+    ShowState();
+    return failure.isEmpty();
+}
+
+void Workbench::CloseWorkspace() {
+    if (workspace_.Path().isEmpty() || !MayLeaveWorkspace()) return;
+    DropRecording();
+    docking_.CloseAll();
+    EnterUsersWorkspace();
+    window_.ShowRecording(trace_.get());
+    ShowState();
+}
+
+// Its windows wait for a trace.
+void Workbench::EnterUsersWorkspace() {
+    workspace_.Enter({}, std::nullopt);
+    docking_.Windows().RestoreLayout(settings_.Get(kLayout).toByteArray());
+    targetMenu_.Show(target_.get());
+    docking_.Windows().PutAway();
+}
+
+bool Workbench::MayLeaveWorkspace() {
+    if (workspace_.Path().isEmpty()) {
+        workspace_.KeepInSettings();
+        settings_.Set(kLayout, Layout());
+        return true;
+    }
+    if (!workspace_.IsModified()) return true;
+    const QString name = QFileInfo(workspace_.Path()).fileName();
+    const auto answer = QMessageBox::question(
+        &window_, "Save Workspace", QStringLiteral("Save the changes to %1?").arg(name),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    if (answer == QMessageBox::Save) return SaveWorkspace(workspace_.Path());
+    return answer == QMessageBox::Discard;
+}
+
+}  // namespace kvx::desktop
