@@ -135,19 +135,31 @@ TEST_F(Services, PropertiesKeepTheirKind) {
     EXPECT_LT(store->GetNumber(face.Get(), &number), 0) << "a text is no number";
 }
 
-TEST_F(Services, ViewSettingsAreTheUsersUnlessAWorkspaceIsNamed) {
+TEST_F(Services, TextsAreTheUsersOwnOrThoseOfTheWorkspaceThatIsOpen) {
     auto* store = Get<IQWorkspaceStoreService>(host::kWorkspaceStore);
     const Bstr key("OSTraceViewView");
     const WorkspaceKey user;
     WorkspaceKey workspace;
-    const Bstr name("project");
-    workspace.workspace = name.Get();
-    Bstr text;
-    EXPECT_EQ(store->WriteText(&user, key.Get(), Bstr("5,8,5,12,0").Get()), S_OK);
-    EXPECT_LT(store->WriteText(&workspace, key.Get(), Bstr("1,1,1,1,1").Get()), 0);
-    EXPECT_EQ(store->ReadText(&user, key.Get(), text.Receive()), S_OK);
-    EXPECT_EQ(text.Utf8(), "5,8,5,12,0");
-    EXPECT_LT(store->ReadText(&workspace, key.Get(), text.Receive()), 0);
+    workspace.a = 1;
+    const auto write = [&](const WorkspaceKey& where, const char* value) {
+        EXPECT_EQ(store->WriteText(&where, key.Get(), Bstr(value).Get()), S_OK);
+    };
+    const auto read = [&](const WorkspaceKey& where) {
+        Bstr text;
+        return Succeeded(store->ReadText(&where, key.Get(), text.Receive())) ? text.Utf8() : "none";
+    };
+    EXPECT_EQ(read(user), "none");
+    write(user, "user's");
+    EXPECT_EQ(read(workspace), "none");
+    write(workspace, "of no file");
+    services_.Workspace().SetTexts(WorkspaceTexts{{"other", "text"}});
+    EXPECT_EQ(read(workspace), "none");
+    write(workspace, "of a file");
+    EXPECT_EQ(services_.Workspace().Texts()->at("OSTraceViewView"), "of a file");
+    EXPECT_EQ(read(workspace), "of a file");
+    EXPECT_EQ(read(user), "user's");
+    services_.Workspace().SetTexts(std::nullopt);
+    EXPECT_EQ(read(workspace), "of no file");
 }
 
 TEST_F(Services, DebuggerLibraryExportsEveryFunctionThatIsLookedUp) {

@@ -13,6 +13,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "BoxAnswer.h"
 #include "TestRecording.h"
 #include "fakecomponent/FakeComponent.h"
 #include "host/CommandIds.h"
@@ -22,6 +23,7 @@
 namespace kvx::desktop {
 namespace {
 
+using test::BoxAnswer;
 using test::TestRecording;
 
 constexpr char kFake[] = "KvxFakeComponent";
@@ -29,24 +31,6 @@ constexpr char kFake[] = "KvxFakeComponent";
 QString BinDirectory() {
     return QString::fromLocal8Bit(qgetenv("KVX_BIN_DIR"));
 }
-
-// Answers the next message box and keeps its text.
-class BoxAnswer {
-  public:
-    BoxAnswer() {
-        QObject::connect(&poll_, &QTimer::timeout, [this] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (!box) return;
-            texts.append(box->text());
-            box->accept();
-        });
-        poll_.start(10);
-    }
-    QStringList texts;
-
-  private:
-    QTimer poll_;
-};
 
 class WorkbenchTest : public testing::Test {
   protected:

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <limits>
 #include <nlohmann/json.hpp>
 
 #include "workbench/desktop/QtText.h"
@@ -78,8 +79,9 @@ class Reader {
         WorkspaceTrace trace;
         if (json["trace"] == "file") {
             const Json path = json.value("path", Json());
-            const Json processor = json.value("processor", Json(0));
+            const Json processor = json.value("processor", Json(0U));
             if (!path.is_string() || path == "" || !processor.is_number_unsigned()) return false;
+            if (processor > std::numeric_limits<std::uint32_t>::max()) return false;
             trace.path = QDir::cleanPath(folder_.absoluteFilePath(TextOf(path)));
             trace.processor = processor;
         } else if (json["trace"] != "demonstration") {
