@@ -31,24 +31,11 @@ CHeaderCellPainter::CHeaderCellPainter()
 
 void CHeaderCellPainter::Draw(CDC& dc, const RECT& cell, std::string_view text, bool selected,
                               CellAlign align) {
-    CBrush* previous = dc.SelectObject(&highlight_);
-    DrawEdges(dc, cell);
-    dc.SelectObject(selected ? &selection_ : &face_);
-    dc.PatBlt(cell.left + borderWidth_, cell.top + borderHeight_, cell.Width() - 2 * borderWidth_,
-              cell.Height() - 2 * borderHeight_, PATCOPY);
-    dc.SelectObject(previous);
+    dc.DrawCell(cell, {{borderWidth_, borderHeight_},
+                       highlight_.Colour(),
+                       shadow_.Colour(),
+                       (selected ? selection_ : face_).Colour()});
     if (!text.empty()) DrawText(dc, cell, text, selected, align);
-}
-
-// Light at the top and left, dark at the bottom and right. The highlight brush is selected.
-void CHeaderCellPainter::DrawEdges(CDC& dc, const RECT& cell) {
-    const int cx = borderWidth_;
-    const int cy = borderHeight_;
-    dc.PatBlt(cell.left, cell.top, cell.Width() - cy, cy, PATCOPY);
-    dc.PatBlt(cell.left, cell.top + cy, cx, cell.Height() - cy, PATCOPY);
-    dc.SelectObject(&shadow_);
-    dc.PatBlt(cell.left + cx, cell.bottom - cy, cell.Width() - cx, cy, PATCOPY);
-    dc.PatBlt(cell.right - cx, cell.top + cy, cx, cell.Height() - 2 * cy, PATCOPY);
 }
 
 void CHeaderCellPainter::DrawText(CDC& dc, const RECT& cell, std::string_view text, bool selected,

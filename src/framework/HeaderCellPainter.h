@@ -19,7 +19,6 @@ class CHeaderCellPainter {
     void Draw(CDC& dc, const RECT& cell, std::string_view text, bool selected, CellAlign align);
 
   private:
-    void DrawEdges(CDC& dc, const RECT& cell);
     void DrawText(CDC& dc, const RECT& cell, std::string_view text, bool selected, CellAlign align);
 
     int borderWidth_;

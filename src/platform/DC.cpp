@@ -112,6 +112,10 @@ void CDC::FrameRect(const RECT& rect, const CBrush* brush) {
     FillRect({rect.right - 1, rect.top + 1, rect.right, rect.bottom - 1}, brush);
 }
 
+void CDC::DrawCell(const RECT& rect, const kvx::CellLook& look) {
+    graphics_->Cell(ToSurface(rect), look);
+}
+
 void CDC::InvertRect(const RECT& rect) {
     if (!rect.IsRectEmpty()) graphics_->InvertRect(ToSurface(rect));
 }

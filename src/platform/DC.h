@@ -47,6 +47,7 @@ class CDC : public CObject {
     void FillSolidRect(int x, int y, int width, int height, COLORREF colour);
     // One pixel wide, inside the rectangle.
     void FrameRect(const RECT& rect, const CBrush* brush);
+    void DrawCell(const RECT& rect, const kvx::CellLook& look);
     void InvertRect(const RECT& rect);
     // PATCOPY and PATINVERT use the selected brush.
     bool PatBlt(int x, int y, int width, int height, DWORD rop);

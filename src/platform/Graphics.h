@@ -3,6 +3,7 @@
 // surface (the context has added its origin already). Rectangles exclude right and bottom, lines
 // exclude their last point; nothing is antialiased but text.
 
+#include <array>
 #include <optional>
 #include <string_view>
 
@@ -24,6 +25,15 @@ struct FillPattern {
     COLORREF colour = 0;
     int hatch = kHatchNone;       // HS_, or solid
     std::optional<COLORREF> gap;  // between the lines of a hatch; none: left as it is
+};
+
+// A raised cell: light lines at the top and left, dark ones at the bottom and right, a face inside.
+// The upper right corner belongs to none of them.
+struct CellLook {
+    SIZE border;  // width of the upright lines, height of the others
+    COLORREF light = 0;
+    COLORREF dark = 0;
+    COLORREF face = 0;
 };
 
 struct TextStyle {
@@ -48,6 +58,8 @@ class IGraphics {
     // fill: left out.
     virtual void RoundRect(const RECT& rect, SIZE corner, const std::optional<LinePattern>& pen,
                            const std::optional<FillPattern>& fill) = 0;
+    // Five rectangles; a surface of another ratio than 1 makes all lines equally wide.
+    virtual void Cell(const RECT& rect, const CellLook& look);
     // at: the top left corner of the text's cell.
     virtual void Text(POINT at, std::string_view utf8, const TextStyle& style) = 0;
     // 0xAARRGGBB pixels, blended.
@@ -56,5 +68,12 @@ class IGraphics {
     virtual SIZE TextExtent(const LOGFONT& font, std::string_view utf8) = 0;
     virtual TEXTMETRIC Metrics(const LOGFONT& font) = 0;
 };
+
+// The rectangles of a cell, each with its colour, in the order in which they are drawn.
+struct CellPart {
+    RECT rect;
+    COLORREF colour;
+};
+std::array<CellPart, 5> PartsOfCell(const RECT& rect, const CellLook& look);
 
 }  // namespace kvx

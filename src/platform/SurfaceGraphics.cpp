@@ -223,6 +223,13 @@ const std::vector<int>& SurfaceGraphics::InsetsOf(SIZE size, SIZE corner) {
     return insets_;
 }
 
+void SurfaceGraphics::Cell(const RECT& rect, const CellLook& look) {
+    CellLook lines = look;
+    lines.border = {grid_.PenWidth(look.border.cx), grid_.PenWidth(look.border.cy)};
+    for (const auto& [part, colour] : PartsOfCell(grid_.ToDevice(rect), lines))
+        FillSolid(surface_, Touch(part), colour);
+}
+
 void SurfaceGraphics::Text(POINT at, std::string_view utf8, const TextStyle& style) {
     if (utf8.empty()) return;
     const TextMask& mask = RenderedText(style.font, utf8, grid_.Ratio());

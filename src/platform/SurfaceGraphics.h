@@ -23,6 +23,7 @@ class SurfaceGraphics : public IGraphics {
     void Line(POINT from, POINT to, const LinePattern& pen) override;
     void RoundRect(const RECT& rect, SIZE corner, const std::optional<LinePattern>& pen,
                    const std::optional<FillPattern>& fill) override;
+    void Cell(const RECT& rect, const CellLook& look) override;
     void Text(POINT at, std::string_view utf8, const TextStyle& style) override;
     void Image(POINT at, SIZE size, const std::uint32_t* pixels) override;
     SIZE TextExtent(const LOGFONT& font, std::string_view utf8) override;
