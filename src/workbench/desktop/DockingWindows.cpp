@@ -73,7 +73,7 @@ void DockingWindows::Close(DockingWindow& window) {
     std::erase(windows_, &window);
     window.onClose = nullptr;
     window.disconnect(this);
-    window.hide();
+    main_.removeDockWidget(&window);
     window.setObjectName({});  // layouts mean the next window of that name
     window.deleteLater();
     if (active_ == &window) Activate(windows_.empty() ? nullptr : windows_.back());

@@ -1,0 +1,283 @@
+// Whole sessions of the Workbench with the component that it ships with: workspaces and the target.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTemporaryDir>
+
+#include "BoxAnswer.h"
+#include "host/CommandIds.h"
+#include "workbench/desktop/Workbench.h"
+
+namespace kvx::desktop {
+namespace {
+
+using test::BoxAnswer;
+
+class Sessions : public testing::Test {
+  protected:
+    void SetUp() override {
+        QFile log(log_);
+        ASSERT_TRUE(log.open(QIODevice::WriteOnly));
+        for (int i = 1; i < 200; ++i) {
+            log.write(QStringLiteral("[%1] dispatch to task %2.\n[%3] dispatch from task %2.\n")
+                          .arg(20 * i)
+                          .arg(i % 4 + 1)
+                          .arg(20 * i + 10)
+                          .toUtf8());
+        }
+        log.close();
+        StartAnew();
+    }
+    // As the next run would find it.
+    void StartAnew() {
+        workbench_.reset();
+        workbench_ = std::make_unique<Workbench>(settings_);
+        ASSERT_EQ(workbench_->Start(QString::fromLocal8Bit(qgetenv("KVX_BIN_DIR"))), "");
+        workbench_->Window().resize(1000, 700);
+        workbench_->Window().show();
+        QApplication::processEvents();
+    }
+    void Quit() {
+        workbench_->Window().close();
+        StartAnew();
+    }
+    DockingWindows& Docks() { return workbench_->Docking().Windows(); }
+    DockingWindow* Dock(const QString& title) {
+        for (DockingWindow* window : Docks().All()) {
+            if (window->windowTitle() == title) return window;
+        }
+        return nullptr;
+    }
+    void Open(std::uint32_t command) {
+        workbench_->Docking().UpdateCommands();
+        workbench_->Docking().GiveCommand(command);
+        QApplication::processEvents();
+    }
+    QAction* Command(const QString& title, std::uint32_t id) {
+        workbench_->Docking().UpdateCommands();
+        return workbench_->Docking().Toolbar(Dock(title)->Name() + "/toolbar")->Find(id);
+    }
+    bool IsModified() { return workbench_->Workspace().IsModified(); }
+    QStringList Shown() {
+        QStringList titles;
+        for (DockingWindow* window : Docks().All()) {
+            if (!window->isHidden()) titles << window->windowTitle();
+        }
+        return titles;
+    }
+
+    QTemporaryDir folder_;
+    QString log_ = folder_.filePath("day.log");
+    QString file_ = folder_.filePath("day.kvxw");
+    Settings settings_;
+    std::unique_ptr<Workbench> workbench_;
+};
+
+TEST_F(Sessions, WorkspaceBringsBackADaysWork) {
+    ASSERT_TRUE(workbench_->Open(log_));
+    Open(ids::kOpenOSAnalyze);
+    Command("OS Analyze", ids::kRdyToRun)->trigger();
+    Docks().SetState(*Dock("OS Analyze"), kDockShow);
+    Dock("OS Analyze")->setFloating(true);
+    EXPECT_FALSE(IsModified()) << "there is no file yet";
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+    EXPECT_FALSE(IsModified());
+    EXPECT_EQ(workbench_->Window().windowTitle(), "day.log — day.kvxw[*] — KVX Workbench");
+
+    StartAnew();
+    ASSERT_TRUE(workbench_->Open(file_)) << "recognised by its name";
+    EXPECT_EQ(Shown(), QStringList({"OS Trace", "OS Analyze"}));
+    EXPECT_EQ(workbench_->Trace().GetRecording()->Path(), log_.toStdString());
+    EXPECT_TRUE(Dock("OS Analyze")->isFloating());
+    EXPECT_FALSE(Dock("OS Trace")->isFloating());
+    EXPECT_TRUE(Command("OS Analyze", ids::kRdyToRun)->isChecked());
+    EXPECT_TRUE(Command("OS Trace", ids::kExpand)->isEnabled()) << "the trace is in the window";
+    EXPECT_FALSE(IsModified());
+    EXPECT_EQ(workbench_->Window().Recent().List(), QStringList({file_, log_}));
+}
+
+TEST_F(Sessions, ChangesAreNoticedAndAskedFor) {
+    workbench_->Open(log_);
+    Open(ids::kOpenOSAnalyze);
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+    const std::vector<std::function<void()>> changes = {
+        [&] { Dock("OS Analyze")->setFloating(true); },
+        [&] { Dock("OS Analyze")->close(); },
+        [&] { workbench_->CloseRecording(); },
+        [&] { Open(ids::kOpenOSAnalyze); },
+    };
+    for (const auto& change : changes) {
+        EXPECT_FALSE(IsModified());
+        change();
+        EXPECT_TRUE(IsModified());
+        ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+    }
+    Dock("OS Analyze")->close();
+    {
+        BoxAnswer cancel(QMessageBox::Cancel);
+        workbench_->Window().close();
+        EXPECT_EQ(cancel.texts, QStringList("Save the changes to day.kvxw?"));
+        EXPECT_TRUE(workbench_->Window().isVisible());
+        EXPECT_FALSE(workbench_->OpenWorkspace(file_));
+        workbench_->CloseWorkspace();
+        EXPECT_EQ(workbench_->Workspace().Path(), file_);
+    }
+    {
+        BoxAnswer save(QMessageBox::Save);
+        workbench_->CloseWorkspace();
+        EXPECT_EQ(save.texts.size(), 1);
+        EXPECT_EQ(workbench_->Workspace().Path(), "");
+    }
+    EXPECT_FALSE(QFileInfo::exists(folder_.filePath("other")));
+    workbench_->OpenWorkspace(file_);
+    EXPECT_EQ(Dock("OS Analyze"), nullptr) << "as it was saved";
+    Open(ids::kOpenOSAnalyze);
+    BoxAnswer discard(QMessageBox::Discard);
+    workbench_->OpenWorkspace(file_);
+    EXPECT_EQ(discard.texts.size(), 1);
+    EXPECT_EQ(Dock("OS Analyze"), nullptr);
+}
+
+TEST_F(Sessions, WithoutAWorkspaceTheNextRunFindsTheWindows) {
+    workbench_->Open(log_);
+    Open(ids::kOpenOSAnalyze);
+    Command("OS Analyze", ids::kSystemCall)->trigger();
+    workbench_->CloseRecording();
+    Quit();
+    EXPECT_EQ(Shown(), QStringList()) << "the start page is there until a trace is open";
+    workbench_->Open(log_);
+    EXPECT_EQ(Shown(), QStringList({"OS Trace", "OS Analyze"}));
+    EXPECT_TRUE(Command("OS Analyze", ids::kSystemCall)->isChecked());
+
+    // A workspace between them changes nothing of that.
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+    Dock("OS Analyze")->close();
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+    workbench_->CloseWorkspace();
+    workbench_->Open(log_);
+    EXPECT_EQ(Shown(), QStringList({"OS Trace", "OS Analyze"}));
+}
+
+TEST_F(Sessions, DamageCostsOnlyWhatIsDamagedWithOneMessage) {
+    workbench_->Open(log_);
+    Open(ids::kOpenOSAnalyze);
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+    QFile file(file_);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArray text = file.readAll();
+    file.close();
+    text.replace("\"check\":", "\"check\":1");
+    text.replace("day.log", "gone.log");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text + "\nnonsense");
+    file.close();
+
+    StartAnew();
+    BoxAnswer box;
+    ASSERT_TRUE(workbench_->OpenWorkspace(file_));
+    ASSERT_EQ(box.texts.size(), 1);
+    EXPECT_TRUE(box.texts[0].contains("gone.log"));
+    EXPECT_TRUE(box.texts[0].contains("Where the windows stand is not known."));
+    EXPECT_EQ(box.texts[0].count("could not be read"), 2) << box.texts[0].toStdString();
+    EXPECT_EQ(Shown(), QStringList());
+    workbench_->Open(log_);
+    EXPECT_EQ(Shown(), QStringList({"OS Trace", "OS Analyze"})) << "they waited for a trace";
+}
+
+TEST_F(Sessions, WorkspaceThatCannotBeReadOrWrittenLosesNothing) {
+    workbench_->Open(log_);
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+    Open(ids::kOpenOSAnalyze);
+    {
+        BoxAnswer box;
+        EXPECT_FALSE(workbench_->SaveWorkspace("/nowhere/at/all.kvxw"));
+        ASSERT_EQ(box.texts.size(), 1);
+        EXPECT_TRUE(box.texts[0].contains("/nowhere/at/all.kvxw"));
+        EXPECT_TRUE(IsModified()) << "it still is";
+    }
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+    BoxAnswer box;
+    EXPECT_FALSE(workbench_->OpenWorkspace(log_));
+    ASSERT_EQ(box.texts.size(), 1);
+    EXPECT_TRUE(box.texts[0].contains("this is not a workspace"));
+    EXPECT_EQ(workbench_->Workspace().Path(), file_);
+    EXPECT_EQ(Shown(), QStringList({"OS Trace", "OS Analyze"}));
+}
+
+TEST_F(Sessions, TargetRunsIsStoppedAndShown) {
+    workbench_->Open(log_);
+    Open(ids::kOpenOSAnalyze);
+    workbench_->ConnectTarget();
+    ASSERT_NE(workbench_->Target(), nullptr);
+    EXPECT_EQ(workbench_->Trace().GetRecording(), nullptr);
+    EXPECT_TRUE(Command("OS Trace", ids::kRangeFreeCommand)->isEnabled());
+    EXPECT_FALSE(Command("OS Trace", ids::kTraceStop)->isEnabled()) << "nothing runs";
+
+    workbench_->Target()->Go();
+    EXPECT_FALSE(Command("OS Trace", ids::kRangeFreeCommand)->isEnabled());
+    EXPECT_TRUE(Command("OS Trace", ids::kRangeFullCommand)->isChecked()) << "as it was";
+    EXPECT_TRUE(Command("OS Trace", ids::kTraceStop)->isEnabled());
+    EXPECT_FALSE(Command("OS Trace", ids::kTraceRestart)->isEnabled());
+    Dock("OS Trace")->close();
+    EXPECT_EQ(Shown(), QStringList({"OS Trace", "OS Analyze"})) << "not while it runs";
+    workbench_->Target()->Advance(50'000);
+
+    Command("OS Trace", ids::kTraceStop)->trigger();
+    EXPECT_FALSE(Command("OS Trace", ids::kTraceStop)->isEnabled());
+    EXPECT_TRUE(Command("OS Trace", ids::kTraceRestart)->isEnabled()) << "the trace is open";
+    Command("OS Trace", ids::kTraceRestart)->trigger();
+    EXPECT_EQ(workbench_->Trace().GetRecording(), nullptr);
+    EXPECT_TRUE(Command("OS Trace", ids::kTraceStop)->isEnabled());
+    workbench_->Target()->Advance(50'000);
+    workbench_->Target()->Stop();
+    EXPECT_GE(workbench_->Trace().GetRecording()->FirstTime(), 49'000);
+    EXPECT_TRUE(Command("OS Trace", ids::kExpand)->isEnabled()) << "the recording is shown";
+    EXPECT_TRUE(Command("OS Trace", ids::kRangeFreeCommand)->isEnabled());
+    Dock("OS Trace")->close();
+    EXPECT_EQ(Shown(), QStringList("OS Analyze"));
+
+    const QString copy = folder_.filePath("kept.log");
+    ASSERT_TRUE(workbench_->SaveRecording(copy));
+    const std::uint32_t records = workbench_->Trace().GetRecording()->RecordCount();
+    workbench_->Open(copy);
+    EXPECT_EQ(workbench_->Target(), nullptr) << "a file ends the connection";
+    EXPECT_EQ(workbench_->Trace().GetRecording()->RecordCount(), records);
+    EXPECT_TRUE(workbench_->Trace().GetRecording()->Warnings().empty());
+    EXPECT_TRUE(QFileInfo::exists(folder_.filePath("kept.res")));
+}
+
+TEST_F(Sessions, WorkspaceEndsTheConnectionAlsoWhileTheTargetRuns) {
+    workbench_->Open(log_);
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+    workbench_->ConnectTarget();
+    Open(ids::kOpenOSAnalyze);
+    workbench_->Target()->Go();
+    workbench_->Target()->Advance(10'000);
+    BoxAnswer discard(QMessageBox::Discard);
+    ASSERT_TRUE(workbench_->OpenWorkspace(file_));
+    EXPECT_EQ(workbench_->Target(), nullptr);
+    EXPECT_EQ(Shown(), QStringList("OS Trace"));
+    EXPECT_EQ(workbench_->Trace().GetRecording()->Path(), log_.toStdString());
+}
+
+TEST_F(Sessions, EndsWhileTheTargetRuns) {
+    workbench_->ConnectTarget();
+    workbench_->Target()->Go();
+    workbench_->Target()->Advance(10'000);
+    Quit();
+    EXPECT_EQ(workbench_->Target(), nullptr);
+}
+
+TEST_F(Sessions, HelpIsThatOfTheActiveWindow) {
+    EXPECT_EQ(workbench_->Docking().HelpKey(), "");
+    workbench_->Open(log_);
+    EXPECT_EQ(workbench_->Docking().HelpKey(), "OSTrace.chm>F1HelpWindow");
+    Open(ids::kOpenOSAnalyze);
+    EXPECT_EQ(workbench_->Docking().HelpKey(), "OSAnalyze.chm>F1HelpWindow");
+    workbench_->CloseRecording();
+    EXPECT_EQ(workbench_->Docking().HelpKey(), "");
+}
+
+}  // namespace
+}  // namespace kvx::desktop
