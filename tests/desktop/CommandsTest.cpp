@@ -225,6 +225,14 @@ TEST(ToolbarIcon, EnlargesByWholePixels) {
     const QImage large = MakeToolbarIcon(pixels.data()).pixmap(32).toImage();
     ASSERT_EQ(large.size(), QSize(32, 32));
     for (int x = 0; x < 32; ++x) ASSERT_EQ(large.pixel(x, 5), small.pixel(x / 2, 2)) << x;
+    // Two pixels share three, and none is a mixture.
+    const QImage odd = MakeToolbarIcon(pixels.data()).pixmap(24).toImage();
+    ASSERT_EQ(odd.size(), QSize(24, 24));
+    for (int x = 0; x < 24; ++x) {
+        const QRgb first = small.pixel(0, 0);
+        EXPECT_TRUE(odd.pixel(x, 5) == first || odd.pixel(x, 5) == small.pixel(1, 0)) << x;
+    }
+    for (int x = 3; x < 24; ++x) EXPECT_EQ(odd.pixel(x, 5), odd.pixel(x - 3, 5)) << x;
 }
 
 }  // namespace

@@ -44,7 +44,7 @@ class PixelIconEngine final : public QIconEngine {
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
         if (mode == QIcon::Disabled) painter->setOpacity(kDisabledOpacity);
         const double ratio = painter->device()->devicePixelRatioF();
-        painter->drawImage(rect, Enlarged(rect.size() * ratio));
+        painter->drawImage(rect, Scaled(rect.size() * ratio));
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
@@ -58,12 +58,12 @@ class PixelIconEngine final : public QIconEngine {
     QIconEngine* clone() const override { return new PixelIconEngine(image_); }
 
   private:
-    // Enlarged to the next whole multiple by repeating pixels, then shrunk to the size if need be.
-    QImage Enlarged(QSize size) const {
-        const int factor = std::max(1, (std::max(size.width(), size.height()) + kSide - 1) / kSide);
-        const QImage whole = Adapted().scaled(image_.size() * factor);
-        if (whole.size() == size) return whole;
-        return whole.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    // A pixel of the picture becomes a whole number of device pixels, one more or less at odd
+    // ratios: lines stay sharp. Only what has to shrink is smoothed.
+    QImage Scaled(QSize size) const {
+        const bool shrinks = size.width() < image_.width() || size.height() < image_.height();
+        return Adapted().scaled(size, Qt::IgnoreAspectRatio,
+                                shrinks ? Qt::SmoothTransformation : Qt::FastTransformation);
     }
 
     QImage Adapted() const {

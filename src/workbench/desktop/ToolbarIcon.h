@@ -6,8 +6,8 @@
 
 namespace kvx::desktop {
 
-// pixels: 16 x 16, 0xAARRGGBB, row by row; copied. The icon enlarges by whole pixels as far as it
-// can, and on a background of similar lightness it mirrors the lightness of what would vanish.
+// pixels: 16 x 16, 0xAARRGGBB, row by row; copied. The icon enlarges by repeating pixels, and
+// on a background of similar lightness it mirrors the lightness of what would vanish.
 QIcon MakeToolbarIcon(const std::uint32_t* pixels);
 
 }  // namespace kvx::desktop
