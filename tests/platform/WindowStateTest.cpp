@@ -120,6 +120,51 @@ TEST_F(WindowStateTest, InvertedTwiceIsAsBefore) {
         for (int x = 0; x < 100; ++x) ASSERT_EQ(after->At(x, y), before.At(x, y));
 }
 
+TEST_F(WindowStateTest, AnotherRatioMakesTheSurfaceAnew) {
+    Paint();
+    log.clear();
+    backend.windows.ratio = 1.5;
+    const auto picture = Paint();
+    EXPECT_EQ(log, (Log{"erase", "draw"})) << "painted, without a word to the window";
+    EXPECT_EQ(picture->Size(), (SIZE{100, 80}));
+    EXPECT_EQ(picture->DeviceSize(), (SIZE{150, 120}));
+    EXPECT_EQ(picture->At(15, 15), RGB(255, 0, 0));
+    EXPECT_EQ(picture->At(22, 22), RGB(255, 0, 0));
+    EXPECT_EQ(picture->At(23, 22), GetSysColor(COLOR_WINDOW));
+    EXPECT_EQ(view->GetClientRect(), kPlace) << "logical as before";
+    EXPECT_EQ(Paint(), picture);
+    EXPECT_EQ(log.size(), 2u);
+    backend.windows.ratio = 1;
+    EXPECT_EQ(Paint()->DeviceSize(), (SIZE{100, 80}));
+    EXPECT_EQ(log.size(), 4u);
+}
+
+TEST_F(WindowStateTest, MovingToOtherPixelsPaintsAgain) {
+    backend.windows.ratio = 1.5;
+    Paint();
+    log.clear();
+    view->MoveWindow(2, 4, 100, 80);
+    Paint();
+    EXPECT_TRUE(log.empty()) << "it rounds as before";
+    view->MoveWindow(3, 4, 100, 80);
+    const auto picture = Paint();
+    EXPECT_EQ(log, (Log{"erase", "draw"}));
+    EXPECT_EQ(picture->At(14, 15), GetSysColor(COLOR_WINDOW)) << "(3 + 10) * 1.5 - 3 * 1.5 + 1";
+    EXPECT_EQ(picture->At(15, 15), RGB(255, 0, 0));
+    EXPECT_EQ(picture->At(21, 15), RGB(255, 0, 0));
+    EXPECT_EQ(picture->At(22, 15), GetSysColor(COLOR_WINDOW));
+}
+
+TEST_F(WindowStateTest, ContextsOfAnotherRatioInvalidateTheirWindow) {
+    Paint();
+    backend.windows.ratio = 1.25;
+    { CClientDC(view).FillSolidRect(20, 20, 5, 5, RGB(0, 0, 255)); }
+    EXPECT_EQ(backend.windows.At(view->m_hWnd).presented, kPlace);
+    log.clear();
+    Paint();
+    EXPECT_EQ(log, (Log{"erase", "draw"}));
+}
+
 TEST_F(WindowStateTest, UpdatePaintsAtOnceButNotInsideItself) {
     Paint();
     log.clear();
@@ -245,6 +290,23 @@ TEST_F(WindowStateTest, WindowContextsReachOverTheChildren) {
         }
     }
     EXPECT_EQ(Paint()->At(21, 40), before.At(21, 40));
+}
+
+TEST_F(WindowStateTest, WindowContextsMeetTheSamePixelsInTheChildren) {
+    backend.windows.ratio = 1.5;
+    view->MoveWindow(7, 3, 60, 40);
+    const auto parent = backend.windows.Paint(top.m_hWnd);
+    const auto child = Paint();
+    const kvx::Surface parentBefore = *parent;
+    const kvx::Surface childBefore = *child;
+    CWindowDC dc(&top);
+    dc.PatBlt(20, 0, 3, 80, DSTINVERT);
+    const int corner = 11;  // 7 * 1.5, rounded up
+    for (int x = 0; x < child->DeviceSize().cx; ++x) {
+        const bool inParent = parent->At(x + corner, 30) != parentBefore.At(x + corner, 30);
+        EXPECT_EQ(child->At(x, 30) != childBefore.At(x, 30), inParent) << x;
+    }
+    EXPECT_NE(child->At(30 - corner, 30), childBefore.At(30 - corner, 30));
 }
 
 TEST(NoBackendTest, WindowsAreRefusedAndColoursAreClassic) {

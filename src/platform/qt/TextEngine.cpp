@@ -1,14 +1,9 @@
 #include "platform/qt/TextEngine.h"
 
-#include <QGlyphRun>
 #include <QImage>
 #include <QPainter>
-#include <QRawFont>
-#include <QTextLayout>
 #include <algorithm>
 #include <cmath>
-#include <tuple>
-#include <utility>
 
 #include "platform/qt/Convert.h"
 
@@ -20,7 +15,6 @@ constexpr int kDefaultPixels = 11;
 constexpr int kTrialPixels = 100;
 constexpr std::size_t kMaxFonts = 16;
 constexpr int kOverhang = 4;  // logical pixels that glyphs may reach out of their cell
-constexpr double kStep = 1.0 / 64;
 
 QStringList FacesFor(const CString& face) {
     const QString name = ToQString(face);
@@ -43,50 +37,6 @@ int PixelSize(QFont font, int height) {
     return std::max(height * kTrialPixels / std::max(cell, 1), 1);
 }
 
-// Where the glyphs of a font stand in a cell of device pixels, and how large they are there.
-struct DeviceFont {
-    double scale;  // of the logical size
-    int baseline;
-};
-
-// Ascent and descent, as whole pixels, fit into the cell: at odd ratios the glyphs are a little
-// smaller than the ratio says.
-DeviceFont FitIntoCell(const QFont& font, int ascent, int height, double ratio) {
-    QRawFont raw = QRawFont::fromFont(font);
-    const double size = raw.pixelSize();
-    double scale = ratio;
-    const auto room = [&] {
-        raw.setPixelSize(size * scale);
-        const long below = std::lround(raw.descent());
-        return std::pair(height - std::lround(raw.ascent()) - below, height - below);
-    };
-    auto [spare, lowest] = room();
-    for (; spare < 0 && scale > ratio / 2; std::tie(spare, lowest) = room()) scale -= kStep;
-    const long wanted = std::lround(ascent * ratio);
-    return {scale, static_cast<int>(std::min(wanted, lowest))};
-}
-
-void DrawGlyphs(QPainter& painter, const QString& text, const QFont& font, int extent, double ratio,
-                const DeviceFont& device) {
-    QTextLayout layout(text, font);
-    layout.beginLayout();
-    const QTextLine line = layout.createLine();
-    layout.endLayout();
-    const double natural = line.naturalTextWidth();
-    const double stretch = natural > 0 ? extent / natural * ratio : ratio;
-    const QPointF origin(std::lround(kOverhang * ratio), device.baseline);
-    for (QGlyphRun run : layout.glyphRuns()) {
-        QRawFont raw = run.rawFont();
-        raw.setPixelSize(raw.pixelSize() * device.scale);
-        QList<QPointF> places = run.positions();
-        for (QPointF& place : places)
-            place = QPointF(place.x() * stretch, (place.y() - line.ascent()) * ratio);
-        run.setRawFont(raw);
-        run.setPositions(places);
-        painter.drawGlyphRun(origin, run);
-    }
-}
-
 }  // namespace
 
 QFont RealFont(const LOGFONT& font) {
@@ -103,19 +53,23 @@ QFont RealFont(const LOGFONT& font) {
     return real;
 }
 
-const QtTextEngine::KnownFont& QtTextEngine::Known(const LOGFONT& font) {
-    const auto found = std::ranges::find(known_, font, &KnownFont::font);
+const QtTextEngine::KnownFont& QtTextEngine::Known(const LOGFONT& font, double ratio) {
+    const auto found = std::ranges::find_if(
+        known_, [&](const KnownFont& known) { return known.ratio == ratio && known.font == font; });
     if (found != known_.end()) {
         known_.splice(known_.begin(), known_, found);
         return known_.front();
     }
     if (known_.size() >= kMaxFonts) known_.pop_back();
     const QFont real = RealFont(font);
-    return known_.emplace_front(KnownFont{font, real, QFontMetrics(real)});
+    const QFontMetrics metrics(real);
+    std::optional<ScaledFont> scaled;
+    if (ratio != 1) scaled.emplace(real, metrics.ascent(), metrics.descent(), ratio);
+    return known_.emplace_front(KnownFont{font, ratio, real, metrics, scaled});
 }
 
 TEXTMETRIC QtTextEngine::Metrics(const LOGFONT& font) {
-    const auto& [name, real, metrics] = Known(font);
+    const auto& [name, ratio, real, metrics, scaled] = Known(font, 1);
     TEXTMETRIC result;
     result.tmAscent = metrics.ascent();
     result.tmDescent = metrics.descent();
@@ -128,7 +82,8 @@ TEXTMETRIC QtTextEngine::Metrics(const LOGFONT& font) {
 }
 
 TextMask QtTextEngine::Render(const LOGFONT& font, std::string_view utf8, double ratio) {
-    const auto& [name, real, metrics] = Known(font);
+    const KnownFont& known = Known(font, ratio);
+    const QFontMetrics& metrics = known.metrics;
     const QString text = ToQString(utf8);
     TextMask mask;
     mask.extent = {metrics.horizontalAdvance(text), metrics.ascent() + metrics.descent()};
@@ -140,13 +95,12 @@ TextMask QtTextEngine::Render(const LOGFONT& font, std::string_view utf8, double
     QImage image(mask.size.cx, mask.size.cy, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    painter.setFont(real);
+    painter.setFont(known.real);
     painter.setPen(Qt::white);
-    if (ratio == 1)
-        painter.drawText(kOverhang, metrics.ascent(), text);
+    if (known.scaled)
+        known.scaled->Draw(painter, overhang, text, mask.extent.cx);
     else
-        DrawGlyphs(painter, text, real, mask.extent.cx, ratio,
-                   FitIntoCell(real, metrics.ascent(), mask.size.cy, ratio));
+        painter.drawText(overhang, metrics.ascent(), text);
     painter.end();
     mask.coverage.reserve(static_cast<std::size_t>(mask.size.cx) *
                           static_cast<std::size_t>(mask.size.cy));

@@ -4,8 +4,10 @@
 #include <QFont>
 #include <QFontMetrics>
 #include <list>
+#include <optional>
 
 #include "platform/Backend.h"
+#include "platform/qt/ScaledFont.h"
 
 namespace kvx::qt {
 
@@ -16,18 +18,18 @@ QFont RealFont(const LOGFONT& font);
 class QtTextEngine final : public ITextEngine {
   public:
     TEXTMETRIC Metrics(const LOGFONT& font) override;
-    // Glyphs have the size of the font times the ratio, or what of it fits into the cell; their
-    // places are those of the logical layout, so that columns of a fixed font stay columns.
     TextMask Render(const LOGFONT& font, std::string_view utf8, double ratio) override;
 
   private:
     // Finding the installed font takes longer than drawing a text with it.
     struct KnownFont {
         LOGFONT font;
+        double ratio;
         QFont real;
-        QFontMetrics metrics;
+        QFontMetrics metrics;              // logical
+        std::optional<ScaledFont> scaled;  // at other ratios than 1
     };
-    const KnownFont& Known(const LOGFONT& font);
+    const KnownFont& Known(const LOGFONT& font, double ratio);
     std::list<KnownFont> known_;  // the latest first
 };
 
