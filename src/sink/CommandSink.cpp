@@ -251,12 +251,32 @@ HRESULT CKvxOSTraceDataCommandSink::IsOpen(std::uint16_t* flag) {
     return S_OK;
 }
 
+COSTraceView* CKvxOSTraceDataCommandSink::TraceView() {
+    if (traceKind_.controls.empty()) return nullptr;
+    auto* const control = static_cast<CKvxOSTraceInstanceCtrl*>(traceKind_.controls.front());
+    return control->Frame().TraceView();
+}
+
 HRESULT CKvxOSTraceDataCommandSink::SetDisplayRange(double start, double end) {
     return Guarded([&] {
-        if (traceKind_.controls.empty()) return E_FAIL;
-        auto* const control = static_cast<CKvxOSTraceInstanceCtrl*>(traceKind_.controls.front());
-        COSTraceView* const view = control->Frame().TraceView();
+        COSTraceView* const view = TraceView();
         return view ? view->SetDisplayRange(start, end) : E_FAIL;
+    });
+}
+
+HRESULT CKvxOSTraceDataCommandSink::GetPosition(kvx::host::OSTracePosition* position) {
+    if (!position) return E_POINTER;
+    return Guarded([&] {
+        const COSTraceView* const view = TraceView();
+        return view ? view->GetPosition(*position) : E_FAIL;
+    });
+}
+
+HRESULT CKvxOSTraceDataCommandSink::SetPosition(const kvx::host::OSTracePosition* position) {
+    if (!position) return E_POINTER;
+    return Guarded([&] {
+        COSTraceView* const view = TraceView();
+        return view ? view->SetPosition(*position) : E_FAIL;
     });
 }
 

@@ -18,6 +18,8 @@ class CUiDebugCommandSink : public CKvxFormatViewCtrl, public CDebugInterfaces {
         : CKvxFormatViewCtrl(host, docking), CDebugInterfaces(host) {}
 };
 
+class COSTraceView;
+
 class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
                                    public CWSClient2,
                                    public kvx::host::NoRefCount<IQEOSTraceWindow>,
@@ -36,6 +38,8 @@ class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
     HRESULT KVX_CALL QueryInterface(const GUID& id, void** out) override;
     HRESULT KVX_CALL IsOpen(std::uint16_t* flag) override;
     HRESULT KVX_CALL SetDisplayRange(double start, double end) override;
+    HRESULT KVX_CALL GetPosition(kvx::host::OSTracePosition* position) override;
+    HRESULT KVX_CALL SetPosition(const kvx::host::OSTracePosition* position) override;
     HRESULT KVX_CALL GetName(BSTR* name) override;
     HRESULT KVX_CALL GetFont(BSTR* face, std::int32_t* points) override;
     HRESULT KVX_CALL SetFont(BSTR face, std::int32_t points) override;
@@ -67,6 +71,8 @@ class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
         std::vector<CString> names;  // docking-window names, also of windows that are gone
         std::vector<CKvxDebugInstanceDataCtrl*> controls;
     };
+    // Of the first OS Trace window; null when none is open.
+    COSTraceView* TraceView();
     void ReadProperties();
     std::int32_t ReadNumber(const char* key, std::int32_t fallback) const;
     void Open(WindowKind& kind);

@@ -11,6 +11,7 @@
 #include "framework/CoreView.h"
 #include "framework/GestureRun.h"
 #include "framework/HeaderCellPainter.h"
+#include "host/OSTraceRange.h"
 #include "host/OSTraceService.h"
 #include "platform/Cursor.h"
 #include "trace/Progress.h"
@@ -48,6 +49,9 @@ class COSTraceView : public CCoreView, public COSTip, public IViewSender {
     void RefreshStatus();
     // Shows exactly start..end, decoding what that needs; see kvx::host::IQOSTraceRange.
     HRESULT SetDisplayRange(double start, double end);
+    // Where it stands, and going back there; see the same.
+    HRESULT GetPosition(kvx::host::OSTracePosition& position) const;
+    HRESULT SetPosition(const kvx::host::OSTracePosition& position);
     // Moves the display by so many counts; answers how far it went.
     double ScrollBy(double delta);
     // Moves the top line up by n lines (down when negative); answers how far it went.
@@ -111,7 +115,12 @@ class COSTraceView : public CCoreView, public COSTip, public IViewSender {
     // The trace is open, and everything is placed for its first look.
     void OpenTrace();
     void CloseTrace(int resetService);
+    bool IsRange(double start, double end) const {
+        return start < end && start >= traceStart_ && end <= traceEnd_;
+    }
+    void ShowRange(double start, double end, double gridTime);
     void PlaceMarkers();
+    void SetMarkers(double start, double end, double indicator);
     void CenterIndicator();
 
     void LayOutColumns();

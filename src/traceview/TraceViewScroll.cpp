@@ -100,21 +100,67 @@ int COSTraceView::ScrollLines(int n) {
     return n;
 }
 
-HRESULT COSTraceView::SetDisplayRange(double start, double end) {
-    if (!IsOpen()) return E_FAIL;
-    if (!(start < end) || start < traceStart_ || end > traceEnd_) return E_INVALIDARG;
-    if (!DecodeUpTo(end)) return E_FAIL;
+void COSTraceView::ShowRange(double start, double end, double gridTime) {
     displayStart_ = start;
     displayEnd_ = end;
     scale_ = TraceSpan() / (end - start);
-    gridTime_ = (end - start) / 5.0;
+    gridTime_ = gridTime;
+    UpdateHorizontalBar();
+    Invalidate(true);
+}
+
+HRESULT COSTraceView::SetDisplayRange(double start, double end) {
+    if (!IsOpen()) return E_FAIL;
+    if (!IsRange(start, end)) return E_INVALIDARG;
+    if (!DecodeUpTo(end)) return E_FAIL;
+    ShowRange(start, end, (end - start) / 5.0);
     // The end marker goes first: a start marker that passed the old one would change places with
     // it.
     data_->markers.MoveEndIntoDisplay(this, displayEnd_);
     PlaceMarkers();
-    UpdateHorizontalBar();
-    Invalidate(true);
     return S_OK;
+}
+
+HRESULT COSTraceView::GetPosition(kvx::host::OSTracePosition& position) const {
+    if (!IsOpen()) return E_FAIL;
+    const COSMarker& markers = data_->markers;
+    position = {displayStart_,
+                displayEnd_,
+                gridTime_,
+                markers.GetMarkerTime(kMarkerStart),
+                markers.GetMarkerTime(kMarkerEnd),
+                markers.GetMarkerTime(kMarkerIndicator)};
+    return S_OK;
+}
+
+HRESULT COSTraceView::SetPosition(const kvx::host::OSTracePosition& position) {
+    if (!IsOpen()) return E_FAIL;
+    if (!IsRange(position.displayStart, position.displayEnd) || !(position.gridTime > 0)) {
+        return E_INVALIDARG;
+    }
+    double last = position.displayEnd;
+    for (const double time : {position.startMarker, position.endMarker, position.indicator}) {
+        if (time == 0) continue;
+        if (!(time >= traceStart_ && time <= traceEnd_)) return E_INVALIDARG;
+        last = std::max(last, time);
+    }
+    if (!DecodeUpTo(last)) return E_FAIL;
+    ShowRange(position.displayStart, position.displayEnd, position.gridTime);
+    SetMarkers(position.startMarker, position.endMarker, position.indicator);
+    return S_OK;
+}
+
+// Start and end change places when they pass each other: the one that goes away from the other
+// moves first.
+void COSTraceView::SetMarkers(double start, double end, double indicator) {
+    const auto set = [this](int which, double time) {
+        if (time != 0) data_->markers.SetMarkerAt(this, which, time);
+    };
+    const bool back = end < data_->markers.GetMarkerTime(kMarkerStart);
+    if (back) set(kMarkerStart, start);
+    set(kMarkerEnd, end);
+    if (!back) set(kMarkerStart, start);
+    set(kMarkerIndicator, indicator);
 }
 
 void COSTraceView::OnHScroll(UINT code, int position) {

@@ -71,6 +71,22 @@ TEST(Markers, RebuildTheAnalysesOnlyForStartAndEnd) {
     EXPECT_EQ(EventOf(core, kMarkerEnd), 3u);
 }
 
+TEST(Markers, CommandsKeepTheSortThatDragsGiveUp) {
+    Core core = CallsAt({10, 20, 30, 40, 50});
+    COSMarker& markers = core.data.markers;
+    core.SetRange(1, 3);
+    core.data.sysCalls.Sort(2, 0);
+    markers.MoveStartIntoDisplay(&core.view, 15);
+    markers.MoveEndIntoDisplay(&core.view, 45);
+    markers.SetMarkerAt(&core.view, kMarkerStart, 25);
+    EXPECT_EQ(EventOf(core, kMarkerStart), 2u);
+    EXPECT_EQ(core.data.sysCalls.SortColumn(), 2);
+    markers.SetMarkerAt(&core.view, kMarkerStart, 51);
+    EXPECT_EQ(EventOf(core, kMarkerStart), 2u) << "no event is there";
+    markers.SetMarker(&core.view, kMarkerStart, 1);
+    EXPECT_EQ(core.data.sysCalls.SortColumn(), -1);
+}
+
 // Each command against a walk over all events.
 TEST(Markers, ComeIntoTheDisplayWhereAWalkPutsThem) {
     std::mt19937 random(3);

@@ -58,6 +58,9 @@ class Sessions : public testing::Test {
         workbench_->Docking().UpdateCommands();
         return workbench_->Docking().Toolbar(Dock(title)->Name() + "/toolbar")->Find(id);
     }
+    host::IQOSTraceRange* Range() {
+        return host::Service<host::IQOSTraceRange>(&workbench_->Host(), host::kOSTraceRange);
+    }
     bool IsModified() { return workbench_->Workspace().IsModified(); }
     QStringList Shown() {
         QStringList titles;
@@ -95,6 +98,40 @@ TEST_F(Sessions, WorkspaceBringsBackADaysWork) {
     EXPECT_TRUE(Command("OS Trace", ids::kExpand)->isEnabled()) << "the trace is in the window";
     EXPECT_FALSE(IsModified());
     EXPECT_EQ(workbench_->Window().Recent().List(), QStringList({file_, log_}));
+}
+
+TEST_F(Sessions, WorkspaceBringsBackLinesMarkersAndTheDisplay) {
+    ASSERT_TRUE(workbench_->Open(log_));
+    const host::OSTracePosition wanted{1000, 2000, 50, 1100, 1510, 1700};
+    ASSERT_EQ(Range()->SetPosition(&wanted), S_OK);
+    workbench_->Trace().MoveContext(0, 2);
+    workbench_->Trace().ArrangeLines({{kContextTask, 3, true},
+                                      {kContextTask, 1, false},
+                                      {kContextTask, 2, true},
+                                      {kContextTask, 4, true}});
+    const service::LineArrangement lines = workbench_->Trace().Lines();
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+
+    StartAnew();
+    ASSERT_TRUE(workbench_->OpenWorkspace(file_));
+    host::OSTracePosition position;
+    ASSERT_EQ(Range()->GetPosition(&position), S_OK);
+    EXPECT_EQ(position, wanted);
+    EXPECT_EQ(workbench_->Trace().Lines(), lines);
+    EXPECT_EQ(workbench_->Trace().LineName(0), "task 3");
+    EXPECT_FALSE(IsModified());
+
+    // Looking somewhere else is no change; another range is.
+    host::OSTracePosition elsewhere = wanted;
+    elsewhere.displayStart = 500;
+    ASSERT_EQ(Range()->SetPosition(&elsewhere), S_OK);
+    EXPECT_FALSE(IsModified());
+    elsewhere.endMarker = 1900;
+    ASSERT_EQ(Range()->SetPosition(&elsewhere), S_OK);
+    EXPECT_TRUE(IsModified());
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+    workbench_->Trace().MoveContext(0, 2);
+    EXPECT_TRUE(IsModified());
 }
 
 TEST_F(Sessions, ChangesAreNoticedAndAskedFor) {

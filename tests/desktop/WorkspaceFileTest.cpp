@@ -27,6 +27,8 @@ class WorkspaceFileTest : public testing::Test {
     }
     Workspace Sample() const {
         return {WorkspaceTrace{folder_.filePath("traces/a.log"), 2},
+                {{2, 7, true}, {1, 801, false}},
+                host::OSTracePosition{1e15, 1e15 + 2, 0.5, 0, 1e15 + 1, 3},
                 QByteArray("\0\1layout\xff", 9),
                 {{"OSTraceCtrlTraceViews", "1"}, {"Größe", "5,8,\"5\"\n12"}}};
     }
@@ -42,10 +44,14 @@ TEST_F(WorkspaceFileTest, ComesBackAsItWasWritten) {
     ASSERT_TRUE(read);
     EXPECT_TRUE(read->damage.isEmpty());
     EXPECT_EQ(read->workspace.trace, sample.trace);
+    EXPECT_EQ(read->workspace.lines, sample.lines);
+    EXPECT_EQ(read->workspace.position, sample.position);
     EXPECT_EQ(read->workspace.layout, sample.layout);
     EXPECT_EQ(read->workspace.texts, sample.texts);
 
-    ASSERT_EQ(WriteWorkspace(path_, {WorkspaceTrace{}, {}, {}}), "");
+    Workspace demonstration;
+    demonstration.trace = WorkspaceTrace{};
+    ASSERT_EQ(WriteWorkspace(path_, demonstration), "");
     EXPECT_EQ(ReadWorkspace(path_)->workspace.trace, WorkspaceTrace{}) << "the demonstration";
     ASSERT_EQ(WriteWorkspace(path_, {}), "");
     EXPECT_EQ(ReadWorkspace(path_)->workspace.trace, std::nullopt);
@@ -66,7 +72,7 @@ TEST_F(WorkspaceFileTest, TraceBesideItMovesWithIt) {
 TEST_F(WorkspaceFileTest, DamagedLineCostsOnlyItself) {
     ASSERT_EQ(WriteWorkspace(path_, Sample()), "");
     const QList<QByteArray> lines = Bytes().trimmed().split('\n');
-    ASSERT_EQ(lines.size(), 5);
+    ASSERT_EQ(lines.size(), 7);
     for (qsizetype damaged = 0; damaged < lines.size(); ++damaged) {
         QList<QByteArray> changed = lines;
         changed[damaged][3] = '\0';
@@ -74,8 +80,10 @@ TEST_F(WorkspaceFileTest, DamagedLineCostsOnlyItself) {
         ASSERT_TRUE(read);
         EXPECT_GE(read->damage.size(), 1) << damaged;
         EXPECT_EQ(read->workspace.trace.has_value(), damaged != 1);
-        EXPECT_EQ(read->workspace.layout.isEmpty(), damaged == 2);
-        EXPECT_EQ(read->workspace.texts.size(), damaged >= 3 ? 1U : 2U);
+        EXPECT_EQ(read->workspace.lines.empty(), damaged == 2);
+        EXPECT_EQ(read->workspace.position.has_value(), damaged != 3);
+        EXPECT_EQ(read->workspace.layout.isEmpty(), damaged == 4);
+        EXPECT_EQ(read->workspace.texts.size(), damaged >= 5 ? 1U : 2U);
     }
 }
 
@@ -87,7 +95,7 @@ TEST_F(WorkspaceFileTest, LayoutIsOnlyTakenWhole) {
     const auto read = Read(Bytes().replace(text, other));
     ASSERT_TRUE(read);
     EXPECT_TRUE(read->workspace.layout.isEmpty());
-    EXPECT_EQ(read->damage, QStringList("Line 3 could not be read."));
+    EXPECT_EQ(read->damage, QStringList("Line 5 could not be read."));
 }
 
 TEST_F(WorkspaceFileTest, ReadsWhatIsLeftAtEveryLength) {
@@ -103,18 +111,36 @@ TEST_F(WorkspaceFileTest, ReadsWhatIsLeftAtEveryLength) {
 TEST_F(WorkspaceFileTest, WrongKindsOfValuesAreDamage) {
     const QByteArray head = R"({"format":"kvx-workspace","version":1})"
                             "\n";
-    for (const char* line :
-         {R"({"trace":"file","path":7})", R"({"trace":"file","path":""})",
-          R"({"trace":"file","path":"a","processor":-1})",
-          R"({"trace":"file","path":"a","processor":4294967296})", R"({"trace":"other"})",
-          R"({"trace":null})", R"({"layout":7,"check":1})", R"({"layout":"QUJD"})",
-          R"({"key":7,"text":"a"})", R"({"key":"a","text":7})", R"({"text":"a"})", "[1]", "7",
-          "nonsense", R"({"key":"a","text":"\ud800"})", R"({"unknown":1})"}) {
+    for (const char* line : {R"({"trace":"file","path":7})",
+                             R"({"trace":"file","path":""})",
+                             R"({"trace":"file","path":"a","processor":-1})",
+                             R"({"trace":"file","path":"a","processor":4294967296})",
+                             R"({"trace":"other"})",
+                             R"({"trace":null})",
+                             R"({"lines":7})",
+                             R"({"lines":[[1,2]]})",
+                             R"({"lines":[[1,2,3]]})",
+                             R"({"display":[1,2],"markers":[1,2,3]})",
+                             R"({"display":[1,2,3]})",
+                             R"({"display":[1,2,"3"],"markers":[1,2,3]})",
+                             R"({"display":[1,2,1e999],"markers":[1,2,3]})",
+                             R"({"layout":7,"check":1})",
+                             R"({"layout":"QUJD"})",
+                             R"({"key":7,"text":"a"})",
+                             R"({"key":"a","text":7})",
+                             R"({"text":"a"})",
+                             "[1]",
+                             "7",
+                             "nonsense",
+                             R"({"key":"a","text":"\ud800"})",
+                             R"({"unknown":1})"}) {
         const auto read = Read(head + line);
         ASSERT_TRUE(read) << line;
         EXPECT_EQ(read->damage, QStringList("Line 2 could not be read.")) << line;
         EXPECT_FALSE(read->workspace.trace) << line;
         EXPECT_TRUE(read->workspace.texts.empty()) << line;
+        EXPECT_TRUE(read->workspace.lines.empty()) << line;
+        EXPECT_FALSE(read->workspace.position) << line;
     }
 }
 

@@ -85,13 +85,17 @@ void COSMarker::RebuildAnalyses() {
     shared_.sysCalls->Build();
 }
 
-void COSMarker::MoveStartIntoDisplay(IViewSender* sender, double displayStart) {
+void COSMarker::SetMarkerAt(IViewSender* sender, int which, double time) {
     const auto events = Events();
     if (!events) return;
-    const std::uint32_t first = kvx::FirstWhere(
-        0u, events->Count(), [&](std::uint32_t e) { return events->Time(e) >= displayStart; });
+    const std::uint32_t event = kvx::FirstWhere(
+        0u, events->Count(), [&](std::uint32_t e) { return events->Time(e) >= time; });
     const Flags flags(*this, true);
-    SetMarker(sender, kMarkerStart, first);
+    SetMarker(sender, which, event);
+}
+
+void COSMarker::MoveStartIntoDisplay(IViewSender* sender, double displayStart) {
+    SetMarkerAt(sender, kMarkerStart, displayStart);
 }
 
 void COSMarker::MoveEndIntoDisplay(IViewSender* sender, double displayEnd) {

@@ -43,6 +43,9 @@ class COSMarker {
     // Puts the marker on the event, keeps start before end, and, unless the marker is dragged,
     // rebuilds the analyses (start, end) and broadcasts. An event beyond the last is ignored.
     void SetMarker(IViewSender* sender, int which, std::uint32_t event);
+    // The same, on the first event at or after the time; nothing when there is none. Rows of the
+    // analyses are made anew and sorted as before.
+    void SetMarkerAt(IViewSender* sender, int which, double time);
     // Times, events and dragging; the flags below stay.
     void Reset();
 

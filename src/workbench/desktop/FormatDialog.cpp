@@ -84,6 +84,9 @@ FormatDialog::FormatDialog(std::vector<IQFormatViewClient2*> clients, Settings& 
     form->addRow("F&oreground:", foreground_);
     form->addRow("&Background:", background_);
     form->addRow(sample_);
+    auto* hint = new QLabel("Windows that draw in colours of their own keep them.");
+    hint->setEnabled(false);
+    form->addRow(hint);
     form->addRow(buttons);
 
     connect(client_, &QComboBox::currentIndexChanged, this, [this] { ShowClient(); });

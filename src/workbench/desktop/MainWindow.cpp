@@ -39,6 +39,7 @@ MainWindow::MainWindow(Settings& settings, AppearanceSwitch& appearance)
     startPage_->onOpenTrace = [this] { ChooseTrace(); };
     startPage_->onOpenFolder = [this] { ChooseFolder(); };
     startPage_->onDemonstration = [this] { onDemonstration(); };
+    startPage_->onSimulation = [this] { onSimulation(); };
     startPage_->onOpenRecent = [this](const QString& path) { Open(path); };
     MakeFileMenu();
     MakeViewMenu();

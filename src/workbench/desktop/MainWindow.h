@@ -30,6 +30,7 @@ class MainWindow final : public QMainWindow {
     std::function<void()> onFormat;
     std::function<void(bool ofWindow)> onHelp;  // of the active window, or the first page
     std::function<void()> onDemonstration;
+    std::function<void()> onSimulation;
     std::function<void()> onAbout;
     // False keeps the program running.
     std::function<bool()> onQuit;

@@ -41,6 +41,7 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent), recent_(new QWidget) {
     button("Open Trace…", onOpenTrace);
     button("Open CTF Folder…", onOpenFolder);
     button("Demonstration", onDemonstration);
+    button("Simulated Target", onSimulation);
     buttons->addStretch();
     auto* recent = new QVBoxLayout(recent_);
     recent->setContentsMargins(0, 12, 0, 0);
@@ -58,7 +59,7 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent), recent_(new QWidget) {
 void StartPage::SetRecent(const QStringList& paths) {
     Clear(*recent_->layout());
     recent_->setVisible(!paths.isEmpty());
-    recent_->layout()->addWidget(Line("Recent traces", 1.0));
+    recent_->layout()->addWidget(Line("Recent", 1.0));
     for (const QString& path : paths.mid(0, kRecentShown)) {
         auto* link =
             new QLabel("<a href='open'>" + QFileInfo(path).fileName().toHtmlEscaped() + "</a>");

@@ -16,6 +16,7 @@ class StartPage final : public QWidget {
     std::function<void()> onOpenTrace;
     std::function<void()> onOpenFolder;
     std::function<void()> onDemonstration;
+    std::function<void()> onSimulation;
     std::function<void(const QString& path)> onOpenRecent;
 
   private:

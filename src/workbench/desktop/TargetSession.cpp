@@ -107,6 +107,7 @@ void TargetSession::ShowRecording() {
         auto recording = formats::OpenRecording(path);
         if (recording) {
             trace_.SetRecording(std::move(*recording));
+            trace_.ArrangeLines(lines_);
             host_.Broadcast(host::kEventTraceReady);
             if (onRecordingChanged) onRecordingChanged();
             return;
@@ -118,6 +119,7 @@ void TargetSession::ShowRecording() {
 
 void TargetSession::DropRecording() {
     if (!trace_.GetRecording()) return;
+    lines_ = trace_.Lines();
     trace_.SetRecording(nullptr);
     if (onRecordingChanged) onRecordingChanged();
 }

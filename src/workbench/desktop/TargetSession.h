@@ -65,7 +65,8 @@ class TargetSession {
     QTemporaryDir folder_;
     QTimer timer_;
     QElapsedTimer clock_;
-    bool isRecording_ = false;  // as far as components were told
+    bool isRecording_ = false;        // as far as components were told
+    service::LineArrangement lines_;  // of the recording that was shown last
 };
 
 }  // namespace kvx::desktop

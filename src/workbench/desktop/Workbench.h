@@ -70,8 +70,7 @@ class Workbench final : private IWorkspaceHost {
 
   private:
     // IWorkspaceHost
-    std::optional<WorkspaceTrace> OpenTrace() const override;
-    QByteArray Layout() const override { return docking_.Windows().Layout(); }
+    desktop::Workspace Describe() override;
     QString Arrangement() const override { return docking_.Windows().Arrangement(); }
 
     using OpenedTrace = Result<std::unique_ptr<service::TraceService>>;
@@ -92,7 +91,9 @@ class Workbench final : private IWorkspaceHost {
     void EnterWorkspace(const QString& path, const desktop::Workspace& workspace,
                         QStringList& damage);
     void EnterUsersWorkspace();
-    QString ShowWorkspaceTrace(const WorkspaceTrace& wanted);
+    std::optional<WorkspaceTrace> OpenTrace() const;
+    void ShowWorkspaceTrace(const desktop::Workspace& workspace, QStringList& damage);
+    host::IQOSTraceRange* Range();
     bool MayLeaveWorkspace();
 
     // Menus and state.

@@ -32,6 +32,7 @@ void Workbench::ConnectMenus() {
     window_.onFormat = [this] { ShowFormat(); };
     window_.onHelp = [this](bool ofWindow) { ShowHelp(ofWindow ? docking_.HelpKey() : QString()); };
     window_.onDemonstration = [this] { OpenDemonstration(); };
+    window_.onSimulation = [this] { ConnectTarget(); };
     window_.onAbout = [this] { ShowAbout(); };
     targetMenu_.onConnect = [this] { ConnectTarget(); };
     targetMenu_.onDisconnect = [this] { CloseRecording(); };

@@ -1,5 +1,6 @@
 // The Workbench: workspaces, and the connection to a target.
 
+#include <QFile>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <algorithm>
@@ -58,6 +59,20 @@ std::optional<WorkspaceTrace> Workbench::OpenTrace() const {
     return std::nullopt;
 }
 
+host::IQOSTraceRange* Workbench::Range() {
+    return host::Service<host::IQOSTraceRange>(&host_, host::kOSTraceRange);
+}
+
+desktop::Workspace Workbench::Describe() {
+    desktop::Workspace workspace{OpenTrace(), {}, {}, docking_.Windows().Layout(), {}};
+    if (!workspace.trace) return workspace;
+    workspace.lines = trace_->Lines();
+    host::IQOSTraceRange* const range = Range();
+    host::OSTracePosition position;
+    if (range && Succeeded(range->GetPosition(&position))) workspace.position = position;
+    return workspace;
+}
+
 bool Workbench::OpenWorkspace(const QString& path) {
     if (!MayLeaveWorkspace()) return false;
     Result<WorkspaceRead> read = ReadWorkspace(path);
@@ -83,10 +98,7 @@ void Workbench::EnterWorkspace(const QString& path, const desktop::Workspace& wo
     docking_.CloseAll();
     workspace_.Enter(path, workspace.texts);
     DockingWindows& windows = docking_.Windows();
-    if (workspace.trace) {
-        const QString failure = ShowWorkspaceTrace(*workspace.trace);
-        if (!failure.isEmpty()) damage << failure;
-    }
+    if (workspace.trace && component_.IsConnected()) ShowWorkspaceTrace(workspace, damage);
     if (!windows.RestoreLayout(workspace.layout)) {
         damage << "Where the windows stand is not known.";
         for (DockingWindow* window : windows.All()) windows.SetState(*window, kDockShow);
@@ -100,25 +112,27 @@ void Workbench::EnterWorkspace(const QString& path, const desktop::Workspace& wo
     workspace_.MarkSaved();
 }
 
-// A text that says what failed, or an empty one.
-QString Workbench::ShowWorkspaceTrace(const WorkspaceTrace& wanted) {
+void Workbench::ShowWorkspaceTrace(const desktop::Workspace& workspace, QStringList& damage) {
+    const WorkspaceTrace& wanted = *workspace.trace;
     OpenedTrace trace =
         wanted.path.isEmpty()
             ? ReadDemonstration()
             : Read(wanted.path, *StartReading(QFile::encodeName(wanted.path).toStdString()));
     if (!trace) {
-        return trace.GetError().cancelled ? "The trace was not opened."
-                                          : FromUtf8(trace.GetError().message);
+        damage << (trace.GetError().cancelled ? "The trace was not opened."
+                                              : FromUtf8(trace.GetError().message));
+        return;
     }
-    if (!component_.IsConnected()) return "The component that shows traces is not there.";
-    const std::uint32_t lowest = (*trace)->ShownProcessor();
-    const bool known = (*trace)->ShowProcessor(wanted.processor);
+    if (!(*trace)->ShowProcessor(wanted.processor)) {
+        damage << QStringLiteral("The trace has no processor %1.").arg(wanted.processor);
+    }
+    (*trace)->ArrangeLines(workspace.lines);
     ShowInWindows(std::move(*trace));
     if (!wanted.path.isEmpty()) TraceIsIn(wanted.path);
-    if (known) return {};
-    return QStringLiteral("The trace has no processor %1; processor %2 is shown.")
-        .arg(wanted.processor)
-        .arg(lowest);
+    host::IQOSTraceRange* const range = workspace.position ? Range() : nullptr;
+    if (range && range->SetPosition(&*workspace.position) == E_INVALIDARG) {
+        damage << "The times that were shown are not in the trace.";
+    }
 }
 
 bool Workbench::SaveWorkspace(const QString& path) {
@@ -153,7 +167,7 @@ void Workbench::EnterUsersWorkspace() {
 bool Workbench::MayLeaveWorkspace() {
     if (workspace_.Path().isEmpty()) {
         workspace_.KeepInSettings();
-        settings_.Set(kLayout, Layout());
+        settings_.Set(kLayout, docking_.Windows().Layout());
         return true;
     }
     if (!workspace_.IsModified()) return true;

@@ -13,6 +13,16 @@ std::vector<IQWorkSpaceClient2*> ClientsOf(const HostObject& host) {
     return host.Clients<IQWorkSpaceClient2>(host::kWorkSpaceClient2);
 }
 
+// Work that a user would miss: not where the display stands in the trace, but the range that is
+// marked.
+bool IsSameWork(const Workspace& a, const Workspace& b) {
+    const auto range = [](const Workspace& workspace) {
+        const auto position = workspace.position.value_or(host::OSTracePosition());
+        return std::pair(position.startMarker, position.endMarker);
+    };
+    return a.trace == b.trace && a.lines == b.lines && range(a) == range(b);
+}
+
 }  // namespace
 
 bool WorkspaceControl::IsModified() const {
@@ -23,7 +33,8 @@ bool WorkspaceControl::IsModified() const {
         client->QueryModified(kOpenWorkspace, 0, 0, &modified);
         if (modified != 0) return true;
     }
-    return workbench_.OpenTrace() != savedTrace_ || workbench_.Arrangement() != savedArrangement_;
+    return workbench_.Arrangement() != savedArrangement_ ||
+           !IsSameWork(workbench_.Describe(), saved_);
 }
 
 void WorkspaceControl::Enter(const QString& path, std::optional<WorkspaceTexts> texts) {
@@ -36,7 +47,7 @@ void WorkspaceControl::Enter(const QString& path, std::optional<WorkspaceTexts> 
 }
 
 void WorkspaceControl::MarkSaved() {
-    savedTrace_ = workbench_.OpenTrace();
+    saved_ = workbench_.Describe();
     savedArrangement_ = workbench_.Arrangement();
 }
 
@@ -45,7 +56,8 @@ QString WorkspaceControl::Save(const QString& path) {
     // Only what is there now: a window that was closed leaves no texts behind.
     store_.SetTexts(WorkspaceTexts());
     TellSaving();
-    const Workspace workspace{workbench_.OpenTrace(), workbench_.Layout(), *store_.Texts()};
+    Workspace workspace = workbench_.Describe();
+    workspace.texts = *store_.Texts();
     const QString failure = WriteWorkspace(path, workspace);
     isSavingDue_ = !failure.isEmpty();
     if (isSavingDue_) {

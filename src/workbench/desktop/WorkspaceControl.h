@@ -12,8 +12,8 @@ namespace kvx::desktop {
 // The part of a workspace that the host itself knows, and what the host does for it.
 class IWorkspaceHost {
   public:
-    virtual std::optional<WorkspaceTrace> OpenTrace() const = 0;
-    virtual QByteArray Layout() const = 0;
+    // All but the texts.
+    virtual Workspace Describe() = 0;
     // See DockingWindows::Arrangement.
     virtual QString Arrangement() const = 0;
 
@@ -49,7 +49,7 @@ class WorkspaceControl {
     WorkspaceStore& store_;
     IWorkspaceHost& workbench_;
     QString path_;
-    std::optional<WorkspaceTrace> savedTrace_;
+    Workspace saved_;
     QString savedArrangement_;
     bool isSavingDue_ = false;  // components believe that they are saved, and are not
 };

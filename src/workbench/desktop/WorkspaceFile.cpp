@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <algorithm>
+#include <cmath>
 #include <limits>
 #include <nlohmann/json.hpp>
 
@@ -42,6 +44,27 @@ Json TraceLine(const WorkspaceTrace& trace, const QDir& folder) {
             {"processor", trace.processor}};
 }
 
+Json LinesLine(const service::LineArrangement& lines) {
+    Json list = Json::array();
+    for (const auto& [type, number, shown] : lines) list.push_back({type, number, shown});
+    return {{"lines", list}};
+}
+
+Json PositionLine(const host::OSTracePosition& position) {
+    return {{"display", {position.displayStart, position.displayEnd, position.gridTime}},
+            {"markers", {position.startMarker, position.endMarker, position.indicator}}};
+}
+
+// Three finite numbers, or false.
+bool TakeNumbers(const Json& list, double& a, double& b, double& c) {
+    if (!list.is_array() || list.size() != 3) return false;
+    if (!std::ranges::all_of(list, [](const Json& each) { return each.is_number(); })) return false;
+    a = list[0];
+    b = list[1];
+    c = list[2];
+    return std::isfinite(a) && std::isfinite(b) && std::isfinite(c);
+}
+
 // Fills a workspace line by line.
 class Reader {
   public:
@@ -71,6 +94,8 @@ class Reader {
             return isMarked_ && json.value("version", Json()).is_number_integer();
         }
         if (json.contains("trace")) return TakeTrace(json);
+        if (json.contains("lines")) return TakeLines(json["lines"]);
+        if (json.contains("display")) return TakePosition(json);
         if (json.contains("layout")) return TakeLayout(json);
         return json.contains("text") && TakeText(json);
     }
@@ -88,6 +113,32 @@ class Reader {
             return false;
         }
         read_.workspace.trace = trace;
+        return true;
+    }
+
+    bool TakeLines(const Json& list) {
+        if (!list.is_array()) return false;
+        service::LineArrangement lines;
+        for (const Json& line : list) {
+            if (!line.is_array() || line.size() != 3 || !line[0].is_number_integer() ||
+                !line[1].is_number_integer() || !line[2].is_boolean()) {
+                return false;
+            }
+            lines.push_back({line[0], line[1], line[2]});
+        }
+        read_.workspace.lines = std::move(lines);
+        return true;
+    }
+
+    bool TakePosition(const Json& json) {
+        host::OSTracePosition position;
+        if (!TakeNumbers(json["display"], position.displayStart, position.displayEnd,
+                         position.gridTime) ||
+            !TakeNumbers(json.value("markers", Json()), position.startMarker, position.endMarker,
+                         position.indicator)) {
+            return false;
+        }
+        read_.workspace.position = position;
         return true;
     }
 
@@ -137,6 +188,8 @@ QString WriteWorkspace(const QString& path, const Workspace& workspace) {
     };
     write({{"format", kFormat}, {"version", kVersion}});
     if (workspace.trace) write(TraceLine(*workspace.trace, QFileInfo(path).absoluteDir()));
+    if (!workspace.lines.empty()) write(LinesLine(workspace.lines));
+    if (workspace.position) write(PositionLine(*workspace.position));
     if (!workspace.layout.isEmpty()) write(LayoutLine(workspace.layout));
     for (const auto& [key, text] : workspace.texts) {
         write({{"key", Utf8(key)}, {"text", Utf8(text)}});

@@ -6,7 +6,9 @@
 #include <QStringList>
 #include <optional>
 
+#include "host/OSTraceRange.h"
 #include "workbench/desktop/WorkspaceStore.h"
+#include "workbench/service/LineOrder.h"
 #include "workbench/service/Result.h"
 
 namespace kvx::desktop {
@@ -20,6 +22,8 @@ struct WorkspaceTrace {
 
 struct Workspace {
     std::optional<WorkspaceTrace> trace;
+    service::LineArrangement lines;
+    std::optional<host::OSTracePosition> position;  // of the OS Trace window in the trace
     QByteArray layout;  // of the docking windows, in the toolkit's own form; empty: not known
     WorkspaceTexts texts;
 };

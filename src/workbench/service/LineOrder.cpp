@@ -19,27 +19,69 @@ std::pair<int, std::int32_t> Rank(const Context& context) {
 void LineOrder::Update(const ContextTable& contexts) {
     if (contexts.Count() == Count()) return;
     for (auto context = Count(); context < contexts.Count(); ++context) {
-        auto at = contexts_.end();
-        const auto rank = Rank(contexts.Get(context));
-        if (moved_)
-            at = std::ranges::find_if(
-                contexts_, [&](std::uint32_t other) { return Rank(contexts.Get(other)) > rank; });
-        contexts_.insert(at, context);
-        shown_.push_back(true);
+        const ArrangedLine* const wanted = Wanted(contexts.Get(context));
+        shown_.push_back(!wanted || wanted->shown);
+        Insert(contexts, context);
     }
     if (!moved_) Sort(contexts);
     Renumber();
 }
 
+// Before the first line that the default order puts behind it.
+void LineOrder::Insert(const ContextTable& contexts, std::uint32_t context) {
+    const auto rank = Rank(contexts.Get(context));
+    const auto at = std::ranges::find_if(
+        contexts_, [&](std::uint32_t other) { return Rank(contexts.Get(other)) > rank; });
+    contexts_.insert(at, context);
+}
+
 void LineOrder::Reset(const ContextTable& contexts) {
     moved_ = false;
+    wanted_.clear();
     Update(contexts);
     Sort(contexts);
     Renumber();
 }
 
+LineArrangement LineOrder::Arrangement(const ContextTable& contexts) const {
+    if (!moved_ && wanted_.empty() && std::ranges::find(shown_, false) == shown_.end()) return {};
+    LineArrangement arrangement;
+    for (const std::uint32_t index : contexts_) {
+        const Context& context = contexts.Get(index);
+        arrangement.push_back({context.type, context.number, shown_[index]});
+    }
+    return arrangement;
+}
+
+void LineOrder::Arrange(const ContextTable& contexts, LineArrangement arrangement) {
+    Update(contexts);
+    moved_ = false;
+    wanted_ = std::move(arrangement);
+    for (std::uint32_t context = 0; context < Count(); ++context) {
+        const ArrangedLine* const wanted = Wanted(contexts.Get(context));
+        shown_[context] = !wanted || wanted->shown;
+    }
+    Sort(contexts);
+    Renumber();
+}
+
+const ArrangedLine* LineOrder::Wanted(const Context& context) const {
+    const auto found = std::ranges::find_if(wanted_, [&](const ArrangedLine& line) {
+        return line.type == context.type && line.number == context.number;
+    });
+    return found == wanted_.end() ? nullptr : &*found;
+}
+
 void LineOrder::Sort(const ContextTable& contexts) {
     std::ranges::sort(contexts_, {}, [&](std::uint32_t c) { return Rank(contexts.Get(c)); });
+    if (wanted_.empty()) return;
+    const auto others = std::ranges::stable_partition(
+        contexts_, [&](std::uint32_t c) { return Wanted(contexts.Get(c)) != nullptr; });
+    std::ranges::sort(contexts_.begin(), others.begin(), {},
+                      [&](std::uint32_t c) { return Wanted(contexts.Get(c)); });
+    const std::vector<std::uint32_t> rest(others.begin(), others.end());
+    contexts_.erase(others.begin(), others.end());
+    for (const std::uint32_t context : rest) Insert(contexts, context);
 }
 
 bool LineOrder::Move(std::int32_t from, std::int32_t to) {

@@ -8,6 +8,16 @@
 
 namespace kvx::service {
 
+// One context's line: which context, and whether it is shown.
+struct ArrangedLine {
+    std::int32_t type = 0;
+    std::int32_t number = 0;
+    bool shown = true;
+    friend bool operator==(const ArrangedLine&, const ArrangedLine&) = default;
+};
+// From the top; empty: the default order, everything shown.
+using LineArrangement = std::vector<ArrangedLine>;
+
 // By default handlers come first, by number, then tasks by number, then the idle state, and the
 // unidentified context last.
 class LineOrder {
@@ -18,6 +28,11 @@ class LineOrder {
     // False: no such line. to is held within the lines.
     bool Move(std::int32_t from, std::int32_t to);
     bool SetShown(std::uint32_t line, bool shown);
+    // As the user has arranged the lines, and going back to that. Contexts of the arrangement that
+    // are not there yet find their line when they come; others stand where the default order puts
+    // them.
+    LineArrangement Arrangement(const ContextTable& contexts) const;
+    void Arrange(const ContextTable& contexts, LineArrangement arrangement);
 
     std::uint32_t Count() const { return static_cast<std::uint32_t>(contexts_.size()); }
     std::uint32_t ContextAt(std::uint32_t line) const { return contexts_[line]; }
@@ -26,13 +41,16 @@ class LineOrder {
     const std::uint32_t* LinesOfContexts() const { return lines_.data(); }
 
   private:
+    void Insert(const ContextTable& contexts, std::uint32_t context);
     void Sort(const ContextTable& contexts);
+    const ArrangedLine* Wanted(const Context& context) const;
     void Renumber();
 
     std::vector<std::uint32_t> contexts_;  // by line
     std::vector<std::uint32_t> lines_;     // by context
     std::vector<bool> shown_;              // by context
     bool moved_ = false;                   // the user has changed the order
+    LineArrangement wanted_;               // from outside; the default order where it is empty
 };
 
 }  // namespace kvx::service

@@ -28,6 +28,14 @@ std::uint32_t TraceService::ShownProcessor() const {
     return session_ ? session_->ShownProcessor() : 0;
 }
 
+LineArrangement TraceService::Lines() const {
+    return session_ ? session_->Lines().Arrangement(session_->Contexts()) : LineArrangement();
+}
+
+void TraceService::ArrangeLines(LineArrangement arrangement) {
+    if (session_) session_->Lines().Arrange(session_->Contexts(), std::move(arrangement));
+}
+
 LossCounters TraceService::Losses() const {
     return session_ ? session_->Losses() : LossCounters();
 }

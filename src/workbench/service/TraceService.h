@@ -12,6 +12,7 @@
 #include "host/OSTraceColumns.h"
 #include "host/OSTraceService.h"
 #include "workbench/service/Dialogs.h"
+#include "workbench/service/LineOrder.h"
 #include "workbench/service/Loss.h"
 #include "workbench/service/Measurement.h"
 #include "workbench/service/Recording.h"
@@ -37,6 +38,10 @@ class TraceService final : public IQOSTraceService,
     // whoever shows them must open the trace anew.
     bool ShowProcessor(std::uint32_t processor);
     std::uint32_t ShownProcessor() const;
+
+    // How the user has arranged the lines, and going back to that.
+    LineArrangement Lines() const;
+    void ArrangeLines(LineArrangement arrangement);
 
     // Borrowed; null: no question can be asked, searches and pick-ups then fail.
     void SetDialogs(IServiceDialogs* dialogs) { dialogs_ = dialogs; }

@@ -95,6 +95,8 @@ class FakeComponent final : public IQComponent,
             std::to_string(static_cast<long long>(end)));
         return S_OK;
     }
+    HRESULT KVX_CALL GetPosition(host::OSTracePosition*) override { return E_FAIL; }
+    HRESULT KVX_CALL SetPosition(const host::OSTracePosition*) override { return E_FAIL; }
 
   private:
     void AddMenus() {
