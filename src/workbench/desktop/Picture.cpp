@@ -93,7 +93,9 @@ Result<Picture> Paint(Workbench& workbench, std::unique_ptr<service::TraceServic
 
 void PrepareOffscreen() {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // One pixel of the picture is one pixel of the window.
+    // One pixel of the picture is one logical pixel of the window, however the screen is scaled.
+    qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
+    qunsetenv("QT_FONT_DPI");
     qunsetenv("QT_SCALE_FACTOR");
     qunsetenv("QT_SCREEN_SCALE_FACTORS");
     FilterToolkitMessages();

@@ -9,6 +9,7 @@
 
 #include "workbench/cli/OpenTrace.h"
 #include "workbench/cli/SubCommands.h"
+#include "workbench/desktop/ApplicationIcon.h"
 #include "workbench/desktop/Display.h"
 #include "workbench/desktop/SavePicture.h"
 #include "workbench/desktop/ToolkitMessages.h"
@@ -30,6 +31,7 @@ int RunWindow(const std::string& file) {
     QApplication application(count, arguments);
     QApplication::setApplicationName("kvxostrace");
     QApplication::setDesktopFileName("kvxostrace");
+    QApplication::setWindowIcon(ApplicationIcon());
     Settings settings(Settings::UserPath());
     Workbench workbench(settings);
     const QString failure = workbench.Start(ModuleDirectory());
