@@ -98,6 +98,20 @@ TEST_F(Program, RendersTheWindowsContentAtTheSizeAskedFor) {
     EXPECT_FALSE(QImage(part) == whole);
 }
 
+TEST_F(Program, RendersInLogicalPixelsHoweverTheScreenIsScaled) {
+    const QStringList render{"render", Log(), "-o", "-", "--size", "700x300"};
+    const QByteArray plain = Run(render).out;
+    ASSERT_FALSE(plain.isEmpty());
+    for (const auto& [name, value] : {std::pair{"QT_SCALE_FACTOR", "1.5"},
+                                      {"QT_SCREEN_SCALE_FACTORS", "2"},
+                                      {"QT_USE_PHYSICAL_DPI", "1"},
+                                      {"QT_FONT_DPI", "144"}}) {
+        environment_.insert(name, value);
+        EXPECT_TRUE(Run(render).out == plain) << name;
+        environment_.remove(name);
+    }
+}
+
 TEST_F(Program, RefusesWhatItCannotRender) {
     const QString path = folder_.filePath("never.png");
     struct Case {
