@@ -72,6 +72,7 @@ void MainWindow::ShowTitle(const QString& recording, const QString& workspace, b
     if (!workspace.isEmpty()) parts << workspace + "[*]";
     setWindowTitle((parts << kProgramName).join(" — "));
     setWindowModified(modified);
+    recording_ = recording;
     workspace_ = workspace;
     closeWorkspace_->setEnabled(!workspace.isEmpty());
 }
@@ -214,20 +215,28 @@ void MainWindow::ChooseWorkspace() {
 }
 
 void MainWindow::ChooseSavedWorkspace() {
-    QFileDialog dialog(this, "Save Workspace As", LastFolder(), kWorkspaces);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix("kvxw");
-    if (dialog.exec() != QDialog::Accepted) return;
-    const QString path = dialog.selectedFiles().front();
-    settings_.Set(kFolder, QFileInfo(path).absolutePath());
-    onSaveWorkspace(path);
+    const QString name = recording_.isEmpty() ? "workspace" : recording_;
+    const QString path =
+        ChooseSaved("Save Workspace As", QFileInfo(name).completeBaseName() + ".kvxw", kWorkspaces);
+    if (!path.isEmpty()) onSaveWorkspace(path);
 }
 
 void MainWindow::ChooseSavedRecording() {
-    QFileDialog dialog(this, "Save Recording As", LastFolder(), "Kernel logs (*.log)");
+    const QString path =
+        ChooseSaved("Save Recording As", recording_ + ".log", "Kernel logs (*.log)");
+    if (!path.isEmpty()) onSaveRecording(path);
+}
+
+// The name's ending is the one that is added where the user gives none.
+QString MainWindow::ChooseSaved(const QString& title, const QString& name, const QString& filter) {
+    QFileDialog dialog(this, title, LastFolder(), filter);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix("log");
-    if (dialog.exec() == QDialog::Accepted) onSaveRecording(dialog.selectedFiles().front());
+    dialog.setDefaultSuffix(QFileInfo(name).suffix());
+    dialog.selectFile(name);
+    if (dialog.exec() != QDialog::Accepted) return {};
+    const QString path = dialog.selectedFiles().front();
+    settings_.Set(kFolder, QFileInfo(path).absolutePath());
+    return path;
 }
 
 void MainWindow::ChooseFolder() {

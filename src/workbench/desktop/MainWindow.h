@@ -71,6 +71,7 @@ class MainWindow final : public QMainWindow {
     void ChooseWorkspace();
     void ChooseSavedWorkspace();
     void ChooseSavedRecording();
+    QString ChooseSaved(const QString& title, const QString& name, const QString& filter);
     QString LastFolder() const;
     void Open(const QString& path);
 
@@ -86,7 +87,9 @@ class MainWindow final : public QMainWindow {
     QAction* saveRecording_ = nullptr;
     QAction* saveWorkspace_ = nullptr;
     QAction* closeWorkspace_ = nullptr;
-    QString workspace_;  // name of the one that is open
+    // Names of what is open.
+    QString recording_;
+    QString workspace_;
     QLabel* processor_ = nullptr;
     QLabel* format_ = nullptr;
     LossIndicator* losses_ = nullptr;
