@@ -66,6 +66,38 @@ TEST(BadInput, ALogCutInTheMiddleOfALine) {
     EXPECT_THAT(LossesOfLog("[1] dispatch to task 1.\n[2] the application's own words"), IsEmpty());
 }
 
+// Reads all that the service has to say.
+void LookAtEverything(service::TraceService& trace) {
+    trace.Summarize();
+    EXPECT_EQ(trace.Check(), "");
+    std::uint32_t count = 0;
+    trace.GetEventCount(&count);
+    for (std::uint32_t event = 0; event < count; ++event) trace.EventDetail(event);
+}
+
+TEST(BadInput, ALogThatIsWrittenAnewWhileItIsOpen) {
+    const TempFolder folder;
+    std::string log;
+    for (int i = 1; i < 5000; ++i) {
+        log += FormatText("[%d] dispatch to task %d.\n", 20 * i, i % 9 + 1);
+        log += FormatText("[%d] enter to wai_sem semid=%d.\n", 20 * i + 5, i);
+    }
+    std::string other = log;
+    std::ranges::replace(other, '\n', ' ');
+    const std::string wrongTimes(log.size(), '9');
+    for (const std::string& now : {std::string(), log.substr(0, 9000), log.substr(0, 100000), other,
+                                   wrongTimes, std::string(log.size(), '\n'), log + log}) {
+        for (const bool decoded : {false, true}) {
+            const auto path = folder.Write("x.log", log);
+            const auto trace = Show(path);
+            ASSERT_NE(trace, nullptr);
+            if (decoded) LookAtEverything(*trace);
+            folder.Write("x.log", now);
+            LookAtEverything(*trace);
+        }
+    }
+}
+
 TEST(BadInput, BytesThatAreNoText) {
     constexpr char kLog[] =
         "[1] dispatch to task 1.\n[2] task\0 2 becomes\x01\n\xFF\xFE\0\x80\n[3] "

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <utility>
 
+#include "workbench/formats/text/MappingGuard.h"
+
 namespace kvx::formats {
 
 Result<MappedFile> MappedFile::Open(const std::string& path) {
@@ -27,7 +29,10 @@ Result<MappedFile> MappedFile::Open(const std::string& path) {
     close(file);
     if (error) return failed(std::strerror(error));
     if (!regular) return failed("not a file");
-    if (size > 0) madvise(data, size, MADV_SEQUENTIAL);
+    if (size > 0) {
+        madvise(data, size, MADV_SEQUENTIAL);
+        GuardMapping(data, size);
+    }
     return MappedFile(data, size);
 }
 
@@ -41,7 +46,9 @@ MappedFile& MappedFile::operator=(MappedFile&& other) noexcept {
 }
 
 MappedFile::~MappedFile() {
-    if (data_) munmap(data_, size_);
+    if (!data_) return;
+    UnguardMapping(data_);
+    munmap(data_, size_);
 }
 
 }  // namespace kvx::formats

@@ -1,5 +1,6 @@
 #pragma once
-// A file's bytes, mapped for reading.
+// A file's bytes, mapped for reading. Somebody may change or cut the file meanwhile: the bytes then
+// change too, and those that are gone read as zeros.
 
 #include <cstddef>
 #include <string>
