@@ -54,6 +54,14 @@ int CUiCommandSink::CloseInstance(HWND window, LPARAM) {
     return 1;
 }
 
+void CUiCommandSink::DropLostInstances() {
+    std::erase_if(instances_, [](const auto& instance) {
+        if (instance->IsWindow()) return false;
+        instance->RemoveToolbars();
+        return true;
+    });
+}
+
 int CUiCommandSink::HideInstance(HWND window) {
     CWnd* const instance = FindInstance(window);
     if (!instance || !docking_) return 0;

@@ -38,6 +38,8 @@ class CUiCommandSink : public CWnd, public ICommandWindow {
     }
     void AddInstance(std::unique_ptr<CKvxInstanceDataCtrl> instance);
     CKvxInstanceDataCtrl* FindInstance(HWND window) const;
+    // Deletes the instances whose docking window went without a word, and their window with it.
+    void DropLostInstances();
 
   private:
     IQHost* host_;

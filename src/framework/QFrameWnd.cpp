@@ -31,7 +31,7 @@ int CQFrameWnd::OnCreate(const CREATESTRUCT* create) {
 
 void CQFrameWnd::OnSize(UINT, int cx, int cy) {
     Default();
-    if (!view_ || !view_->IsWindow()) return;
+    if (!View()) return;
     view_->SetWindowPos(nullptr, 0, 0, cx, cy, SWP_NOZORDER | SWP_SHOWWINDOW);
 }
 
@@ -45,8 +45,13 @@ CQView* CQFrameWnd::CreateView(const CRuntimeClass* viewClass, UINT id) {
     return view;
 }
 
+void CQFrameWnd::SetView(CQView* view) {
+    view_ = view;
+    viewWindow_ = view ? view->GetSafeHwnd() : nullptr;
+}
+
 bool CQFrameWnd::OnCmdMsg(UINT id, UINT code, CCmdUI* ui) {
-    return (view_ && view_->OnCmdMsg(id, code, ui)) || CWnd::OnCmdMsg(id, code, ui);
+    return (View() && view_->OnCmdMsg(id, code, ui)) || CWnd::OnCmdMsg(id, code, ui);
 }
 
 void CQFrameWnd::SetDisplayFont(const CFont& font) {
@@ -58,7 +63,7 @@ void CQFrameWnd::SetDisplayFont(const CFont& font) {
 }
 
 LRESULT CQFrameWnd::DropFilesToView(HDROP drop) {
-    if (!view_ || !view_->IsWindow()) return 0;
+    if (!View()) return 0;
     return view_->SendMessage(WM_DROPFILES, reinterpret_cast<WPARAM>(drop));
 }
 

@@ -39,12 +39,14 @@ class CQFrameWnd : public CWnd {
     void OnSize(UINT type, int cx, int cy);
     void OnDropFiles(HDROP drop);
 
-    CQView* View() const { return view_; }
+    // Null before it is made and after its window has gone.
+    CQView* View() const { return FromHandlePermanent(viewWindow_) == view_ ? view_ : nullptr; }
     CWnd* Owner() const { return owner_; }
-    void SetView(CQView* view) { view_ = view; }
+    void SetView(CQView* view);
 
   private:
     CQView* view_ = nullptr;  // deletes itself with its window
-    CWnd* owner_ = nullptr;   // the window instance control
+    HWND viewWindow_ = nullptr;
+    CWnd* owner_ = nullptr;  // the window instance control
     CFont displayFont_;
 };

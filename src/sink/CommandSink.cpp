@@ -133,9 +133,23 @@ HWND CKvxOSTraceDataCommandSink::FindDocking(const WindowKind& kind, const CStri
                                         kDockBottom);
 }
 
+bool CKvxOSTraceDataCommandSink::HasWindow(const WindowKind& kind) {
+    return std::ranges::any_of(kind.controls, [](const auto* each) { return each->IsWindow(); });
+}
+
+// A host may destroy a docking window without asking. Not to be called while a window goes.
+void CKvxOSTraceDataCommandSink::ForgetLostWindows() {
+    const auto lost = [](const CWnd* control) { return !control->IsWindow(); };
+    modified_ |= std::erase_if(traceKind_.controls, lost) > 0;
+    modified_ |= std::erase_if(analyzeKind_.controls, lost) > 0;
+    std::erase_if(nameOfControl_, [&](const auto& each) { return lost(each.first); });
+    DropLostInstances();
+}
+
 // Shows the window of the kind that exists, or makes one.
 void CKvxOSTraceDataCommandSink::Open(WindowKind& kind) {
     if (!Docking()) return;
+    ForgetLostWindows();
     for (const CString& name : kind.names) {
         if (const HWND existing = FindDocking(kind, name)) {
             return Docking()->SetWindowState(existing, kDockShow);
@@ -182,7 +196,7 @@ void CKvxOSTraceDataCommandSink::OnOpenOSAnalyze() {
 bool CKvxOSTraceDataCommandSink::MayOpen(
     const WindowKind& kind, const std::vector<CKvxInstanceDataCtrl*>& candidates) const {
     if (IsRunning()) return false;
-    if (kind.controls.empty()) return true;
+    if (!HasWindow(kind)) return true;
     return Docking() && std::ranges::any_of(candidates, [&](const CKvxInstanceDataCtrl* control) {
                const auto name = nameOfControl_.find(control);
                return name != nameOfControl_.end() && FindDocking(kind, name->second);
@@ -247,7 +261,7 @@ HRESULT CKvxOSTraceDataCommandSink::QueryInterface(const GUID& id, void** out) {
 
 HRESULT CKvxOSTraceDataCommandSink::IsOpen(std::uint16_t* flag) {
     if (!flag) return E_POINTER;
-    *flag = traceKind_.controls.empty() ? 0 : 0xFFFF;
+    *flag = HasWindow(traceKind_) ? 0xFFFF : 0;
     return S_OK;
 }
 

@@ -76,6 +76,8 @@ class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
     void ReadProperties();
     std::int32_t ReadNumber(const char* key, std::int32_t fallback) const;
     void Open(WindowKind& kind);
+    void ForgetLostWindows();
+    static bool HasWindow(const WindowKind& kind);
     HWND FindDocking(const WindowKind& kind, const CString& name) const;
     std::unique_ptr<CKvxDebugInstanceDataCtrl> NewControl(const WindowKind& kind);
     void AddControl(WindowKind& kind, HWND docking, const CString& name);

@@ -38,6 +38,7 @@ HRESULT CKvxOSTraceDataCommandSink::WorkspaceOpened(std::uintptr_t a, std::uintp
         }
         workspace_ = kvx::ToUtf8(workspace);
         if (!Service<IQUnknown>(Host(), kvx::host::kWorkspaceStore)) return S_OK;
+        ForgetLostWindows();
         CWorkspaceStore store(Host(), {a, b, workspace, d, {}});
         for (WindowKind* kind : {&traceKind_, &analyzeKind_}) Restore(*kind, store);
         modified_ = false;
@@ -80,6 +81,7 @@ HRESULT CKvxOSTraceDataCommandSink::WorkspaceSaving(std::uintptr_t a, std::uintp
             !Service<IQUnknown>(Host(), kvx::host::kWorkspaceStore)) {
             return S_OK;
         }
+        ForgetLostWindows();
         const Bstr workspace(workspace_);
         CWorkspaceStore store(Host(), {a, b, workspace.Get(), d, {}});
         for (const WindowKind* kind : {&traceKind_, &analyzeKind_}) Save(*kind, store);

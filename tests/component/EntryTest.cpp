@@ -74,19 +74,20 @@ TEST(Entry, StartUpAndShutDownAnswers) {
     EXPECT_EQ(component->Initialize(nullptr, 0), E_FAIL);
     EXPECT_EQ(component->Initialize(&host, 0), S_OK);
     EXPECT_TRUE(host.advised.empty());
-    EXPECT_EQ(module.Query<IQErrorReporter>(5, host::kErrorReporter)->ReportError(1, 2), E_FAIL);
+    auto* const reporter = module.Query<IQErrorReporter>(5, host::kErrorReporter);
+    EXPECT_EQ(reporter->ReportError(1, 2), E_FAIL);
 
     EXPECT_EQ(component->Initialize(&host, 1), S_OK);
     for (const GUID& id : {host::kSteppingClient, host::kWorkSpaceClient, host::kWorkSpaceClient2,
                            host::kFormatViewClient}) {
         EXPECT_TRUE(host.advised.contains(id));
     }
-    EXPECT_TRUE(host.services.contains(host::kOSTraceWindow));
+    EXPECT_TRUE(host.offered.contains(host::kOSTraceWindow));
     EXPECT_EQ(component->Terminate(0), S_OK);
     EXPECT_FALSE(host.advised.empty());
     EXPECT_EQ(component->Terminate(1), S_OK);
     EXPECT_TRUE(host.advised.empty());
-    EXPECT_FALSE(host.services.contains(host::kOSTraceWindow));
+    EXPECT_FALSE(host.offered.contains(host::kOSTraceWindow));
     EXPECT_TRUE(host.docking.registrations.empty());
     EXPECT_EQ(component->Terminate(1), E_FAIL);
     // A second connection of the same object works like the first.
@@ -103,25 +104,6 @@ TEST(Entry, DestroyWithoutTerminateLeavesNothing) {
     EXPECT_EQ(module.Query<IQComponent>(5, host::kComponent)->Initialize(&host, 1), S_OK);
     module.Entry<DestroyInstanceFn>("DestroyInstance")(5);
     EXPECT_TRUE(host.docking.registrations.empty());
-}
-
-TEST(Entry, HostsThatLackAServiceAreServed) {
-    for (const GUID& missing :
-         {host::kDockingHost, host::kRunState, host::kDebuggerLibrary, host::kWorkspaceStore,
-          host::kPropertyStore, host::kOSTraceService, host::kOSTraceAvailability}) {
-        TestHost host;
-        ModuleBoxes boxes;
-        host.services.erase(missing);
-        const Session session(host);
-        EXPECT_EQ(session.Status(), S_OK);
-        host.docking.Command(32770);
-        host.Send(host::kEventTargetConnected);
-        host.Send(host::kEventTraceReady);
-        host.Send(host::kEventTraceCleared);
-        host.Send(host::kEventTargetDisconnected);
-        host.Send(host::kEventDisplayChanged);
-        host.Send(GUID{});
-    }
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include "component/ModuleBoxes.h"
+#include "component/SmallTrace.h"
 #include "component/TestHost.h"
 #include "host/FormatViewClient.h"
 #include "host/OSTraceRange.h"
@@ -18,32 +19,12 @@ namespace {
 
 constexpr std::uint32_t kOpenOSTrace = 32770;
 
-ScriptedTrace SmallTrace() {
-    ScriptedTrace trace;
-    const auto handler = trace.AddHandler(3, "timer", 0x1234);
-    const auto control = trace.AddTask(1, "control");
-    const auto logger = trace.AddTask(2, "logger");
-    const auto idle = trace.AddIdle();
-    trace.State(0, control, 1);
-    trace.State(0, logger, 6);
-    for (int i = 0; i < 200; ++i) {
-        const std::int64_t t = i * 100;
-        trace.Dispatch(t, idle, handler);
-        trace.Dispatch(t + 10, handler, control);
-        trace.Call(t + 15, control, 4, {"sig_sem", "semid=1", "ercd=0"});
-        trace.State(t + 20, control, 4);
-        trace.Dispatch(t + 20, control, logger);
-        trace.Dispatch(t + 60, logger, idle);
-    }
-    return trace;
-}
-
 TEST(Session, OneWindowOpensAndShowsTheTrace) {
     TestHost host;
     ModuleBoxes boxes;
     host.trace.Load(SmallTrace());
     const Session session(host);
-    auto* const window = static_cast<IQEOSTraceWindow*>(host.services[host::kOSTraceWindow]);
+    auto* const window = host.Client<IQEOSTraceWindow>(host::kOSTraceWindow);
     std::uint16_t open = 1;
     window->IsOpen(&open);
     EXPECT_EQ(open, 0);
@@ -71,7 +52,7 @@ TEST(Session, AnExactRangeDecodesNoMoreThanItNeeds) {
     ModuleBoxes boxes;
     host.trace.Load(SmallTrace());
     const Session session(host);
-    auto* const range = static_cast<host::IQOSTraceRange*>(host.services[host::kOSTraceRange]);
+    auto* const range = host.Client<host::IQOSTraceRange>(host::kOSTraceRange);
     EXPECT_EQ(range->SetDisplayRange(0, 100), E_FAIL);  // no window
     host.docking.Command(kOpenOSTrace);
     host.Send(host::kEventTraceReady);
@@ -102,7 +83,7 @@ TEST(Session, ClosingIsRefusedWhileTheTargetRuns) {
     EXPECT_EQ(target->OnCloseRequest(), S_OK);
     EXPECT_EQ(host.docking.TargetOf(47104), nullptr);
     std::uint16_t open = 1;
-    static_cast<IQEOSTraceWindow*>(host.services[host::kOSTraceWindow])->IsOpen(&open);
+    host.Client<IQEOSTraceWindow>(host::kOSTraceWindow)->IsOpen(&open);
     EXPECT_EQ(open, 0);
     EXPECT_TRUE(host.docking.StateOf(kOpenOSTrace).enabled);
 }
@@ -131,7 +112,7 @@ TEST(Session, ToolbarAndDockingCommands) {
 TEST(Session, ADockingWindowThatCannotBeMadeLeavesNoWindow) {
     TestHost host;
     ModuleBoxes boxes;
-    host.docking.refuseWindows = true;
+    host.docking.failing = {"CreateDockingWindow"};
     const Session session(host);
     host.docking.Command(kOpenOSTrace);
     EXPECT_EQ(host.docking.Control(), nullptr);
@@ -186,7 +167,7 @@ TEST(Session, FontAndColoursAreKeptAsProperties) {
     TestHost host;
     ModuleBoxes boxes;
     const Session session(host);
-    auto* const format = static_cast<IQFormatViewClient2*>(host.advised[host::kFormatViewClient]);
+    auto* const format = host.Client<IQFormatViewClient2>(host::kFormatViewClient);
     Bstr text;
     EXPECT_EQ(format->GetName(text.Receive()), S_OK);
     EXPECT_EQ(text.Utf8(), "OS Trace, OS Analyze");

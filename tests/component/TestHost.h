@@ -10,119 +10,15 @@
 #include <string>
 #include <vector>
 
+#include "component/TestDocking.h"
+#include "component/TestServices.h"
 #include "host/Component.h"
-#include "host/DockingHost.h"
 #include "host/Identifiers.h"
-#include "host/Services.h"
 #include "platform/Module.h"
 #include "platform/Wnd.h"
 #include "support/ScriptedTraceService.h"
 
 namespace kvx::test {
-
-// Reference counting of a host object that lives in a test's scope.
-template <class Interface>
-class Counted : public Interface {
-  public:
-    HRESULT KVX_CALL QueryInterface(const GUID&, void** out) override {
-        *out = nullptr;
-        return E_NOINTERFACE;
-    }
-    std::uint32_t KVX_CALL AddRef() override { return ++references; }
-    std::uint32_t KVX_CALL Release() override { return --references; }
-    std::uint32_t references = 1;
-};
-
-class TestDocking : public Counted<IQDockingHost> {
-  public:
-    struct Registration {
-        HWND docking = nullptr;
-        HWND control = nullptr;
-        IQCommandTarget* target = nullptr;
-        std::vector<std::uint32_t> menuCommands;
-        std::vector<std::uint32_t> toolbarCommands;
-    };
-    std::map<std::uint32_t, Registration> registrations;
-    std::vector<std::unique_ptr<CWnd>> windows;
-    std::map<HWND, std::string> names;
-    std::map<HWND, std::int32_t> states;
-    std::set<HWND> shownToolbars;
-    std::vector<HWND> customized;
-    CWnd* main = nullptr;
-    bool refuseWindows = false;
-
-    // The target that knows the command, or null.
-    IQCommandTarget* TargetOf(std::uint32_t command) const;
-    // Runs a command as a menu would: only when it is enabled. S_FALSE: disabled.
-    HRESULT Command(std::uint32_t command);
-    CommandState StateOf(std::uint32_t command) const;
-    // The only control in a docking window, or null.
-    HWND Control() const;
-    HWND Docking() const;
-
-    HRESULT KVX_CALL GetMainWindow(HWND* window) override;
-    HRESULT KVX_CALL AllocateIdentifier(std::uint32_t* identifier) override;
-    HRESULT KVX_CALL ReleaseIdentifier(std::uint32_t identifier) override;
-    HRESULT KVX_CALL CreateDockingWindow(BSTR baseName, BSTR title, std::uint32_t flags,
-                                         std::uint32_t side, HWND* window, BSTR* given) override;
-    HRESULT KVX_CALL FindDockingWindow(BSTR name, BSTR title, std::uint32_t flags,
-                                       std::uint32_t side, HWND* window) override;
-    HRESULT KVX_CALL SetWindowState(HWND docking, std::int32_t state) override;
-    HRESULT KVX_CALL GetWindowState(HWND docking, std::int32_t* state) override;
-    HRESULT KVX_CALL RegisterWindow(HWND docking, HWND control, std::uint32_t identifier,
-                                    const GUID& owner, IQCommandTarget* target) override;
-    HRESULT KVX_CALL AddMenu(std::uint32_t identifier, HWND docking, const MenuNode* root,
-                             IQCommandTarget* target) override;
-    HRESULT KVX_CALL AddToolbar(std::uint32_t identifier, HWND docking, BSTR name, BSTR title,
-                                const ToolbarButton* buttons, std::uint32_t count,
-                                IQCommandTarget* target) override;
-    HRESULT KVX_CALL AddAccelerators(std::uint32_t, HWND, const Accelerator*, std::uint32_t,
-                                     IQCommandTarget*) override {
-        return S_OK;
-    }
-    HRESULT KVX_CALL RemoveRegistrations(std::uint32_t identifier) override;
-    HRESULT KVX_CALL IsToolbarShown(HWND docking, std::int32_t* shown) override;
-    HRESULT KVX_CALL ShowToolbar(HWND docking, std::int32_t show) override;
-    HRESULT KVX_CALL CustomizeToolbar(HWND docking) override;
-    HRESULT KVX_CALL SetStatusText(BSTR) override { return S_OK; }
-
-  private:
-    std::uint32_t nextIdentifier_ = 1;
-};
-
-class TestRunState : public Counted<IQRunState> {
-  public:
-    bool running = false;
-    HRESULT KVX_CALL IsRunning() override { return running ? S_OK : E_FAIL; }
-};
-
-class TestDebuggerLibrary : public Counted<IQDebuggerLibrary> {
-  public:
-    HMODULE module = nullptr;
-    HRESULT KVX_CALL GetModule(void** out) override {
-        *out = module;
-        return module ? S_OK : E_FAIL;
-    }
-    HRESULT KVX_CALL GetDirectory(BSTR* directory) override;
-    HRESULT KVX_CALL GetBaseName(BSTR* name) override;
-};
-
-class TestStore : public Counted<IQWorkspaceStoreService> {
-  public:
-    std::map<std::string, std::string> texts;
-    HRESULT KVX_CALL WriteText(const WorkspaceKey*, BSTR key, BSTR text) override;
-    HRESULT KVX_CALL ReadText(const WorkspaceKey*, BSTR key, BSTR* text) override;
-};
-
-class TestProperties : public Counted<IQPropertyStore> {
-  public:
-    std::map<std::string, std::int32_t> numbers;
-    std::map<std::string, std::string> texts;
-    HRESULT KVX_CALL SetNumber(BSTR key, std::int32_t value) override;
-    HRESULT KVX_CALL SetText(BSTR key, BSTR text) override;
-    HRESULT KVX_CALL GetNumber(BSTR key, std::int32_t* value) override;
-    HRESULT KVX_CALL GetText(BSTR key, BSTR* text) override;
-};
 
 class TestHost : public Counted<IQHost> {
   public:
@@ -133,15 +29,39 @@ class TestHost : public Counted<IQHost> {
     TestDocking docking;
     TestRunState runState;
     TestDebuggerLibrary debugger;
+    TestDebuggerCalls debuggerCalls;
+    TestErrors errors;
     TestStore store;
     TestProperties properties;
+    TestNaming naming;
+    TestProject project;
+    TestBlocker blockerA;
+    TestBlocker blockerB;
+    TestPlaceholders placeholders;
+    Counted<IQUnknown> framework;  // for services that nobody calls
     ScriptedTraceService trace;
     std::map<GUID, void*> services;
     std::map<GUID, void*> advised;
+    std::map<GUID, void*> offered;  // by the component
     std::vector<GUID> broadcasts;
-    IQComponent* component = nullptr;  // receives broadcasts
+    std::vector<IQComponent*> components;  // that receive broadcasts
 
-    void Send(const GUID& event);
+    // What GetService answers; unset: the service, as far as there is one.
+    enum class Answer { kService, kFailure, kNull };
+    std::function<Answer(const GUID& service)> answer;
+    std::vector<GUID> asked;  // services and interfaces, in the order in which they were asked for
+
+    void Send(const GUID& event, std::uintptr_t datum = 0);
+    // The interface that the component advised or offered.
+    template <class Interface>
+    Interface* Client(const GUID& id) const {
+        const auto found = advised.contains(id) ? advised.find(id) : offered.find(id);
+        return static_cast<Interface*>(found->second);
+    }
+    // Fails the test when the component left anything at the host.
+    void ExpectNothingLeft() const;
+
+    HRESULT KVX_CALL QueryInterface(const GUID& id, void** out) override;
 
     HRESULT KVX_CALL BroadcastEvent(const EventRecord* record) override;
     HRESULT KVX_CALL GetService(const GUID& service, void** out) override;
@@ -175,11 +95,13 @@ class TestModule {
     HMODULE module_;
 };
 
-// An instance that is created and connected as long as the object lives.
+// An instance that is created and connected as long as the object lives. In the end nothing of it
+// may be left at the host.
 class Session {
   public:
     static constexpr std::uintptr_t kKey = 0x1234;
-    explicit Session(TestHost& host, bool debugger = true);
+    // With a key of its own where two instances live at once.
+    explicit Session(TestHost& host, bool debugger = true, std::uintptr_t key = kKey);
     ~Session();
     HRESULT Status() const { return status_; }
     IQComponent& Component() const { return *component_; }
@@ -188,6 +110,7 @@ class Session {
   private:
     TestModule module_;
     TestHost& host_;
+    std::uintptr_t key_;
     IQComponent* component_;
     HRESULT status_;
 };

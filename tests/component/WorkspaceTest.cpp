@@ -9,21 +9,8 @@
 namespace kvx::test {
 namespace {
 
-class Naming : public Counted<IQNamingService> {
-  public:
-    HRESULT KVX_CALL GetLongName(std::uintptr_t, std::uintptr_t, std::uintptr_t,
-                                 BSTR* name) override {
-        *name = ToBstr("_long");
-        return S_OK;
-    }
-    HRESULT KVX_CALL GetShortName(std::uintptr_t, std::uintptr_t, BSTR* name) override {
-        *name = ToBstr("_short");
-        return S_OK;
-    }
-};
-
 IQWorkSpaceClient2* Client(TestHost& host) {
-    return static_cast<IQWorkSpaceClient2*>(host.advised[host::kWorkSpaceClient2]);
+    return host.Client<IQWorkSpaceClient2>(host::kWorkSpaceClient2);
 }
 
 std::int32_t Modified(TestHost& host) {
@@ -34,12 +21,9 @@ std::int32_t Modified(TestHost& host) {
 
 TEST(Workspace, WindowsColoursAndSettingsComeBack) {
     std::map<std::string, std::string> saved;
-    Naming naming;
     {
         TestHost host;
         ModuleBoxes boxes;
-        host.services[host::kNamingService] = &naming;
-        host.services[host::kProjectInformation] = &naming;  // only asked for, never called
         const Session session(host);
         EXPECT_EQ(Client(host)->WorkspaceOpened(1, 2, Bstr("demo").Get(), 4), S_OK);
         EXPECT_EQ(Modified(host), 0);
@@ -58,7 +42,6 @@ TEST(Workspace, WindowsColoursAndSettingsComeBack) {
 
     TestHost host;
     ModuleBoxes boxes;
-    host.services[host::kNamingService] = &naming;
     host.store.texts = saved;
     const Session session(host);
     EXPECT_EQ(Client(host)->WorkspaceOpened(1, 2, Bstr("demo").Get(), 4), S_OK);
@@ -74,8 +57,6 @@ TEST(Workspace, DamagedTextsCostOnlyThemselves) {
     for (const char* count : {"", "x", "-5"}) {
         TestHost host;
         ModuleBoxes boxes;
-        Naming naming;
-        host.services[host::kNamingService] = &naming;
         host.store.texts = {{"OSTraceCtrlTraceViews", count},
                             {"OSTraceCtrlAnalyzeViews", "1"},
                             {"OSTraceWndCOLOR_RUN", "zz"}};
@@ -88,6 +69,8 @@ TEST(Workspace, DamagedTextsCostOnlyThemselves) {
 TEST(Workspace, WithoutNamesThereIsNoWorkspace) {
     TestHost host;
     ModuleBoxes boxes;
+    host.services.erase(host::kNamingService);
+    host.services.erase(host::kProjectInformation);
     const Session session(host);
     EXPECT_EQ(Client(host)->WorkspaceOpened(1, 2, nullptr, 4), E_FAIL);
     EXPECT_EQ(Client(host)->WorkspaceSaving(1, 2, 4), S_OK);

@@ -1,0 +1,90 @@
+#pragma once
+// The test host's docking windows: plain windows. What the component registers is written down.
+
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "component/Counted.h"
+#include "host/DockingHost.h"
+#include "platform/Wnd.h"
+
+namespace kvx::test {
+
+class TestDocking : public Counted<IQDockingHost> {
+  public:
+    struct Registration {
+        HWND docking = nullptr;
+        HWND control = nullptr;
+        IQCommandTarget* target = nullptr;
+        std::vector<std::uint32_t> menuCommands;
+        std::vector<std::uint32_t> toolbarCommands;
+        std::vector<Accelerator> keys;
+        std::vector<GUID> owners;
+        std::string toolbar;  // name and title of a host toolbar
+    };
+    std::map<std::uint32_t, Registration> registrations;
+    std::vector<std::unique_ptr<CWnd>> windows;
+    std::map<HWND, std::string> names;
+    std::map<HWND, std::int32_t> states;
+    std::set<HWND> shownToolbars;
+    std::vector<HWND> customized;
+    std::vector<std::string> log;  // operations that ask for a docking window, with their arguments
+    CWnd* main = nullptr;
+
+    std::set<std::string> failing;  // names of operations that answer E_FAIL
+    bool giveNoWindows = false;     // docking windows are made, but not handed out
+
+    // The operations that a host can fail in.
+    static const std::vector<std::string>& Operations();
+
+    // The target that knows the command, or null.
+    IQCommandTarget* TargetOf(std::uint32_t command) const;
+    // That of the control in a docking window, or null.
+    IQCommandTarget* TargetIn(HWND docking) const;
+    // Runs a command as a menu would: only when it is enabled. S_FALSE: disabled.
+    HRESULT Command(std::uint32_t command);
+    CommandState StateOf(std::uint32_t command) const;
+    // Presses a key in a docking window. S_FALSE: the key means nothing there, or is disabled.
+    HRESULT Press(HWND docking, char key);
+    // Closes a docking window as its close button does. S_FALSE: refused.
+    HRESULT Close(HWND docking);
+    // The first control in a docking window, or null.
+    HWND Control() const;
+    // The docking window that was made last, or null.
+    HWND Docking() const;
+
+    HRESULT KVX_CALL GetMainWindow(HWND* window) override;
+    HRESULT KVX_CALL AllocateIdentifier(std::uint32_t* identifier) override;
+    HRESULT KVX_CALL ReleaseIdentifier(std::uint32_t identifier) override;
+    HRESULT KVX_CALL CreateDockingWindow(BSTR baseName, BSTR title, std::uint32_t flags,
+                                         std::uint32_t side, HWND* window, BSTR* given) override;
+    HRESULT KVX_CALL FindDockingWindow(BSTR name, BSTR title, std::uint32_t flags,
+                                       std::uint32_t side, HWND* window) override;
+    HRESULT KVX_CALL SetWindowState(HWND docking, std::int32_t state) override;
+    HRESULT KVX_CALL GetWindowState(HWND docking, std::int32_t* state) override;
+    HRESULT KVX_CALL RegisterWindow(HWND docking, HWND control, std::uint32_t identifier,
+                                    const GUID& owner, IQCommandTarget* target) override;
+    HRESULT KVX_CALL AddMenu(std::uint32_t identifier, HWND docking, const MenuNode* root,
+                             IQCommandTarget* target) override;
+    HRESULT KVX_CALL AddToolbar(std::uint32_t identifier, HWND docking, BSTR name, BSTR title,
+                                const ToolbarButton* buttons, std::uint32_t count,
+                                IQCommandTarget* target) override;
+    HRESULT KVX_CALL AddAccelerators(std::uint32_t identifier, HWND docking,
+                                     const Accelerator* keys, std::uint32_t count,
+                                     IQCommandTarget* target) override;
+    HRESULT KVX_CALL RemoveRegistrations(std::uint32_t identifier) override;
+    HRESULT KVX_CALL IsToolbarShown(HWND docking, std::int32_t* shown) override;
+    HRESULT KVX_CALL ShowToolbar(HWND docking, std::int32_t show) override;
+    HRESULT KVX_CALL CustomizeToolbar(HWND docking) override;
+    HRESULT KVX_CALL SetStatusText(BSTR) override { return S_OK; }
+
+  private:
+    bool Fails(const char* operation) const { return failing.contains(operation); }
+
+    std::uint32_t nextIdentifier_ = 1;
+};
+
+}  // namespace kvx::test
