@@ -134,6 +134,30 @@ TEST_F(Sessions, WorkspaceBringsBackLinesMarkersAndTheDisplay) {
     EXPECT_TRUE(IsModified());
 }
 
+TEST_F(Sessions, LogThatWasWrittenAnewIsReadAnew) {
+    ASSERT_TRUE(workbench_->Open(log_));
+    const host::OSTracePosition wanted{1000, 2000, 50, 1100, 1510, 1700};
+    ASSERT_EQ(Range()->SetPosition(&wanted), S_OK);
+    workbench_->Trace().MoveContext(0, 2);
+    const service::LineArrangement lines = workbench_->Trace().Lines();
+    QFile log(log_);
+    ASSERT_TRUE(log.open(QIODevice::Append));
+    log.write("[9000] dispatch to task 9.\n");
+    log.close();
+    workbench_->Reload();
+    EXPECT_EQ(workbench_->Trace().GetRecording()->LastTime(), 9000);
+    host::OSTracePosition position;
+    ASSERT_EQ(Range()->GetPosition(&position), S_OK);
+    EXPECT_EQ(position, wanted);
+    EXPECT_EQ(workbench_->Trace().Lines(), lines);
+
+    ASSERT_TRUE(QFile::remove(log_));
+    BoxAnswer box;
+    workbench_->Reload();
+    EXPECT_EQ(box.texts.size(), 1);
+    EXPECT_EQ(workbench_->Trace().GetRecording()->LastTime(), 9000) << "what is open stays";
+}
+
 TEST_F(Sessions, ChangesAreNoticedAndAskedFor) {
     workbench_->Open(log_);
     Open(ids::kOpenOSAnalyze);

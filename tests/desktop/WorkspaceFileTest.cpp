@@ -49,8 +49,7 @@ TEST_F(WorkspaceFileTest, ComesBackAsItWasWritten) {
     EXPECT_EQ(read->workspace.layout, sample.layout);
     EXPECT_EQ(read->workspace.texts, sample.texts);
 
-    Workspace demonstration;
-    demonstration.trace = WorkspaceTrace{};
+    const Workspace demonstration{WorkspaceTrace{}, {}, {}, {}, {}};
     ASSERT_EQ(WriteWorkspace(path_, demonstration), "");
     EXPECT_EQ(ReadWorkspace(path_)->workspace.trace, WorkspaceTrace{}) << "the demonstration";
     ASSERT_EQ(WriteWorkspace(path_, {}), "");

@@ -77,8 +77,9 @@ void MainWindow::ShowTitle(const QString& recording, const QString& workspace, b
     closeWorkspace_->setEnabled(!workspace.isEmpty());
 }
 
-void MainWindow::AllowSaveRecording(bool allow) {
-    saveRecording_->setEnabled(allow);
+void MainWindow::ShowUnsaved(bool unsaved) {
+    saveRecording_->setEnabled(unsaved);
+    reload_->setEnabled(close_->isEnabled() && !unsaved);
 }
 
 void MainWindow::ShowLosses(const service::TraceService& trace) {
@@ -105,6 +106,7 @@ void MainWindow::MakeFileMenu() {
     recentMenu_ = menu->addMenu("Open &Recent");
     saveRecording_ =
         menu->addAction("Save Recordin&g As…", this, [this] { ChooseSavedRecording(); });
+    reload_ = menu->addAction("Re&load", QKeySequence("Ctrl+R"), this, [this] { onReload(); });
     close_ = menu->addAction("&Close", QKeySequence("Ctrl+W"), this, [this] { onClose(); });
     menu->addSeparator();
     menu->addAction("Open &Workspace…", QKeySequence("Ctrl+Alt+O"), this,

@@ -21,6 +21,7 @@ class MainWindow final : public QMainWindow {
     MainWindow(Settings& settings, AppearanceSwitch& appearance);
 
     std::function<void(const QString& path)> onOpen;
+    std::function<void()> onReload;
     std::function<void()> onClose;
     std::function<void(std::uint32_t processor)> onProcessor;
     std::function<void(const QString& path)> onSaveRecording;
@@ -39,7 +40,8 @@ class MainWindow final : public QMainWindow {
     void ShowRecording(const service::TraceService* trace);
     // Names of what is open, empty where nothing is.
     void ShowTitle(const QString& recording, const QString& workspace, bool modified);
-    void AllowSaveRecording(bool allow);
+    // Whether it is in no file yet that stays; one that is can be read anew.
+    void ShowUnsaved(bool unsaved);
     // Losses grow while the recording is decoded.
     void ShowLosses(const service::TraceService& trace);
     // The start page stands in for the docking windows while there are none to see.
@@ -83,6 +85,7 @@ class MainWindow final : public QMainWindow {
     QMenu* traceMenu_ = nullptr;
     QMenu* processorMenu_ = nullptr;
     QMenu* helpMenu_ = nullptr;
+    QAction* reload_ = nullptr;
     QAction* close_ = nullptr;
     QAction* saveRecording_ = nullptr;
     QAction* saveWorkspace_ = nullptr;

@@ -142,6 +142,7 @@ void Workbench::TraceIsIn(const QString& path) {
     tracePath_ = QFileInfo(path).absoluteFilePath();
     window_.Recent().Add(tracePath_);
     window_.ShowRecording(trace_.get());
+    window_.ShowUnsaved(target_ != nullptr);
     ShowState();
 }
 
@@ -149,7 +150,7 @@ void Workbench::RecordingChanged() {
     tracePath_.clear();
     docking_.UpdateCommands();
     window_.ShowRecording(trace_.get());
-    window_.AllowSaveRecording(trace_->GetRecording() && (demonstration_ || target_));
+    window_.ShowUnsaved(trace_->GetRecording() && (demonstration_ || target_));
     ShowState();
 }
 

@@ -43,6 +43,8 @@ class Workbench final : private IWorkspaceHost {
     // Closes it; its windows leave the screen until the next one is shown.
     void CloseRecording();
     void ShowProcessor(std::uint32_t processor);
+    // Reads the file of the recording anew; display, markers and lines stay where they fit.
+    void Reload();
     // Copies a recording that is nowhere else yet: the demonstration, or what a target recorded.
     bool SaveRecording(const QString& path);
 
@@ -92,7 +94,7 @@ class Workbench final : private IWorkspaceHost {
                         QStringList& damage);
     void EnterUsersWorkspace();
     std::optional<WorkspaceTrace> OpenTrace() const;
-    void ShowWorkspaceTrace(const desktop::Workspace& workspace, QStringList& damage);
+    bool ShowWorkspaceTrace(const desktop::Workspace& workspace, QStringList& damage);
     host::IQOSTraceRange* Range();
     bool MayLeaveWorkspace();
 

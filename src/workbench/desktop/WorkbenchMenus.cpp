@@ -20,6 +20,7 @@ constexpr int kLargestBuffer = 10'000'000;
 
 void Workbench::ConnectMenus() {
     window_.onOpen = [this](const QString& path) { Open(path); };
+    window_.onReload = [this] { Reload(); };
     window_.onClose = [this] { CloseRecording(); };
     window_.onSaveRecording = [this](const QString& path) { SaveRecording(path); };
     window_.onOpenWorkspace = [this](const QString& path) { OpenWorkspace(path); };

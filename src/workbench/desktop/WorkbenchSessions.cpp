@@ -112,7 +112,8 @@ void Workbench::EnterWorkspace(const QString& path, const desktop::Workspace& wo
     workspace_.MarkSaved();
 }
 
-void Workbench::ShowWorkspaceTrace(const desktop::Workspace& workspace, QStringList& damage) {
+// False: it cannot be read.
+bool Workbench::ShowWorkspaceTrace(const desktop::Workspace& workspace, QStringList& damage) {
     const WorkspaceTrace& wanted = *workspace.trace;
     OpenedTrace trace =
         wanted.path.isEmpty()
@@ -121,17 +122,28 @@ void Workbench::ShowWorkspaceTrace(const desktop::Workspace& workspace, QStringL
     if (!trace) {
         damage << (trace.GetError().cancelled ? "The trace was not opened."
                                               : FromUtf8(trace.GetError().message));
-        return;
+        return false;
     }
     if (!(*trace)->ShowProcessor(wanted.processor)) {
         damage << QStringLiteral("The trace has no processor %1.").arg(wanted.processor);
     }
     (*trace)->ArrangeLines(workspace.lines);
+    DropRecording();
     ShowInWindows(std::move(*trace));
     if (!wanted.path.isEmpty()) TraceIsIn(wanted.path);
     host::IQOSTraceRange* const range = workspace.position ? Range() : nullptr;
     if (range && range->SetPosition(&*workspace.position) == E_INVALIDARG) {
         damage << "The times that were shown are not in the trace.";
+    }
+    return true;
+}
+
+// A log that was written anew is read anew; what it does not hold any more is no damage.
+void Workbench::Reload() {
+    if (tracePath_.isEmpty() || target_) return;
+    QStringList damage;
+    if (!ShowWorkspaceTrace(Describe(), damage)) {
+        window_.ShowError("Cannot Open Trace", Told(damage));
     }
 }
 
