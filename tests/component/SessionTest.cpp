@@ -119,26 +119,6 @@ TEST(Session, ADockingWindowThatCannotBeMadeLeavesNoWindow) {
     EXPECT_TRUE(host.docking.StateOf(kOpenOSTrace).enabled);
 }
 
-TEST(Session, ALibraryWithoutAFunctionLeavesTheDebuggerDisconnected) {
-    TestHost host;
-    host.trace.Load(SmallTrace());
-    // The resource library is a module too, and exports none of the debugger's functions.
-    const HMODULE wrong = LoadLibrary(BinDirectory() + "/KvxOSTraceExtRes.dll");
-    ASSERT_NE(wrong, nullptr);
-    const HMODULE right = std::exchange(host.debugger.module, wrong);
-    {
-        ModuleBoxes boxes;
-        const Session session(host);
-        EXPECT_EQ(boxes.Take(), std::vector<std::string>{
-                                    "Can not get the address of the function IN1_Get_mcu_info."});
-        host.docking.Command(kOpenOSTrace);
-        host.Send(host::kEventTraceReady);
-        EXPECT_FALSE(host.docking.StateOf(47104).enabled);
-    }
-    host.debugger.module = right;
-    FreeLibrary(wrong);
-}
-
 TEST(Session, ADarkDesktopKeepsTheChartOnLightGround) {
     TestHost host;
     const ModuleBoxes boxes;

@@ -8,6 +8,17 @@
 #include "platform/qt/QtBackend.h"
 
 namespace kvx::test {
+namespace {
+
+// Another object that stands under the identifier stays.
+HRESULT Forget(std::map<GUID, void*>& objects, const GUID& id, void* object) {
+    const auto found = objects.find(id);
+    if (found == objects.end() || found->second != object) return E_INVALIDARG;
+    objects.erase(found);
+    return S_OK;
+}
+
+}  // namespace
 std::string BinDirectory() {
     const char* directory = std::getenv("KVX_BIN_DIR");
     return directory ? directory : "bin";
@@ -97,18 +108,16 @@ HRESULT TestHost::AddService(const GUID& service, void* implementation) {
 }
 
 HRESULT TestHost::Unadvise(const GUID& id, void* client) {
-    if (advised[id] == client) advised.erase(id);
-    return S_OK;
+    return Forget(advised, id, client);
 }
 
 HRESULT TestHost::RemoveService(const GUID& service, void* implementation) {
-    if (offered[service] == implementation) offered.erase(service);
-    return S_OK;
+    return Forget(offered, service, implementation);
 }
 
-TestModule::TestModule() {
+TestModule::TestModule(const std::string& directory) {
     CString error;
-    module_ = LoadLibrary(BinDirectory() + "/KvxOSTrace.dll", &error);
+    module_ = LoadLibrary(directory + "/KvxOSTrace.dll", &error);
     EXPECT_NE(module_, nullptr) << error;
 }
 

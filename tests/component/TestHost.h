@@ -20,6 +20,9 @@
 
 namespace kvx::test {
 
+// Where the build puts modules.
+std::string BinDirectory();
+
 class TestHost : public Counted<IQHost> {
   public:
     // Offers everything; a test takes away what it does not want.
@@ -77,7 +80,7 @@ class TestHost : public Counted<IQHost> {
 // The module under test, loaded as a host loads it, and unloaded with the object.
 class TestModule {
   public:
-    TestModule();
+    explicit TestModule(const std::string& directory = BinDirectory());
     ~TestModule();
     template <class Function>
     Function Entry(const char* name) const {
@@ -114,7 +117,5 @@ class Session {
     IQComponent* component_;
     HRESULT status_;
 };
-
-std::string BinDirectory();
 
 }  // namespace kvx::test

@@ -1,5 +1,7 @@
 #include "component/TestServices.h"
 
+#include <gtest/gtest.h>
+
 #include "component/TestHost.h"
 #include "platform/Text.h"
 
@@ -15,17 +17,23 @@ HRESULT TestDebuggerLibrary::GetBaseName(BSTR* name) {
     return S_OK;
 }
 
+std::map<std::string, std::string>& TestStore::Of(const WorkspaceKey& key) {
+    EXPECT_EQ(key.owner, host::kFrameworkOwner);
+    return key.a || key.b || key.workspace || key.d ? texts : own;
+}
+
 HRESULT TestStore::WriteText(const WorkspaceKey* key, BSTR name, BSTR text) {
     if (failing) return E_FAIL;
-    texts[ToUtf8(name)] = ToUtf8(text);
-    where[ToUtf8(name)] = FormatText("%d %d %s %d", int(key->a), int(key->b),
-                                     ToUtf8(key->workspace).c_str(), int(key->d));
+    Of(*key)[ToUtf8(name)] = ToUtf8(text);
+    where = FormatText("%d %d %s %d", int(key->a), int(key->b), ToUtf8(key->workspace).c_str(),
+                       int(key->d));
     return S_OK;
 }
 
-HRESULT TestStore::ReadText(const WorkspaceKey*, BSTR name, BSTR* text) {
-    const auto found = texts.find(ToUtf8(name));
-    if (failing || found == texts.end()) return E_FAIL;
+HRESULT TestStore::ReadText(const WorkspaceKey* key, BSTR name, BSTR* text) {
+    const auto& from = Of(*key);
+    const auto found = from.find(ToUtf8(name));
+    if (failing || found == from.end()) return E_FAIL;
     *text = ToBstr(found->second);
     return S_OK;
 }

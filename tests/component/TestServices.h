@@ -50,11 +50,15 @@ class TestErrors : public Counted<IQErrorService> {
 
 class TestStore : public Counted<IQWorkspaceStoreService> {
   public:
-    std::map<std::string, std::string> texts;
-    std::map<std::string, std::string> where;  // workspace and numbers of the texts' keys
+    std::map<std::string, std::string> texts;  // of the workspace
+    std::map<std::string, std::string> own;    // of the user, outside any workspace
+    std::string where;                         // "a b workspace d" of the latest text written
     bool failing = false;
     HRESULT KVX_CALL WriteText(const WorkspaceKey* key, BSTR name, BSTR text) override;
     HRESULT KVX_CALL ReadText(const WorkspaceKey* key, BSTR name, BSTR* text) override;
+
+  private:
+    std::map<std::string, std::string>& Of(const WorkspaceKey& key);
 };
 
 class TestProperties : public Counted<IQPropertyStore> {

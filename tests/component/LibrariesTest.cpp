@@ -1,0 +1,127 @@
+// The libraries beside the component: a resource library that is refused, debugger libraries that
+// lack a function or are not there.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "component/ModuleBoxes.h"
+#include "component/SmallTrace.h"
+#include "component/TestHost.h"
+
+namespace kvx::test {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+
+constexpr std::uint32_t kOpenOSTrace = 32770;
+constexpr std::uint32_t kExpand = 47104;
+constexpr std::uint32_t kTraceStop = 47402;
+
+// The component in a folder of its own, with the resource library of a test or without one.
+class CopiedModule {
+  public:
+    explicit CopiedModule(const std::string& resources) {
+        folder_ = fs::temp_directory_path() / ("kvx_component_" + std::to_string(::getpid()));
+        fs::create_directories(folder_);
+        const fs::path from = BinDirectory();
+        fs::copy_file(from / "libKvxOSTrace.so", folder_ / "libKvxOSTrace.so");
+        if (!resources.empty()) {
+            fs::copy_file(from / ("libresource_" + resources + ".so"),
+                          folder_ / "libKvxOSTraceExtRes.so");
+        }
+    }
+    ~CopiedModule() { fs::remove_all(folder_); }
+    std::string Folder() const { return folder_.string(); }
+
+  private:
+    fs::path folder_;
+};
+
+TEST(Libraries, ARefusedResourceLibraryIsOneMessageAndNoStart) {
+    struct Case {
+        const char* resources;
+        const char* message;
+    };
+    for (const Case& each : {Case{"product", "Incorrect version of Resources - exiting"},
+                             {"ordinal", "Incorrect version of Resources - exiting"},
+                             {"type", "is not a resources Dll"},
+                             {"", "Error loading resource DLL "}}) {
+        TestHost host;
+        ModuleBoxes boxes;
+        const CopiedModule copy(each.resources);
+        const TestModule module(copy.Folder());
+        module.Entry<CreateInstanceFn>("CreateInstance")(3);
+        auto* const component = module.Query<IQComponent>(3, host::kComponent);
+        EXPECT_EQ(component->Initialize(&host, 1), E_FAIL);
+        EXPECT_THAT(boxes.Take(), ElementsAre(::testing::HasSubstr(each.message)));
+        host.ExpectNothingLeft();
+        EXPECT_EQ(component->Notify(nullptr), S_OK);
+        EXPECT_EQ(component->Terminate(1), E_FAIL);
+        module.Entry<DestroyInstanceFn>("DestroyInstance")(3);
+    }
+}
+
+// Replaces the host's debugger library for the life of the object.
+class OtherDebugger {
+  public:
+    OtherDebugger(TestHost& host, const std::string& name) : host_(host) {
+        if (!name.empty()) module_ = LoadLibrary(BinDirectory() + "/" + name);
+        right_ = std::exchange(host_.debugger.module, module_);
+    }
+    ~OtherDebugger() {
+        host_.debugger.module = right_;
+        if (module_) FreeLibrary(module_);
+    }
+
+  private:
+    TestHost& host_;
+    HMODULE module_ = nullptr;
+    HMODULE right_ = nullptr;
+};
+
+TEST(Libraries, ADebuggerWithoutAFunctionIsOneMessageUntilTheNextConnection) {
+    for (const auto& [library, function] :
+         {std::pair{"debugger_no_eval.dll", "EXP_Eval"},
+          std::pair{"KvxOSTraceExtRes.dll", "IN1_Get_mcu_info"}}) {
+        TestHost host;
+        ModuleBoxes boxes;
+        host.trace.Load(SmallTrace());
+        const Session session(host, false);
+        {
+            const OtherDebugger wrong(host, library);
+            host.Send(host::kEventDebuggerConnected);
+            EXPECT_THAT(boxes.Take(), ElementsAre("Can not get the address of the function " +
+                                                  std::string(function) + "."));
+            host.docking.Command(kOpenOSTrace);
+            host.Send(host::kEventTargetConnected);
+            host.Send(host::kEventTraceReady);
+            EXPECT_FALSE(host.docking.StateOf(kExpand).enabled);
+            EXPECT_EQ(host.trace.Decoded(), 0u);
+        }
+        host.Send(host::kEventDebuggerConnected);
+        host.Send(host::kEventTargetConnected);
+        host.Send(host::kEventTraceReady);
+        EXPECT_TRUE(host.docking.StateOf(kExpand).enabled);
+    }
+}
+
+TEST(Libraries, WithoutADebuggerLibraryTheHostPerformsTheFunctions) {
+    TestHost host;
+    ModuleBoxes boxes;
+    host.trace.Load(SmallTrace());
+    const OtherDebugger none(host, "");
+    const Session session(host);
+    host.docking.Command(kOpenOSTrace);
+    host.Send(host::kEventTraceReady);
+    EXPECT_TRUE(host.docking.StateOf(kExpand).enabled);
+    host.runState.running = true;
+    host.docking.StateOf(kTraceStop);
+    EXPECT_THAT(host.debuggerCalls.called, Contains("IN1_Get_service_info"));
+}
+
+}  // namespace
+}  // namespace kvx::test
