@@ -4,7 +4,8 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
-#include <QStyle>
+
+#include "workbench/desktop/TargetIcons.h"
 
 namespace kvx::desktop {
 namespace {
@@ -43,9 +44,9 @@ TargetMenu::TargetMenu(QMainWindow& window, QAction* before)
     go_->setToolTip("Let the target run and record");
     stop_->setToolTip("Stop the target and show what was recorded");
     reset_->setToolTip("Set the target back to its start");
-    go_->setIcon(window.style()->standardIcon(QStyle::SP_MediaPlay));
-    stop_->setIcon(window.style()->standardIcon(QStyle::SP_MediaStop));
-    reset_->setIcon(window.style()->standardIcon(QStyle::SP_MediaSkipBackward));
+    go_->setIcon(GoIcon());
+    stop_->setIcon(StopIcon());
+    reset_->setIcon(ResetIcon());
     toolbar_->setObjectName("Target");
     toolbar_->setIconSize({16, 16});
     toolbar_->addActions({go_, stop_, reset_});
