@@ -70,13 +70,17 @@ RECT StraightLineRect(POINT from, POINT to, int width, const PixelGrid& grid) {
 void DrawStraight(Surface& surface, const RECT& area, bool horizontal, const LinePattern& pen) {
     if (pen.style == PS_SOLID) return FillSolid(surface, area, pen.colour);
     const Dashes dashes = DashesOf(pen.style, surface.Grid());
-    for (int y = area.top; y < area.bottom; ++y) {
+    const auto next = [&dashes](int phase) { return ++phase == dashes.period ? 0 : phase; };
+    int rowPhase = area.top % dashes.period;
+    for (int y = area.top; y < area.bottom; ++y, rowPhase = next(rowPhase)) {
         std::uint32_t* row = surface.Row(y);
+        int phase = horizontal ? area.left % dashes.period : rowPhase;
         for (int x = area.left; x < area.right; ++x) {
-            if (dashes.Marks(horizontal ? x : y))
+            if (phase < dashes.on)
                 row[x] = ToPixel(pen.colour);
             else if (pen.gap)
                 row[x] = ToPixel(*pen.gap);
+            if (horizontal) phase = next(phase);
         }
     }
 }

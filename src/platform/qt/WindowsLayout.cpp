@@ -192,8 +192,10 @@ POINT QtWindows::ClientOrigin(HWND window) const {
 
 PixelGrid QtWindows::Grid(HWND window) const {
     const QWidget* const widget = ToWidget(window);
+    const double ratio = widget->devicePixelRatioF();
+    if (ratio == 1) return {};
     const QPoint origin = widget->mapTo(widget->window(), widget->contentsRect().topLeft());
-    return {widget->devicePixelRatioF(), ToPoint(origin)};
+    return {ratio, ToPoint(origin)};
 }
 
 void QtWindows::Present(HWND window, const RECT& client, bool atOnce) {
