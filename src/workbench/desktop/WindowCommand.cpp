@@ -94,6 +94,11 @@ int WriteDemonstrationResults(const cli::Streams& streams) {
 
 int RunWorkbench(const std::string& file, const cli::Streams& streams) {
     if (IsDisplayThere()) return RunWindow(file);
+    if (IsWorkspaceName(QFile::decodeName(file.c_str()))) {
+        streams.error << "kvxostrace: " << file
+                      << ": a workspace opens in a window, and there is no display\n";
+        return cli::kExitFailed;
+    }
     return file.empty() ? WriteDemonstrationResults(streams) : WriteResults(file, streams);
 }
 
