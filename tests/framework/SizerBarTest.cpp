@@ -1,23 +1,39 @@
-// The sizer bar in a window of its own: limits, notification, cancelled drags.
+// The sizer bar in a window that owns a layout: limits, notification, the bar that follows the
+// mouse, cancelled drags.
+
+#include "framework/SizerBar.h"
 
 #include <gtest/gtest.h>
 
+#include <QImage>
+#include <QPixmap>
+#include <QWidget>
 #include <vector>
 
-#include "framework/SizerBar.h"
+#include "platform/Cursor.h"
 #include "platform/Keys.h"
 #include "platform/qt/QtBackend.h"
 
 namespace {
 
-constexpr UINT kTop = 10;
+constexpr UINT kFirst = 10;
 constexpr UINT kBar = 11;
-constexpr UINT kBottom = 12;
+constexpr UINT kSecond = 12;
 constexpr UINT kEnd = 0xFFFFFFFFu;
+constexpr int kThickness = 6;
 
+// Moves the border when its bar tells that it was moved.
 class LayoutWindow : public CWnd {
   public:
+    CWinMgr* manager = nullptr;
     std::vector<CPoint> moved;
+    // What the parts want, in both directions; 0: anything.
+    struct Wish {
+        UINT id = 0;
+        int least = 0;
+        int most = 0;
+    };
+    std::vector<Wish> wishes{{kFirst, 20, 0}};
 
   protected:
     const MessageMap& GetMessageMap() const override {
@@ -26,76 +42,162 @@ class LayoutWindow : public CWnd {
         static const MessageMap kMap{&CWnd::GetMessageMap(), kEntries};
         return kMap;
     }
-    // The upper window wants to stay at least 20 high.
     LRESULT OnWinMgr(WPARAM id, LPARAM notify) {
         auto* const record = reinterpret_cast<WINMGRNOTIFY*>(notify);
-        if (record->code == kWinMgrSizeBarMoved) moved.push_back(record->moved);
-        if (record->code != kWinMgrGetSizeInfo || id != kTop) return 0;
-        record->sizeInfo.minimum.cy = 20;
-        return 1;
+        if (record->code == kWinMgrSizeBarMoved) {
+            moved.push_back(record->moved);
+            manager->MoveRect(static_cast<UINT>(id), record->moved, this);
+            manager->SetWindowPositions(this);
+            return 1;
+        }
+        LRESULT handled = 0;
+        for (const Wish& wish : wishes) {
+            if (record->code != kWinMgrGetSizeInfo || id != wish.id) continue;
+            if (wish.least) record->sizeInfo.minimum = {wish.least, wish.least};
+            if (wish.most) record->sizeInfo.maximum = {wish.most, wish.most};
+            handled = 1;
+        }
+        return handled;
     }
+};
+
+// A window of 200 x 300 with a bar between two others, above each other or side by side.
+class Layout {
+  public:
+    explicit Layout(bool columns = false)
+        : table_{{std::uint16_t((columns ? RCCOLGROUP : RCROWGROUP) | RCREST), 0, 0},
+                 {RCPERCENT, kFirst, 30},
+                 {RCFIXED, kBar, kThickness},
+                 {RCREST, kSecond, 0},
+                 {RCENDGROUP, kEnd, 0},
+                 {0, kEnd, 0}},
+          manager_(table_) {
+        window.manager = &manager_;
+        EXPECT_TRUE(window.Create(WS_OVERLAPPED | WS_VISIBLE, {0, 0, 200, 300}, HWND{}, 0));
+        EXPECT_TRUE(first.Create(WS_CHILD | WS_VISIBLE, RECT{}, &window, kFirst));
+        EXPECT_TRUE(second.Create(WS_CHILD | WS_VISIBLE, RECT{}, &window, kSecond));
+        EXPECT_TRUE(bar.Create(WS_CHILD | WS_VISIBLE, &window, manager_, kBar, RECT{}));
+        manager_.CalcLayout(&window);
+        manager_.SetWindowPositions(&window);
+    }
+    ~Layout() { window.DestroyWindow(); }
+    void Send(UINT message, int x, int y) {
+        bar.SendMessage(message, MK_LBUTTON, MakePointParam(x, y));
+    }
+    void Drag(CPoint from, CPoint to) {
+        Send(WM_LBUTTONDOWN, from.x, from.y);
+        Send(WM_MOUSEMOVE, (from.x + to.x) / 2, (from.y + to.y) / 2);
+        Send(WM_MOUSEMOVE, to.x, to.y);
+        Send(WM_LBUTTONUP, to.x, to.y);
+    }
+    QWidget* Widget(CWnd& wnd) const { return reinterpret_cast<QWidget*>(wnd.GetSafeHwnd()); }
+    QImage Picture() { return Widget(window)->grab().toImage(); }
+
+  private:
+    WINRECT table_[6];
+    CWinMgr manager_;
+
+  public:
+    LayoutWindow window;
+    CWnd first;
+    CWnd second;
+    CSizerBar bar;
 };
 
 class SizerBar : public ::testing::Test {
   protected:
-    SizerBar()
-        : table_{{RCROWGROUP | RCREST, 0, 0}, {RCPERCENT, kTop, 30}, {RCFIXED, kBar, 6},
-                 {RCREST, kBottom, 0},        {RCENDGROUP, kEnd, 0}, {0, kEnd, 0}},
-          manager_(table_) {}
-
-    void SetUp() override {
-        kvx::InstallQtBackend();
-        ASSERT_TRUE(window_.Create(WS_OVERLAPPED | WS_VISIBLE, {0, 0, 200, 300}, HWND{}, 0));
-        ASSERT_TRUE(top_.Create(WS_CHILD | WS_VISIBLE, RECT{}, &window_, kTop));
-        ASSERT_TRUE(bottom_.Create(WS_CHILD | WS_VISIBLE, RECT{}, &window_, kBottom));
-        ASSERT_TRUE(bar_.Create(WS_CHILD | WS_VISIBLE, &window_, manager_, kBar, RECT{}));
-        manager_.CalcLayout(&window_);
-        manager_.SetWindowPositions(&window_);
-    }
-    void TearDown() override {
-        window_.DestroyWindow();
-        kvx::RemoveQtBackend();
-    }
-    void Send(UINT message, int x, int y) {
-        bar_.SendMessage(message, MK_LBUTTON, MakePointParam(x, y));
-    }
-
-    WINRECT table_[6];
-    CWinMgr manager_;
-    LayoutWindow window_;
-    CWnd top_;
-    CWnd bottom_;
-    CSizerBar bar_;
+    static void SetUpTestSuite() { kvx::InstallQtBackend(); }
+    static void TearDownTestSuite() { kvx::RemoveQtBackend(); }
 };
 
-TEST_F(SizerBar, TellsHowFarItMovedAcrossItself) {
-    Send(WM_LBUTTONDOWN, 3, 2);
-    Send(WM_MOUSEMOVE, 43, 10);
-    Send(WM_LBUTTONUP, 43, 17);
-    EXPECT_EQ(window_.moved, (std::vector<CPoint>{{0, 15}}));
-    Send(WM_MOUSEMOVE, 43, 30);
-    Send(WM_LBUTTONUP, 43, 30);
-    EXPECT_EQ(window_.moved.size(), 1u);
-    const int before = manager_.GetRect(kTop).Height();
-    manager_.MoveRect(kBar, window_.moved[0], &window_);
-    EXPECT_EQ(manager_.GetRect(kTop).Height(), before + 15);
+using Points = std::vector<CPoint>;
+
+TEST_F(SizerBar, MovesTheBorderAcrossItself) {
+    Layout layout;
+    const int before = layout.first.GetWindowRect().Height();
+    const int bottom = layout.second.GetWindowRect().bottom;
+    layout.Drag({3, 2}, {43, 17});
+    EXPECT_EQ(layout.window.moved, (Points{{0, 15}}));
+    EXPECT_EQ(layout.first.GetWindowRect().Height(), before + 15);
+    EXPECT_EQ(layout.second.GetWindowRect().top, layout.bar.GetWindowRect().bottom);
+    EXPECT_EQ(layout.second.GetWindowRect().bottom, bottom);
+    // The mouse without a drag moves nothing.
+    layout.Send(WM_MOUSEMOVE, 43, 30);
+    layout.Send(WM_LBUTTONUP, 43, 30);
+    EXPECT_EQ(layout.window.moved.size(), 1u);
+
+    Layout columns(true);
+    columns.Drag({2, 3}, {22, 90});
+    EXPECT_EQ(columns.window.moved, (Points{{20, 0}}));
 }
 
-TEST_F(SizerBar, StopsAtTheLeastHeightOfItsNeighbour) {
-    Send(WM_LBUTTONDOWN, 3, 2);
-    Send(WM_MOUSEMOVE, 3, -200);
-    Send(WM_LBUTTONUP, 3, -200);
-    const int least = 20;
-    EXPECT_EQ(window_.moved, (std::vector<CPoint>{{0, least - manager_.GetRect(kTop).Height()}}));
+// The bar's own thickness counts into the most that a neighbour may have.
+TEST_F(SizerBar, StopsAtTheLimitsOfBothNeighbours) {
+    struct Case {
+        LayoutWindow::Wish wish;
+        int pull;
+        int firstHeight;  // after it
+    };
+    const int whole = 300 - kThickness;
+    for (const Case& each : {Case{{kFirst, 20, 0}, -250, 20},
+                             {{kFirst, 0, 150}, 250, 150 - kThickness},
+                             {{kSecond, 40, 0}, 280, whole - 40},
+                             {{kSecond, 0, 240}, -80, 300 - 240}}) {
+        Layout layout;
+        layout.window.wishes = {each.wish};
+        const int before = layout.first.GetWindowRect().Height();
+        layout.Drag({3, 2}, {3, 2 + each.pull});
+        EXPECT_EQ(layout.window.moved, (Points{{0, each.firstHeight - before}}));
+        EXPECT_EQ(layout.first.GetWindowRect().Height(), each.firstHeight);
+    }
+}
+
+// The cursor that the bar asks for.
+HCURSOR CursorOver(CSizerBar& bar) {
+    SetCursor(LoadStandardCursor(IDC_ARROW));
+    EXPECT_EQ(bar.SendMessage(WM_SETCURSOR, 0, 0), 1);
+    return SetCursor(LoadStandardCursor(IDC_ARROW));
+}
+
+TEST_F(SizerBar, ItsShapeWhenItIsFirstAskedDecidesItsDirection) {
+    Layout horizontal;
+    EXPECT_EQ(CursorOver(horizontal.bar), LoadStandardCursor(IDC_SIZENS));
+    Layout layout;
+    layout.bar.MoveWindow(0, 90, 5, 5);
+    EXPECT_EQ(CursorOver(layout.bar), LoadStandardCursor(IDC_SIZEWE));
+    layout.bar.MoveWindow(0, 90, 200, 5);  // too late
+    EXPECT_EQ(CursorOver(layout.bar), LoadStandardCursor(IDC_SIZEWE));
+}
+
+TEST_F(SizerBar, AnInvertedBarFollowsTheMouseAndLeavesNoTrace) {
+    Layout layout;
+    const QImage before = layout.Picture();
+    CPoint corner = layout.bar.GetWindowRect().TopLeft();
+    layout.window.ScreenToClient(&corner);
+    const int top = corner.y;
+    layout.Send(WM_LBUTTONDOWN, 3, 2);
+    layout.Send(WM_MOUSEMOVE, 3, 42);
+    const QImage during = layout.Picture();
+    for (int y = 0; y < before.height(); ++y) {
+        const bool inBar = y >= top + 40 && y < top + 40 + kThickness;
+        EXPECT_EQ(during.pixel(100, y) != before.pixel(100, y), inBar) << y;
+    }
+    layout.Send(WM_LBUTTONUP, 3, 42);
+    EXPECT_EQ(layout.Picture(), before);
 }
 
 TEST_F(SizerBar, EscapeAndACancelledModeEndADragSilently) {
     for (const UINT message : {WM_CHAR, WM_CANCELMODE}) {
-        Send(WM_LBUTTONDOWN, 3, 2);
-        Send(WM_MOUSEMOVE, 3, 20);
-        bar_.SendMessage(message, VK_ESCAPE);
-        Send(WM_LBUTTONUP, 3, 20);
-        EXPECT_TRUE(window_.moved.empty());
+        Layout layout;
+        const QImage before = layout.Picture();
+        layout.Send(WM_LBUTTONDOWN, 3, 2);
+        layout.Send(WM_MOUSEMOVE, 3, 20);
+        layout.bar.SendMessage(WM_CHAR, 'x');  // does not end it
+        EXPECT_NE(layout.Picture(), before);
+        layout.bar.SendMessage(message, VK_ESCAPE);
+        EXPECT_EQ(layout.Picture(), before);
+        layout.Send(WM_LBUTTONUP, 3, 20);
+        EXPECT_TRUE(layout.window.moved.empty());
     }
 }
 
