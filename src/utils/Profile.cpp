@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
 #include <fstream>
 #include <optional>
 #include <string_view>
@@ -38,7 +39,12 @@ class ProfileLines {
     explicit ProfileLines(const CString& file) {
         std::ifstream in(file, std::ios::binary);
         for (CString line; std::getline(in, line);) lines_.push_back(line);
+        std::error_code error;
+        wereRead_ = in.is_open() ? !in.bad() : !std::filesystem::exists(file, error);
     }
+
+    // False for a file that is there but cannot be read.
+    bool WereRead() const { return wereRead_; }
 
     std::optional<CString> Find(const CString& section, const CString& key) const {
         const auto [begin, end] = Section(section);
@@ -93,7 +99,12 @@ class ProfileLines {
     }
 
     std::vector<CString> lines_;
+    bool wereRead_ = false;
 };
+
+bool Holds(const CString& text, const char* characters) {
+    return text.find_first_of(characters) != CString::npos;
+}
 
 int HexDigit(char c) {
     if (c >= '0' && c <= '9') return c - '0';
@@ -130,7 +141,9 @@ bool AfxGetProfileStruct(const CString& file, const CString& section, const CStr
 
 bool AfxWriteProfileString(const CString& file, const CString& section, const CString& key,
                            const CString& value) {
+    if (Holds(section, "\r\n]") || Holds(key, "\r\n=") || Holds(value, "\r\n")) return false;
     ProfileLines lines(file);
+    if (!lines.WereRead()) return false;
     lines.Set(section, key, value);
     return lines.Write(file);
 }

@@ -16,7 +16,8 @@ KVX_EXPORT int AfxGetProfileInt(const CString& file, const CString& section, con
 KVX_EXPORT bool AfxGetProfileStruct(const CString& file, const CString& section, const CString& key,
                                     std::span<std::byte> out);
 
-// Each keeps every other line of the file. False when the file cannot be written.
+// Each keeps every other line of the file. False, and nothing is written, when the file cannot be
+// read or written, or when section, key or value would not read back as they are.
 KVX_EXPORT bool AfxWriteProfileString(const CString& file, const CString& section,
                                       const CString& key, const CString& value);
 KVX_EXPORT bool AfxWriteProfileInt(const CString& file, const CString& section, const CString& key,
