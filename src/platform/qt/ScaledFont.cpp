@@ -13,6 +13,15 @@ namespace {
 
 constexpr double kStep = 1.0 / 64;
 
+// How far the hinted glyphs reach below the baseline; the font's own descent is that of its
+// outlines.
+long Below(const QRawFont& font) {
+    double lowest = font.descent();
+    for (const quint32 glyph : font.glyphIndexesForString(QStringLiteral("gjpqy(")))
+        lowest = std::max(lowest, font.boundingRect(glyph).bottom());
+    return std::lround(lowest);
+}
+
 }  // namespace
 
 // The toolkit does not hint fonts on a scaled screen; level strokes are sharp only when it does.
@@ -31,7 +40,7 @@ void ScaledFont::FitInto(int ascent, int height) {
     for (; scale_ > ratio_ / 2; scale_ -= kStep) {
         raw.setPixelSize(size * scale_);
         above = std::lround(raw.ascent());
-        below = std::lround(raw.descent());
+        below = Below(raw);
         if (above + below <= height) break;
     }
     baseline_ = static_cast<int>(std::min(std::lround(ascent * ratio_), height - below));

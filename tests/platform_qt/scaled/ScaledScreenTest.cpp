@@ -2,6 +2,7 @@
 // a pixel of the screen, wherever the window begins.
 
 #include <QImage>
+#include <QPainter>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -181,6 +182,32 @@ TEST_F(ScaledTextTest, NoGlyphIsCutOff) {
             if (!InkOf(engine.Render(font, "_", 1)).IsRectEmpty()) {
                 EXPECT_FALSE(InkOf(engine.Render(font, "_", ratio)).IsRectEmpty())
                     << face << height;
+            }
+        }
+    }
+}
+
+TEST_F(ScaledTextTest, InkStaysInsideTheCell) {
+    constexpr int kMargin = 20;
+    for (const char* face : {"Courier New", "MS Sans Serif"}) {
+        for (int height = -9; height > -28; --height) {
+            const TEXTMETRIC metrics = engine.Metrics(Font(face, height));
+            const kvx::qt::ScaledFont font(kvx::qt::RealFont(Font(face, height)), metrics.tmAscent,
+                                           metrics.tmDescent, ratio);
+            const auto cell = static_cast<int>(metrics.tmHeight * ratio);
+            QImage image(600, cell + 2 * kMargin, QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::transparent);
+            QPainter painter(&image);
+            painter.setPen(Qt::white);
+            painter.translate(0, kMargin);
+            font.Draw(painter, 10, "gjpqy_()[]{}Qbdfhkl|", 250);
+            painter.end();
+            for (int y = 0; y < image.height(); ++y) {
+                if (y >= kMargin && y < kMargin + cell) continue;
+                int ink = 0;
+                for (int x = 0; x < image.width(); ++x)
+                    ink = std::max(ink, qAlpha(image.pixel(x, y)));
+                EXPECT_LT(ink, 64) << face << height << " row " << y - kMargin << " of " << cell;
             }
         }
     }
