@@ -1,6 +1,7 @@
 #include "sink/OSTraceInstanceCtrl.h"
 
 #include "host/CommandIds.h"
+#include "trace/TraceData.h"
 #include "traceview/TraceView.h"
 
 namespace ids = kvx::ids;
@@ -22,8 +23,12 @@ const IViewSender* CKvxOSTraceInstanceCtrl::Sender() const {
     return frame_.TraceView();
 }
 
+// A new window begins with nothing decoded: what an earlier one left is discarded.
 void CKvxOSTraceInstanceCtrl::ConnectView() {
-    if (COSTraceView* view = frame_.TraceView()) view->Connect(data_, *this);
+    COSTraceView* const view = frame_.TraceView();
+    if (!view) return;
+    data_.engine.Clear(view, 1);
+    view->Connect(data_, *this);
 }
 
 void CKvxOSTraceInstanceCtrl::RegisterGroups(IDockingManager& docking) {

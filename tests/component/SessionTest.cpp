@@ -29,7 +29,9 @@ TEST(Session, OneWindowOpensAndShowsTheTrace) {
     window->IsOpen(&open);
     EXPECT_EQ(open, 0);
 
+    host.trace.DecodeAll();  // by whom or whenever
     EXPECT_EQ(host.docking.Command(kOpenOSTrace), S_OK);
+    EXPECT_EQ(host.trace.Decoded(), 300u);
     window->IsOpen(&open);
     EXPECT_EQ(open, 0xFFFF);
     EXPECT_EQ(host.docking.states[host.docking.Docking()], kDockShow);
