@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QImage>
 #include <QPixmap>
+#include <QTest>
 #include <QWidget>
 
 #include "component/ModuleBoxes.h"
@@ -39,6 +40,12 @@ TEST(Session, OneWindowOpensAndShowsTheTrace) {
     EXPECT_EQ(host.trace.Decoded(), 300u);
     EXPECT_TRUE(host.docking.StateOf(47104).enabled);  // Expand
 
+    // It counts as open also while it is hidden.
+    EXPECT_EQ(host.docking.Command(32769), S_OK);
+    EXPECT_EQ(host.docking.states[host.docking.Docking()], kDockHide);
+    window->IsOpen(&open);
+    EXPECT_EQ(open, 0xFFFF);
+
     // A second open command shows the window that is there.
     host.docking.states.clear();
     EXPECT_EQ(host.docking.Command(kOpenOSTrace), S_OK);
@@ -47,6 +54,35 @@ TEST(Session, OneWindowOpensAndShowsTheTrace) {
 
     host.Send(host::kEventTargetDisconnected);
     EXPECT_FALSE(host.docking.StateOf(47104).enabled);
+}
+
+TEST(Session, AChangedDisplayIsNewsToAllViewsButItsSender) {
+    TestHost host;
+    const ModuleBoxes boxes;
+    host.trace.Load(SmallTrace());
+    const Session session(host);
+    host.docking.Command(kOpenOSTrace);
+    host.docking.Command(32773);
+    host.Send(host::kEventTraceReady);
+    host.docking.Command(47501);  // the table of system calls follows the indicator
+    const HWND analyze = host.docking.Docking();
+    QWidget* const view = reinterpret_cast<QWidget*>(analyze)->childAt(100, 150);
+    ASSERT_NE(view, nullptr);
+    host.broadcasts.clear();
+    QTest::mouseClick(view, Qt::LeftButton, {}, {60, 60});  // goes to the call of a row
+    ASSERT_FALSE(host.broadcasts.empty());
+    EXPECT_EQ(host.broadcasts.back().id, host::kEventDisplayChanged);
+    const std::uintptr_t sender = host.broadcasts.back().datum;
+    EXPECT_NE(sender, 0u);
+
+    const auto readsOf = [&](std::uintptr_t datum) {
+        const std::uint64_t before = host.trace.reads;
+        host.Send(host::kEventDisplayChanged, datum);
+        return host.trace.reads - before;
+    };
+    EXPECT_EQ(readsOf(sender), 0u);
+    EXPECT_GT(readsOf(0), 0u);
+    EXPECT_GT(readsOf(sender + 1), 0u);  // no view at all
 }
 
 TEST(Session, AnExactRangeDecodesNoMoreThanItNeeds) {

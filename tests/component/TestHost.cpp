@@ -77,7 +77,7 @@ HRESULT TestHost::QueryInterface(const GUID& id, void** out) {
 }
 
 HRESULT TestHost::BroadcastEvent(const EventRecord* record) {
-    broadcasts.push_back(record->id);
+    broadcasts.push_back(*record);
     for (IQComponent* component : components) component->Notify(record);
     return S_OK;
 }

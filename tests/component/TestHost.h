@@ -46,7 +46,7 @@ class TestHost : public Counted<IQHost> {
     std::map<GUID, void*> services;
     std::map<GUID, void*> advised;
     std::map<GUID, void*> offered;  // by the component
-    std::vector<GUID> broadcasts;
+    std::vector<EventRecord> broadcasts;
     std::vector<IQComponent*> components;  // that receive broadcasts
 
     // What GetService answers; unset: the service, as far as there is one.
