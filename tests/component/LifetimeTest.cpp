@@ -6,6 +6,7 @@
 #include "component/SmallTrace.h"
 #include "component/TestHost.h"
 #include "host/FormatViewClient.h"
+#include "platform/WinApp.h"
 
 namespace kvx::test {
 namespace {
@@ -126,6 +127,51 @@ TEST(Lifetime, DockingWindowsThatGoWithoutAWord) {
     EXPECT_EQ(host.docking.windows.size(), 1u);
     window->IsOpen(&open);
     EXPECT_EQ(open, 0xFFFF);
+}
+
+TEST(Lifetime, AHostWithoutAMainWindow) {
+    TestHost host;
+    const ModuleBoxes boxes;
+    AfxSetMainWnd(nullptr);
+    const Session session(host);
+    EXPECT_EQ(session.Status(), S_OK);
+    for (const GUID& event : kEvents) host.Send(event);
+    EXPECT_EQ(host.docking.Command(kOpenOSTrace), E_FAIL);  // its menus went nowhere
+}
+
+TEST(Lifetime, AMainWindowThatGoesBeforeTheEnd) {
+    TestHost host;
+    const ModuleBoxes boxes;
+    host.trace.Load(SmallTrace());
+    const Session session(host);
+    host.docking.Command(kOpenOSTrace);
+    host.docking.Command(kOpenOSAnalyze);
+    host.Send(host::kEventTraceReady);
+    host.docking.main->DestroyWindow();
+    for (const GUID& event : kEvents) host.Send(event);
+    EXPECT_EQ(host.docking.Command(kOpenOSTrace), S_OK);  // there is nothing to open it in
+    EXPECT_EQ(host.docking.Control(), nullptr);
+}
+
+TEST(Lifetime, EventsComeWhileADialogIsOpen) {
+    for (const std::uint32_t command : {47110u, 47111u, 32778u}) {  // Value, Color, Save
+        TestHost host;
+        ModuleBoxes boxes;
+        host.trace.Load(SmallTrace());
+        const Session session(host);
+        host.docking.Command(kOpenOSTrace);
+        host.docking.Command(kOpenOSAnalyze);
+        host.Send(host::kEventTraceReady);
+        boxes.onDialog = [&] {
+            host.runState.running = true;
+            for (const GUID& event : kEvents) host.Send(event);
+            host.runState.running = false;
+        };
+        EXPECT_EQ(host.docking.Command(command), S_OK);
+        EXPECT_EQ(boxes.TakeDialogs().size(), 1u) << command;
+        host.Send(host::kEventTraceReady);
+        EXPECT_TRUE(host.docking.StateOf(kExpand).enabled);
+    }
 }
 
 // The target of the host's menus of each instance, in the order of their start.

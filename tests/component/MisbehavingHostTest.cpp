@@ -78,6 +78,17 @@ TEST(MisbehavingHost, EachOperationOfTheTraceServiceFails) {
     }
 }
 
+TEST(MisbehavingHost, CommandsThatAreDisabledComeAllTheSame) {
+    for (const GUID& missing : {GUID{}, host::kOSTraceService, host::kDebuggerLibrary,
+                                host::kOSTraceAvailability, host::kRunState}) {
+        TestHost host;
+        host.trace.Load(SmallTrace());
+        host.services.erase(missing);
+        host.docking.ignoreStates = true;
+        EXPECT_EQ(LiveThroughADay(host), Texts());
+    }
+}
+
 TEST(MisbehavingHost, StoresThatFail) {
     TestHost host;
     host.trace.Load(SmallTrace());

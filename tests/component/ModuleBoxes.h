@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QTimer>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,8 @@ class ModuleBoxes {
     }
     // Takes the texts of the boxes shown so far.
     std::vector<std::string> Take() { return std::exchange(texts_, {}); }
+    // Called while a dialog is open, before it is closed.
+    std::function<void()> onDialog;
     // Takes the titles of the dialogs shown so far.
     std::vector<std::string> TakeDialogs() { return std::exchange(dialogs_, {}); }
 
@@ -37,6 +40,7 @@ class ModuleBoxes {
             box->done(QMessageBox::Ok);
         } else if (modal) {
             dialogs_.push_back(modal->windowTitle().toStdString());
+            if (onDialog) onDialog();
             modal->close();
         }
     }

@@ -36,6 +36,7 @@ class TestDocking : public Counted<IQDockingHost> {
 
     std::set<std::string> failing;  // names of operations that answer E_FAIL
     bool giveNoWindows = false;     // docking windows are made, but not handed out
+    bool ignoreStates = false;      // commands are given whether they are enabled or not
 
     // The operations that a host can fail in.
     static const std::vector<std::string>& Operations();
