@@ -174,12 +174,12 @@ TEST(Lifetime, EventsComeWhileADialogIsOpen) {
     }
 }
 
-// The target of the host's menus of each instance, in the order of their start.
-std::vector<IQCommandTarget*> Openers(const TestHost& host) {
+// The targets whose menus have the command, in the order of their registration.
+std::vector<IQCommandTarget*> WithInMenu(const TestHost& host, std::uint32_t command) {
     std::vector<IQCommandTarget*> targets;
     for (const auto& [identifier, registration] : host.docking.registrations) {
         const auto& commands = registration.menuCommands;
-        if (std::ranges::find(commands, kOpenOSTrace) != commands.end()) {
+        if (std::ranges::find(commands, command) != commands.end()) {
             targets.push_back(registration.target);
         }
     }
@@ -193,7 +193,7 @@ TEST(Lifetime, TwoInstancesAtOneHost) {
     const Session first(host, true, 1);
     {
         const Session second(host, true, 2);
-        const auto openers = Openers(host);
+        const auto openers = WithInMenu(host, kOpenOSTrace);
         ASSERT_EQ(openers.size(), 2u);
         EXPECT_EQ(openers[1]->OnCommand(kOpenOSTrace), S_OK);
         EXPECT_EQ(openers[0]->OnCommand(kOpenOSTrace), S_OK);
@@ -206,9 +206,9 @@ TEST(Lifetime, TwoInstancesAtOneHost) {
         }
     }
     // The second took its own windows along and left the first its resources.
-    EXPECT_EQ(Openers(host).size(), 1u);
+    EXPECT_EQ(WithInMenu(host, kOpenOSTrace).size(), 1u);
     EXPECT_EQ(host.docking.Command(kOpenOSAnalyze), S_OK);
-    EXPECT_NE(host.docking.TargetOf(47200), nullptr);
+    EXPECT_EQ(WithInMenu(host, 47200).size(), 1u);
     host.Send(host::kEventDebuggerConnected);
     host.Send(host::kEventTargetConnected);
     host.Send(host::kEventTraceReady);
