@@ -54,6 +54,7 @@ struct WindowRequest {
     HWND parent = nullptr;
     UINT id = 0;
     bool takesMouse = true;  // else the mouse belongs to the parent
+    bool light = false;      // stays light where the desktop is dark, with all that lies in it
 };
 
 // What a window does with its events. The front gives one with every window it has made.

@@ -78,6 +78,10 @@ void RequireLightSysColors() {
     g_lightOnly = true;
 }
 
+bool AreSysColorsLight() {
+    return g_lightOnly;
+}
+
 COLORREF GetSysColor(int index) {
     kvx::IBackend* backend = kvx::InstalledBackend();
     if (!backend || (g_lightOnly && HasDarkWindows(*backend))) return ClassicColour(index);

@@ -43,8 +43,9 @@ int GetSystemMetrics(int index);
 // installed. Black for an index that is not above.
 COLORREF GetSysColor(int index);
 // For a module whose drawing is made for light windows: while the toolkit's palette is dark,
-// GetSysColor answers the classic light colours.
+// GetSysColor answers the classic light colours, and the module's windows keep a light palette.
 void RequireLightSysColors();
+bool AreSysColorsLight();
 // Milliseconds since some moment; wraps.
 DWORD GetTickCount();
 

@@ -9,6 +9,7 @@
 #include "platform/Menu.h"
 #include "platform/MessageBox.h"
 #include "platform/MessageDispatch.h"
+#include "platform/SystemInfo.h"
 #include "platform/WindowMap.h"
 #include "platform/WindowState.h"
 
@@ -54,11 +55,11 @@ bool CWnd::CreateEx(DWORD exStyle, const CString& text, DWORD style, const RECT&
     CREATESTRUCT create{text.c_str(), style, exStyle, rect, parent, id};
     PreCreateWindow(create);
     const kvx::WindowRequest request{
-        Kind(create.style),      create.style,
-        create.dwExStyle,        kvx::FrameOf(create.style, create.dwExStyle),
-        create.lpszName,         create.rect,
-        create.hwndParent,       create.id,
-        TakesMouse(create.style)};
+        Kind(create.style),       create.style,
+        create.dwExStyle,         kvx::FrameOf(create.style, create.dwExStyle),
+        create.lpszName,          create.rect,
+        create.hwndParent,        create.id,
+        TakesMouse(create.style), AreSysColorsLight()};
     state_ = std::make_unique<WindowState>(*this, create.style, create.dwExStyle);
     const HWND handle = Windows().Create(request, state_.get());
     if (!handle) {

@@ -10,6 +10,7 @@
 #include "platform/qt/ControlFactory.h"
 #include "platform/qt/Convert.h"
 #include "platform/qt/FileDrop.h"
+#include "platform/qt/LightPalette.h"
 #include "platform/qt/MessageEvent.h"
 #include "platform/qt/MessagePump.h"
 #include "platform/qt/PlainWindow.h"
@@ -55,6 +56,9 @@ HWND QtWindows::Create(const WindowRequest& request, IWindowSink* sink) {
     const bool plain = request.kind == WindowKind::Plain || request.kind == WindowKind::Backdrop;
     QWidget* const widget =
         plain ? MakePlain(request, parent, sink) : MakeControl(request, parent, sink);
+    // What lies in a light window is light with it.
+    const bool inherits = OwnWindow::Of(parent) && !widget->isWindow();
+    if (request.light && !inherits) new LightPalette(*widget);
     SetWindowId(widget, request.id);
     const HWND handle = ToHandle(widget);
     SetText(handle, request.text);
