@@ -97,14 +97,5 @@ TEST(Entry, StartUpAndShutDownAnswers) {
     module.Entry<DestroyInstanceFn>("DestroyInstance")(5);
 }
 
-TEST(Entry, DestroyWithoutTerminateLeavesNothing) {
-    TestHost host;
-    const TestModule module;
-    module.Entry<CreateInstanceFn>("CreateInstance")(5);
-    EXPECT_EQ(module.Query<IQComponent>(5, host::kComponent)->Initialize(&host, 1), S_OK);
-    module.Entry<DestroyInstanceFn>("DestroyInstance")(5);
-    EXPECT_TRUE(host.docking.registrations.empty());
-}
-
 }  // namespace
 }  // namespace kvx::test
