@@ -134,6 +134,24 @@ TEST_F(Sessions, WorkspaceBringsBackLinesMarkersAndTheDisplay) {
     EXPECT_TRUE(IsModified());
 }
 
+TEST_F(Sessions, FilesAreSavedBesideTheTrace) {
+    const auto configuration = [this] {
+        auto* project =
+            host::Service<IQProjectInformation>(&workbench_->Host(), host::kProjectInformation);
+        Bstr name, directory;
+        project->GetConfigurationName(name.Receive());
+        return Succeeded(project->GetConfigurationDirectory(name.Get(), name.Get(), name.Get(),
+                                                            directory.Receive()))
+                   ? name.Utf8() + " " + directory.Utf8()
+                   : "none";
+    };
+    EXPECT_EQ(configuration(), "none");
+    workbench_->Open(log_);
+    EXPECT_EQ(configuration(), "day.log " + folder_.path().toStdString());
+    workbench_->CloseRecording();
+    EXPECT_EQ(configuration(), "none");
+}
+
 TEST_F(Sessions, LogThatWasWrittenAnewIsReadAnew) {
     ASSERT_TRUE(workbench_->Open(log_));
     const host::OSTracePosition wanted{1000, 2000, 50, 1100, 1510, 1700};

@@ -58,28 +58,29 @@ HRESULT ProjectInformation::GetTemporaryDirectory(BSTR* directory) {
     return Give(QDir::tempPath(), directory);
 }
 
-HRESULT ProjectInformation::GetWorkspaceName(BSTR* name) {
-    return Give({}, name);
+void ProjectInformation::SetOpen(const QString& name, const QString& directory) {
+    name_ = name;
+    directory_ = directory;
 }
 
-HRESULT ProjectInformation::GetProjectName(BSTR* name) {
-    return Give({}, name);
+HRESULT ProjectInformation::GetWorkspaceDirectory(BSTR, BSTR* directory) {
+    return GiveDirectory(directory);
 }
 
-HRESULT ProjectInformation::GetConfigurationName(BSTR* name) {
-    return Give({}, name);
+HRESULT ProjectInformation::GetProjectDirectory(BSTR, BSTR, BSTR* directory) {
+    return GiveDirectory(directory);
 }
 
-HRESULT ProjectInformation::GetWorkspaceDirectory(BSTR, BSTR*) {
-    return E_FAIL;
+HRESULT ProjectInformation::GetConfigurationDirectory(BSTR, BSTR, BSTR, BSTR* directory) {
+    return GiveDirectory(directory);
 }
 
-HRESULT ProjectInformation::GetProjectDirectory(BSTR, BSTR, BSTR*) {
-    return E_FAIL;
+HRESULT ProjectInformation::GiveName(BSTR* name) const {
+    return Give(name_, name);
 }
 
-HRESULT ProjectInformation::GetConfigurationDirectory(BSTR, BSTR, BSTR, BSTR*) {
-    return E_FAIL;
+HRESULT ProjectInformation::GiveDirectory(BSTR* directory) const {
+    return name_.isEmpty() ? E_FAIL : Give(directory_, directory);
 }
 
 HostServices::HostServices(HostObject& host, Settings& settings, const QString& directory)

@@ -59,19 +59,30 @@ class NamingService final : public Implementation<IQNamingService, host::kNaming
     HRESULT KVX_CALL GetShortName(std::uintptr_t a, std::uintptr_t b, BSTR* name) override;
 };
 
-// There are no projects: their names are empty and their directories fail.
+// The trace that is open stands for workspace, project and configuration alike; their directory is
+// where its user keeps files. While none is open, names are empty and directories fail.
 class ProjectInformation final
     : public Implementation<IQProjectInformation, host::kProjectInformation> {
   public:
+    // Empty: none is open.
+    void SetOpen(const QString& name, const QString& directory);
+
     HRESULT KVX_CALL GetHomeDirectory(BSTR* directory) override;
     HRESULT KVX_CALL GetTemporaryDirectory(BSTR* directory) override;
-    HRESULT KVX_CALL GetWorkspaceName(BSTR* name) override;
-    HRESULT KVX_CALL GetProjectName(BSTR* name) override;
-    HRESULT KVX_CALL GetConfigurationName(BSTR* name) override;
+    HRESULT KVX_CALL GetWorkspaceName(BSTR* name) override { return GiveName(name); }
+    HRESULT KVX_CALL GetProjectName(BSTR* name) override { return GiveName(name); }
+    HRESULT KVX_CALL GetConfigurationName(BSTR* name) override { return GiveName(name); }
     HRESULT KVX_CALL GetWorkspaceDirectory(BSTR workspace, BSTR* directory) override;
     HRESULT KVX_CALL GetProjectDirectory(BSTR workspace, BSTR project, BSTR* directory) override;
     HRESULT KVX_CALL GetConfigurationDirectory(BSTR workspace, BSTR project, BSTR configuration,
                                                BSTR* directory) override;
+
+  private:
+    HRESULT GiveName(BSTR* name) const;
+    HRESULT GiveDirectory(BSTR* directory) const;
+
+    QString name_;
+    QString directory_;
 };
 
 // The Workbench defines no placeholders of its own.
@@ -96,6 +107,7 @@ class HostServices {
     RunState& Running() { return runState_; }
     DebuggerLibrary& Debugger() { return debuggerLibrary_; }
     WorkspaceStore& Workspace() { return workspace_; }
+    ProjectInformation& Project() { return project_; }
 
   private:
     void Add(const GUID& id, void* service);

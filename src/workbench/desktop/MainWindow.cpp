@@ -3,6 +3,7 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QFileDialog>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -199,7 +200,12 @@ void MainWindow::FillProcessors(const service::TraceService& trace) {
 }
 
 QString MainWindow::LastFolder() const {
-    return settings_.Get(kFolder).toString();
+    const QString folder = settings_.Get(kFolder).toString();
+    return folder.isEmpty() ? QDir::homePath() : folder;
+}
+
+void MainWindow::RememberFolderOf(const QString& path) {
+    settings_.Set(kFolder, QFileInfo(path).absolutePath());
 }
 
 void MainWindow::ChooseTrace() {
@@ -212,7 +218,7 @@ void MainWindow::ChooseWorkspace() {
     const QString path =
         QFileDialog::getOpenFileName(this, "Open Workspace", LastFolder(), kWorkspaces);
     if (path.isEmpty()) return;
-    settings_.Set(kFolder, QFileInfo(path).absolutePath());
+    RememberFolderOf(path);
     onOpenWorkspace(path);
 }
 
@@ -237,7 +243,7 @@ QString MainWindow::ChooseSaved(const QString& title, const QString& name, const
     dialog.selectFile(name);
     if (dialog.exec() != QDialog::Accepted) return {};
     const QString path = dialog.selectedFiles().front();
-    settings_.Set(kFolder, QFileInfo(path).absolutePath());
+    RememberFolderOf(path);
     return path;
 }
 
@@ -247,7 +253,7 @@ void MainWindow::ChooseFolder() {
 }
 
 void MainWindow::Open(const QString& path) {
-    settings_.Set(kFolder, QFileInfo(path).absolutePath());
+    RememberFolderOf(path);
     onOpen(path);
 }
 

@@ -53,6 +53,9 @@ class MainWindow final : public QMainWindow {
     // Menus of components stand before this one.
     QAction* HelpMenu() const { return helpMenu_->menuAction(); }
     RecentFiles& Recent() { return recent_; }
+    // The folder of the file that was opened or saved last; the home folder at first.
+    QString LastFolder() const;
+    void RememberFolderOf(const QString& path);
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -74,7 +77,6 @@ class MainWindow final : public QMainWindow {
     void ChooseSavedWorkspace();
     void ChooseSavedRecording();
     QString ChooseSaved(const QString& title, const QString& name, const QString& filter);
-    QString LastFolder() const;
     void Open(const QString& path);
 
     Settings& settings_;

@@ -141,6 +141,7 @@ void Workbench::DropRecording() {
 void Workbench::TraceIsIn(const QString& path) {
     tracePath_ = QFileInfo(path).absoluteFilePath();
     window_.Recent().Add(tracePath_);
+    window_.RememberFolderOf(tracePath_);
     window_.ShowRecording(trace_.get());
     window_.ShowUnsaved(target_ != nullptr);
     ShowState();

@@ -56,8 +56,9 @@ void Workbench::AskBufferSize() {
 
 void Workbench::ShowState() {
     window_.ShowLosses(*trace_);
-    window_.ShowTitle(RecordingName(), QFileInfo(workspace_.Path()).fileName(),
-                      workspace_.IsModified());
+    const QString recording = RecordingName();
+    services_.Project().SetOpen(recording, window_.LastFolder());
+    window_.ShowTitle(recording, QFileInfo(workspace_.Path()).fileName(), workspace_.IsModified());
 }
 
 QString Workbench::RecordingName() const {
