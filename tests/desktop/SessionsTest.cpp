@@ -96,6 +96,7 @@ TEST_F(Sessions, WorkspaceBringsBackADaysWork) {
     EXPECT_FALSE(Dock("OS Trace")->isFloating());
     EXPECT_TRUE(Command("OS Analyze", ids::kRdyToRun)->isChecked());
     EXPECT_TRUE(Command("OS Trace", ids::kExpand)->isEnabled()) << "the trace is in the window";
+    ASSERT_NE(Docks().Active(), nullptr) << "its menu is there, and keys reach it";
     EXPECT_FALSE(IsModified());
     EXPECT_EQ(workbench_->Window().Recent().List(), QStringList({file_, log_}));
 }

@@ -4,6 +4,11 @@
 #include <QContextMenuEvent>
 
 namespace kvx::desktop {
+namespace {
+
+constexpr QSize kSmallest(320, 120);
+
+}  // namespace
 
 // The control is in the middle of its creation: what it holds comes after this call, and would miss
 // a size that it got before.
@@ -37,6 +42,7 @@ DockingWindow::DockingWindow(const QString& name, const QString& title, QWidget*
     : QDockWidget(title, parent), area_(new DockArea) {
     setObjectName(name);
     auto* content = new QWidget;
+    content->setMinimumSize(kSmallest);  // also what a window gets that is docked beside another
     layout_ = new QVBoxLayout(content);
     layout_->setContentsMargins(0, 0, 0, 0);
     layout_->setSpacing(0);

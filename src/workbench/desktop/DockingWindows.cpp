@@ -150,6 +150,15 @@ void DockingWindows::Activate(DockingWindow* window) {
     }
 }
 
+void DockingWindows::ActivateSeen() {
+    const auto seen = std::ranges::find_if(windows_, [](DockingWindow* window) {
+        return !window->isHidden() && !window->visibleRegion().isEmpty();
+    });
+    if (seen == windows_.end()) return;
+    Activate(*seen);
+    (*seen)->Area().setFocus();
+}
+
 QString DockingWindows::FreeName(const QString& baseName) const {
     QString name = baseName;
     for (int i = 2; FindByName(name); ++i) name = baseName + "_" + QString::number(i);

@@ -48,6 +48,8 @@ class DockingWindows final : public QObject {
     // The one that had the focus last, or was shown last; null when none is open.
     DockingWindow* Active() const { return active_; }
     void Activate(DockingWindow* window);
+    // Makes one that can be seen the active one, and gives it the focus.
+    void ActivateSeen();
 
     // Menus of windows, and further menus of components, stand in the menu bar before it.
     QAction* MenusBefore() const { return menusBefore_; }

@@ -109,6 +109,7 @@ void Workbench::EnterWorkspace(const QString& path, const desktop::Workspace& wo
     } else if (windows.All().empty()) {
         OpenTraceWindow();
     }
+    windows.ActivateSeen();
     workspace_.MarkSaved();
 }
 
