@@ -1,6 +1,6 @@
 // The Workbench's debugger library: the functions that a component looks up by their exact names
-// when the debugger is connected. The Workbench's targets are recorded or simulated, so there are no
-// registers and no memory to read: counts are 0, lookups and evaluations fail, texts are empty.
+// when the debugger is connected. The Workbench's targets are recorded or simulated, so there are
+// no registers and no memory to read: counts are 0, lookups and evaluations fail, texts are empty.
 
 #include <cstdint>
 
@@ -20,7 +20,8 @@ bool measurementAvailable = false;
 
 extern "C" {
 
-// For the Workbench alone: whether a target is there whose measurement can be stopped and restarted.
+// For the Workbench alone: whether a target is there whose measurement can be stopped and
+// restarted.
 KVX_EXPORT void KVX_CALL SetMeasurementAvailable(int available) {
     measurementAvailable = available != 0;
 }
