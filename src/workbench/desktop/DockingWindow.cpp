@@ -7,6 +7,7 @@ namespace kvx::desktop {
 namespace {
 
 constexpr QSize kSmallest(320, 120);
+constexpr QPoint kFloatStep(24, 24);
 
 }  // namespace
 
@@ -70,7 +71,10 @@ void DockingWindow::SetState(std::int32_t state) {
 // A window that may not dock floats.
 void DockingWindow::ToggleDockingAllowed() {
     const bool allow = !MayDock();
-    if (!allow) setFloating(true);
+    if (!allow) {
+        setFloating(true);
+        move(pos() + kFloatStep);  // so that it is seen to have left its place
+    }
     setAllowedAreas(allow ? Qt::AllDockWidgetAreas : Qt::NoDockWidgetArea);
     if (allow) setFloating(false);
 }
