@@ -6,8 +6,8 @@
 #include <iostream>
 
 #include "workbench/cli/SubCommands.h"
-#include "workbench/desktop/RenderCommand.h"
 #include "workbench/desktop/WindowCommand.h"
+#include "workbench/desktop/picture/RenderCommand.h"
 
 namespace {
 

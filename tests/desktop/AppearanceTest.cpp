@@ -1,4 +1,4 @@
-#include "workbench/desktop/Appearance.h"
+#include "workbench/desktop/window/Appearance.h"
 
 #include <gtest/gtest.h>
 

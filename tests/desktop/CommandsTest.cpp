@@ -6,11 +6,11 @@
 #include <QMenuBar>
 #include <QPushButton>
 
-#include "workbench/desktop/AcceleratorKeys.h"
-#include "workbench/desktop/CommandToolbar.h"
-#include "workbench/desktop/MenuMerge.h"
-#include "workbench/desktop/ToolbarDialog.h"
-#include "workbench/desktop/ToolbarIcon.h"
+#include "workbench/desktop/docking/AcceleratorKeys.h"
+#include "workbench/desktop/docking/CommandToolbar.h"
+#include "workbench/desktop/docking/MenuMerge.h"
+#include "workbench/desktop/docking/ToolbarDialog.h"
+#include "workbench/desktop/docking/ToolbarIcon.h"
 
 namespace kvx::desktop {
 namespace {

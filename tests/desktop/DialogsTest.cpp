@@ -7,9 +7,9 @@
 #include <QTest>
 #include <QTimer>
 
-#include "workbench/desktop/FindDialog.h"
-#include "workbench/desktop/PickUpDialog.h"
-#include "workbench/desktop/ServiceDialogs.h"
+#include "workbench/desktop/services/FindDialog.h"
+#include "workbench/desktop/services/PickUpDialog.h"
+#include "workbench/desktop/services/ServiceDialogs.h"
 
 namespace kvx::desktop {
 namespace {

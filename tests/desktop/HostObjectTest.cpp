@@ -1,13 +1,13 @@
-#include "workbench/desktop/HostObject.h"
+#include "workbench/desktop/services/HostObject.h"
 
 #include <gtest/gtest.h>
 
 #include <QTemporaryDir>
 
 #include "host/DebuggerFunctions.h"
-#include "workbench/desktop/HostServices.h"
-#include "workbench/desktop/Module.h"
 #include "workbench/desktop/QtText.h"
+#include "workbench/desktop/services/HostServices.h"
+#include "workbench/desktop/services/Module.h"
 
 namespace kvx::desktop {
 namespace {

@@ -1,12 +1,12 @@
 // The connection to the simulated target, as components see it.
 
-#include "workbench/desktop/TargetSession.h"
+#include "workbench/desktop/sessions/TargetSession.h"
 
 #include <gtest/gtest.h>
 
 #include <map>
 
-#include "workbench/desktop/Module.h"
+#include "workbench/desktop/services/Module.h"
 
 namespace kvx::desktop {
 namespace {

@@ -17,8 +17,8 @@
 #include "TestRecording.h"
 #include "fakecomponent/FakeComponent.h"
 #include "host/CommandIds.h"
-#include "workbench/desktop/Picture.h"
 #include "workbench/desktop/QtText.h"
+#include "workbench/desktop/picture/Picture.h"
 
 namespace kvx::desktop {
 namespace {

@@ -1,6 +1,6 @@
 // The workspace file: what comes back, and what damage costs.
 
-#include "workbench/desktop/WorkspaceFile.h"
+#include "workbench/desktop/sessions/WorkspaceFile.h"
 
 #include <gtest/gtest.h>
 

@@ -11,8 +11,8 @@
 #include "platform/Module.h"
 #include "platform/Resources.h"
 #include "traceview/model/KeyLines.h"
-#include "workbench/desktop/ApplicationIcon.h"
-#include "workbench/desktop/HelpBook.h"
+#include "workbench/desktop/window/ApplicationIcon.h"
+#include "workbench/desktop/window/HelpBook.h"
 
 namespace {
 

@@ -9,11 +9,11 @@
 
 #include "workbench/cli/OpenTrace.h"
 #include "workbench/cli/SubCommands.h"
-#include "workbench/desktop/ApplicationIcon.h"
 #include "workbench/desktop/Display.h"
-#include "workbench/desktop/SavePicture.h"
 #include "workbench/desktop/ToolkitMessages.h"
 #include "workbench/desktop/Workbench.h"
+#include "workbench/desktop/picture/SavePicture.h"
+#include "workbench/desktop/window/ApplicationIcon.h"
 #include "workbench/simulation/Generate.h"
 
 namespace kvx::desktop {

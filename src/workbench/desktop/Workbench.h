@@ -6,14 +6,14 @@
 #include <memory>
 
 #include "workbench/desktop/BackgroundRead.h"
-#include "workbench/desktop/ComponentModule.h"
-#include "workbench/desktop/DockingHost.h"
-#include "workbench/desktop/HostServices.h"
-#include "workbench/desktop/MainWindow.h"
-#include "workbench/desktop/MenuKeys.h"
-#include "workbench/desktop/ServiceDialogs.h"
-#include "workbench/desktop/TargetMenu.h"
-#include "workbench/desktop/WorkspaceControl.h"
+#include "workbench/desktop/docking/DockingHost.h"
+#include "workbench/desktop/docking/MenuKeys.h"
+#include "workbench/desktop/services/ComponentModule.h"
+#include "workbench/desktop/services/HostServices.h"
+#include "workbench/desktop/services/ServiceDialogs.h"
+#include "workbench/desktop/sessions/TargetMenu.h"
+#include "workbench/desktop/sessions/WorkspaceControl.h"
+#include "workbench/desktop/window/MainWindow.h"
 
 namespace kvx::desktop {
 

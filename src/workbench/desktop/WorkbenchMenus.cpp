@@ -6,9 +6,9 @@
 #include <QMessageBox>
 
 #include "host/FormatViewClient.h"
-#include "workbench/desktop/FormatDialog.h"
-#include "workbench/desktop/HelpBook.h"
 #include "workbench/desktop/Workbench.h"
+#include "workbench/desktop/services/FormatDialog.h"
+#include "workbench/desktop/window/HelpBook.h"
 
 namespace kvx::desktop {
 namespace {

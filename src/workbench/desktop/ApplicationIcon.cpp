@@ -1,9 +1,0 @@
-#include "workbench/desktop/ApplicationIcon.h"
-
-namespace kvx::desktop {
-
-QIcon ApplicationIcon() {
-    return QIcon(":/kvxostrace.svg");
-}
-
-}  // namespace kvx::desktop

@@ -1,0 +1,95 @@
+#pragma once
+// What components see of the docking windows, menus, toolbars and keys of the main window.
+
+#include <QTimer>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "host/Identifiers.h"
+#include "workbench/desktop/Settings.h"
+#include "workbench/desktop/docking/CommandSet.h"
+#include "workbench/desktop/docking/CommandToolbar.h"
+#include "workbench/desktop/docking/DockingWindows.h"
+#include "workbench/desktop/services/Interface.h"
+
+namespace kvx::desktop {
+
+class DockingHost final : public Implementation<IQDockingHost, host::kDockingHost> {
+  public:
+    // window and settings must outlive the host. Menus of docking windows stand in the menu bar
+    // before that action.
+    DockingHost(QMainWindow& window, Settings& settings, QAction* windowMenusBefore);
+
+    // After a command was carried out, or the user closed a docking window.
+    std::function<void()> onCommandDone;
+
+    // Asks every command for its state; also done five times a second.
+    void UpdateCommands();
+    // Gives a command of the host's menus. False when no component put it there.
+    bool GiveCommand(std::uint32_t command);
+
+    // Asks every docking window to close, as its user would. False: one refused.
+    bool CloseAll();
+    // Page of help for the active window; empty where there is none.
+    QString HelpKey();
+
+    DockingWindows& Windows() { return windows_; }
+    const DockingWindows& Windows() const { return windows_; }
+    // Null when there is none of that name.
+    CommandToolbar* Toolbar(const QString& name) const;
+
+    HRESULT KVX_CALL GetMainWindow(HWND* window) override;
+    HRESULT KVX_CALL AllocateIdentifier(std::uint32_t* identifier) override;
+    HRESULT KVX_CALL ReleaseIdentifier(std::uint32_t identifier) override;
+    HRESULT KVX_CALL CreateDockingWindow(BSTR baseName, BSTR title, std::uint32_t flags,
+                                         std::uint32_t side, HWND* window, BSTR* given) override;
+    HRESULT KVX_CALL FindDockingWindow(BSTR name, BSTR title, std::uint32_t flags,
+                                       std::uint32_t side, HWND* window) override;
+    HRESULT KVX_CALL SetWindowState(HWND docking, std::int32_t state) override;
+    HRESULT KVX_CALL GetWindowState(HWND docking, std::int32_t* state) override;
+    HRESULT KVX_CALL RegisterWindow(HWND docking, HWND control, std::uint32_t identifier,
+                                    const GUID& owner, IQCommandTarget* target) override;
+    HRESULT KVX_CALL AddMenu(std::uint32_t identifier, HWND docking, const MenuNode* root,
+                             IQCommandTarget* target) override;
+    HRESULT KVX_CALL AddToolbar(std::uint32_t identifier, HWND docking, BSTR name, BSTR title,
+                                const ToolbarButton* buttons, std::uint32_t count,
+                                IQCommandTarget* target) override;
+    HRESULT KVX_CALL AddAccelerators(std::uint32_t identifier, HWND docking,
+                                     const Accelerator* keys, std::uint32_t count,
+                                     IQCommandTarget* target) override;
+    HRESULT KVX_CALL RemoveRegistrations(std::uint32_t identifier) override;
+    HRESULT KVX_CALL IsToolbarShown(HWND docking, std::int32_t* shown) override;
+    HRESULT KVX_CALL ShowToolbar(HWND docking, std::int32_t show) override;
+    HRESULT KVX_CALL CustomizeToolbar(HWND docking) override;
+    HRESULT KVX_CALL SetStatusText(BSTR text) override;
+
+  private:
+    // All that was registered under one identifier.
+    struct Registration {
+        std::unique_ptr<CommandSet> commands;
+        std::vector<QPointer<DockingWindow>> windows;
+        std::unique_ptr<QMenu> windowMenu;
+        std::vector<QPointer<CommandToolbar>> toolbars;
+        bool inMenuBar = false;
+    };
+
+    Registration& Under(std::uint32_t identifier);
+    CommandToolbar* MakeToolbar(DockingWindow* window, const QString& name, const QString& title);
+    CommandToolbar* ToolbarOf(HWND docking) const;
+    void SetWindowMenu(DockingWindow& window, Registration& registration, const MenuNode* root,
+                       IQCommandTarget* target);
+    void WatchMenuBar();
+    void Execute(IQCommandTarget* target, std::uint32_t command);
+    void CommandDone();
+    void RequestClose(DockingWindow& window);
+
+    QMainWindow& main_;
+    Settings& settings_;
+    DockingWindows windows_;
+    QTimer idle_;
+    std::uint32_t nextIdentifier_ = 1;
+    std::map<std::uint32_t, Registration> registrations_;
+};
+
+}  // namespace kvx::desktop
