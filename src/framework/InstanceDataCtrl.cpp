@@ -1,6 +1,7 @@
 #include "framework/InstanceDataCtrl.h"
 
 #include "host/CommandIds.h"
+#include "platform/TextCache.h"
 
 namespace ids = kvx::ids;
 
@@ -66,6 +67,7 @@ CKvxDebugInstanceDataCtrl::CKvxDebugInstanceDataCtrl(IQHost* host, IDockingManag
 const MessageMap& CKvxDebugInstanceDataCtrl::GetMessageMap() const {
     using Self = CKvxDebugInstanceDataCtrl;
     static constexpr MessageMapEntry kEntries[] = {
+        ON_WM_MEASUREITEM<&Self::OnMeasureItem>(),
         ON_COMMAND<ids::kToolbarDisplay, &Self::OnToolbarDisplay>(),
         ON_UPDATE_COMMAND_UI<ids::kToolbarDisplay, &Self::OnUpdateToolbarDisplay>(),
         ON_COMMAND<ids::kCustomizeToolbar, &Self::OnCustomizeToolbar>(),
@@ -82,6 +84,11 @@ const MessageMap& CKvxDebugInstanceDataCtrl::GetMessageMap() const {
 int CKvxDebugInstanceDataCtrl::OnCreate(const CREATESTRUCT* create) {
     font_.CreateFontIndirect(DefaultWindowFont());
     return CKvxInstanceDataCtrl::OnCreate(create);
+}
+
+void CKvxDebugInstanceDataCtrl::OnMeasureItem(int, MEASUREITEMSTRUCT* item) {
+    Default();
+    item->itemHeight = static_cast<UINT>(kvx::MetricsOf(font_.Description()).tmHeight);
 }
 
 void CKvxDebugInstanceDataCtrl::SetFont(const CString& face, int points) {

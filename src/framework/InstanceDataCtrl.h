@@ -90,6 +90,8 @@ class CKvxDebugInstanceDataCtrl : public CKvxInstanceDataCtrl, public CDebugInte
   protected:
     const MessageMap& GetMessageMap() const override;
     int OnCreate(const CREATESTRUCT* create);
+    // Items are as high as the window font.
+    void OnMeasureItem(int control, MEASUREITEMSTRUCT* item);
     CFont& WindowFont() { return font_; }
     // Hands the window font to the frame.
     virtual void ApplyFont() = 0;

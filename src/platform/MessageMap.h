@@ -246,6 +246,15 @@ constexpr MessageMapEntry ON_WM_GETMINMAXINFO() {
                 return 0;
             }};
 }
+// void (int control, MEASUREITEMSTRUCT*)
+template <auto H>
+constexpr MessageMapEntry ON_WM_MEASUREITEM() {
+    return {WM_MEASUREITEM, 0, 0, 0, [](CWnd& w, WPARAM control, LPARAM item) -> LRESULT {
+                kvx::message_map::Call<H>(w, static_cast<int>(control),
+                                          reinterpret_cast<MEASUREITEMSTRUCT*>(item));
+                return 1;
+            }};
+}
 // void (HDROP)
 template <auto H>
 constexpr MessageMapEntry ON_WM_DROPFILES() {

@@ -22,8 +22,8 @@ inline constexpr UINT WM_CANCELMODE = 0x001F;
 inline constexpr UINT WM_SETCURSOR = 0x0020;      // nonzero: the cursor is set
 inline constexpr UINT WM_GETMINMAXINFO = 0x0024;  // lParam: MINMAXINFO*
 inline constexpr UINT WM_SETFONT = 0x0030;        // wParam: const CFont*; lParam: repaint
-inline constexpr UINT WM_MEASUREITEM = 0x002C;
-inline constexpr UINT WM_CONTEXTMENU = 0x007B;  // lParam: screen point
+inline constexpr UINT WM_MEASUREITEM = 0x002C;    // lParam: MEASUREITEMSTRUCT*
+inline constexpr UINT WM_CONTEXTMENU = 0x007B;    // lParam: screen point
 inline constexpr UINT WM_NCDESTROY = 0x0082;
 inline constexpr UINT WM_GETDLGCODE = 0x0087;
 inline constexpr UINT WM_KEYDOWN = 0x0100;  // wParam: VK_ code; lParam bit 30: repeated
@@ -109,6 +109,15 @@ struct CREATESTRUCT {
 struct MINMAXINFO {
     POINT ptMinTrackSize;
     POINT ptMaxTrackSize{32767, 32767};
+};
+
+// Asks an owner how large an item is; the answer is left in the structure.
+struct MEASUREITEMSTRUCT {
+    UINT CtlType = 0;
+    UINT CtlID = 0;
+    UINT itemID = 0;
+    UINT itemWidth = 0;  // pixels
+    UINT itemHeight = 0;
 };
 
 struct NMHDR {

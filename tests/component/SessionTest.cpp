@@ -194,6 +194,15 @@ TEST(Session, FontAndColoursAreKeptAsProperties) {
     EXPECT_EQ(text.Utf8(), "Courier New");
     EXPECT_EQ(points, 11);
     host.docking.Command(kOpenOSTrace);
+    const auto itemHeight = [&host] {
+        MEASUREITEMSTRUCT item;
+        SendMessage(host.docking.Control(), WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&item));
+        return item.itemHeight;
+    };
+    const UINT before = itemHeight();
+    EXPECT_GT(before, 11u);
+    format->SetFont(Bstr("Liberation Mono").Get(), 28);
+    EXPECT_GT(itemHeight(), before + before / 2);
     format->SetFont(Bstr("Liberation Mono").Get(), 14);
     format->SetTextColours(1, 6);
     EXPECT_EQ(host.properties.texts["KVX_OSTRACE_FONT_NAME"], "Liberation Mono");
