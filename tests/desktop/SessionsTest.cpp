@@ -258,11 +258,31 @@ TEST_F(Sessions, DamageCostsOnlyWhatIsDamagedWithOneMessage) {
     ASSERT_TRUE(workbench_->OpenWorkspace(file_));
     ASSERT_EQ(box.texts.size(), 1);
     EXPECT_TRUE(box.texts[0].contains("gone.log"));
-    EXPECT_TRUE(box.texts[0].contains("Where the windows stand is not known."));
     EXPECT_EQ(box.texts[0].count("could not be read"), 2) << box.texts[0].toStdString();
     EXPECT_EQ(Shown(), QStringList());
     workbench_->Open(log_);
     EXPECT_EQ(Shown(), QStringList({"OS Trace", "OS Analyze"})) << "they waited for a trace";
+}
+
+TEST_F(Sessions, LayoutOfAnotherKindIsNamedAndNoLayoutIsNone) {
+    workbench_->Open(log_);
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+    Workspace workspace = ReadWorkspace(file_)->workspace;
+    workspace.layout = "no layout";
+    ASSERT_EQ(WriteWorkspace(file_, workspace), "");
+    {
+        BoxAnswer box;
+        ASSERT_TRUE(workbench_->OpenWorkspace(file_));
+        ASSERT_EQ(box.texts.size(), 1);
+        EXPECT_TRUE(box.texts[0].contains("Where the windows stand is not known."));
+        EXPECT_EQ(Shown(), QStringList("OS Trace"));
+    }
+    workspace.layout.clear();
+    ASSERT_EQ(WriteWorkspace(file_, workspace), "");
+    BoxAnswer box;
+    ASSERT_TRUE(workbench_->OpenWorkspace(file_));
+    EXPECT_TRUE(box.texts.isEmpty());
+    EXPECT_EQ(Shown(), QStringList("OS Trace"));
 }
 
 TEST_F(Sessions, WorkspaceThatCannotBeReadOrWrittenLosesNothing) {

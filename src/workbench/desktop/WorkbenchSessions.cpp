@@ -100,7 +100,7 @@ void Workbench::EnterWorkspace(const QString& path, const desktop::Workspace& wo
     DockingWindows& windows = docking_.Windows();
     if (workspace.trace && component_.IsConnected()) ShowWorkspaceTrace(workspace, damage);
     if (!windows.RestoreLayout(workspace.layout)) {
-        damage << "Where the windows stand is not known.";
+        if (!workspace.layout.isEmpty()) damage << "Where the windows stand is not known.";
         for (DockingWindow* window : windows.All()) windows.SetState(*window, kDockShow);
     }
     targetMenu_.Show(nullptr);  // its toolbar is no part of a layout
