@@ -107,7 +107,7 @@ TEST(Contract, KeysComeAndGoWithTheirWindow) {
     host.docking.Command(kOpenOSAnalyze);
     const HWND analyze = host.docking.Docking();
     EXPECT_EQ(Having(host, 47100).docking, trace);
-    EXPECT_EQ(Having(host, 47100).keys.size(), 8u);
+    EXPECT_EQ(Having(host, 47100).keys.size(), 14u);
     EXPECT_EQ(Having(host, 47200).docking, analyze);
     EXPECT_EQ(Having(host, 47200).keys.size(), 5u);
     EXPECT_TRUE(Having(host, kOpenOSTrace).keys.empty());

@@ -1,5 +1,7 @@
 #include "traceview/model/KeyLines.h"
 
+#include <algorithm>
+
 #include "host/CommandIds.h"
 #include "platform/Keys.h"
 #include "platform/Resources.h"
@@ -13,6 +15,8 @@ CString KeyText(const AcceleratorResource& key) {
     if (key.control) text += "Ctrl+";
     if (key.shift) text += "Shift+";
     if (key.alt) text += "Alt+";
+    if (key.key == VK_ADD) return text + "+";
+    if (key.key == VK_SUBTRACT) return text + "-";
     if (key.key >= VK_F1) return text + "F" + std::to_string(key.key - VK_F1 + 1);
     return text + static_cast<char>(key.key);
 }
@@ -33,7 +37,12 @@ std::vector<KeyLine> TraceKeyLines() {
     for (const KeyBinding& binding : KeyBindings()) {
         lines.push_back({binding.keyText, binding.meaning});
     }
-    for (KeyLine& line : AcceleratorLines(ids::kMenuOSTrace)) lines.push_back(std::move(line));
+    // Some keys of the view are commands too.
+    for (KeyLine& line : AcceleratorLines(ids::kMenuOSTrace)) {
+        if (std::ranges::find(lines, line.keyText, &KeyLine::keyText) == lines.end()) {
+            lines.push_back(std::move(line));
+        }
+    }
     return lines;
 }
 
