@@ -76,7 +76,7 @@ TEST_F(RealComponent, ClosesAndOpensAgainWithTheTrace) {
     QApplication::processEvents();
     ASSERT_EQ(workbench_.Docking().Windows().All().size(), 1U);
     workbench_.Docking().UpdateCommands();
-    EXPECT_TRUE(Command(ids::kExpand)->isEnabled()) << "it heard of the trace";
+    EXPECT_TRUE(Command(ids::kExpand)->isEnabled()) << "it found the trace";
 }
 
 TEST_F(RealComponent, FileDroppedOnTheChartOpens) {

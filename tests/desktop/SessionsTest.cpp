@@ -361,6 +361,19 @@ TEST_F(Sessions, WorkspaceEndsTheConnectionAlsoWhileTheTargetRuns) {
     EXPECT_EQ(workbench_->Trace().GetRecording()->Path(), log_.toStdString());
 }
 
+TEST_F(Sessions, RecordingOfTheTargetIsNoDemonstration) {
+    ASSERT_TRUE(workbench_->OpenDemonstration());
+    workbench_->ConnectTarget();
+    workbench_->Target()->Go();
+    workbench_->Target()->Advance(10'000);
+    workbench_->Target()->Stop();
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+    EXPECT_FALSE(ReadWorkspace(file_)->workspace.trace) << "it is in no file";
+    ASSERT_TRUE(workbench_->SaveRecording(folder_.filePath("kept.log")));
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+    EXPECT_EQ(ReadWorkspace(file_)->workspace.trace->path, folder_.filePath("kept.log"));
+}
+
 TEST_F(Sessions, EndsWhileTheTargetRuns) {
     workbench_->ConnectTarget();
     workbench_->Target()->Go();

@@ -28,7 +28,10 @@ Workbench::Workbench(Settings& settings)
     host_.AddService(host::kDockingHost, static_cast<IQDockingHost*>(&docking_));
     Install(std::make_unique<service::TraceService>());
     ConnectMenus();
-    docking_.onCommandDone = [this] { AfterCommand(); };
+    // Trace Stop and Trace Restart are commands.
+    docking_.onCommandDone = [this] {
+        if (target_) target_->FollowRecording();
+    };
     docking_.Windows().onChanged = [this] {
         window_.ShowStartPage(!docking_.Windows().IsAnyShown());
     };
@@ -134,6 +137,7 @@ void Workbench::DropRecording() {
     host_.Broadcast(host::kEventTraceCleared);
     host_.Broadcast(host::kEventTargetDisconnected);
     Install(std::make_unique<service::TraceService>());
+    demonstration_.reset();
     RecordingChanged();
 }
 
@@ -184,24 +188,6 @@ void Workbench::ShowProcessor(std::uint32_t processor) {
 
 void Workbench::OpenTraceWindow() {
     docking_.GiveCommand(ids::kOpenOSTrace);
-}
-
-bool Workbench::IsTraceWindowOpen() {
-    auto* window = host::Service<IQEOSTraceWindow>(&host_, host::kOSTraceWindow);
-    std::uint16_t open = 0;
-    return window && Succeeded(window->IsOpen(&open)) && open != 0;
-}
-
-void Workbench::AfterCommand() {
-    // Trace Stop and Trace Restart.
-    if (target_) target_->FollowRecording();
-    // A window that was opened after the trace became ready has not heard of it.
-    const bool open = IsTraceWindowOpen();
-    const bool opened = open && !traceWindowWasOpen_;
-    traceWindowWasOpen_ = open;
-    if (!opened || !trace_->GetRecording()) return;
-    host_.Broadcast(host::kEventTraceReady);
-    docking_.UpdateCommands();
 }
 
 }  // namespace kvx::desktop

@@ -50,7 +50,6 @@ class Workbench final : private IWorkspaceHost {
 
     // Connecting closes the recording that is open, and opening one disconnects.
     void ConnectTarget();
-    void DisconnectTarget();
     // Null while not connected.
     TargetSession* Target() { return target_.get(); }
 
@@ -86,10 +85,9 @@ class Workbench final : private IWorkspaceHost {
     void DropRecording();
     void TraceIsIn(const QString& path);
     void RecordingChanged();
-    bool IsTraceWindowOpen();
-    void AfterCommand();
 
-    // Workspaces.
+    // Workspaces and the target.
+    void DisconnectTarget();
     void EnterWorkspace(const QString& path, const desktop::Workspace& workspace,
                         QStringList& damage);
     void EnterUsersWorkspace();
@@ -126,7 +124,6 @@ class Workbench final : private IWorkspaceHost {
     ComponentModule component_;
     WorkspaceControl workspace_;
     QTimer refresh_;
-    bool traceWindowWasOpen_ = false;
 };
 
 }  // namespace kvx::desktop

@@ -3,7 +3,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMessageBox>
-#include <algorithm>
 
 #include "workbench/desktop/QtText.h"
 #include "workbench/desktop/Workbench.h"
@@ -28,7 +27,7 @@ void Workbench::ConnectTarget() {
     if (target_ || !component_.IsConnected()) return;
     DropRecording();
     docking_.Windows().BringBack();
-    const int records = std::max(settings_.Get(kBufferSetting).toInt(), 0);
+    const int records = settings_.Get(kBufferSetting).toInt();
     target_ = std::make_unique<TargetSession>(
         host_, services_, *trace_,
         static_cast<std::size_t>(records > 0 ? records : kDefaultBuffer));

@@ -41,10 +41,9 @@ bool DockingHost::GiveCommand(std::uint32_t command) {
     return false;
 }
 
-bool DockingHost::CloseAll() {
+void DockingHost::CloseAll() {
     const std::vector<DockingWindow*> windows = windows_.All();
     for (DockingWindow* window : windows) RequestClose(*window);
-    return windows_.All().empty();
 }
 
 QString DockingHost::HelpKey() {

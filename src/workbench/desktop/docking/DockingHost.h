@@ -29,8 +29,8 @@ class DockingHost final : public Implementation<IQDockingHost, host::kDockingHos
     // Gives a command of the host's menus. False when no component put it there.
     bool GiveCommand(std::uint32_t command);
 
-    // Asks every docking window to close, as its user would. False: one refused.
-    bool CloseAll();
+    // Asks every docking window to close, as its user would; one whose component refuses stays.
+    void CloseAll();
     // Page of help for the active window; empty where there is none.
     QString HelpKey();
 
