@@ -45,5 +45,5 @@ function(kvx_test name)
   target_link_libraries(test_${name} PRIVATE kvx_options ${ARG_DEPS} GTest::gmock GTest::gtest_main)
   add_test(NAME ${name} COMMAND test_${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT
-    "KVX_SOURCE_DIR=${CMAKE_SOURCE_DIR};KVX_BIN_DIR=${CMAKE_BINARY_DIR}/bin;QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0;${ARG_ENVIRONMENT}")
+    "KVX_SOURCE_DIR=${CMAKE_SOURCE_DIR};KVX_BIN_DIR=${CMAKE_BINARY_DIR}/bin;QT_QPA_PLATFORM=offscreen;ASAN_OPTIONS=fast_unwind_on_malloc=0;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0;${ARG_ENVIRONMENT}")
 endfunction()
