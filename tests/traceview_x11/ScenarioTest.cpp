@@ -105,11 +105,11 @@ TEST_F(RealUser, ADayInTheChart) {
     EXPECT_TRUE(Until([&] { return Geometry().displayEnd == end; }));
     Key("Right");
     EXPECT_TRUE(Until([&] { return Geometry().displayEnd > end; }));
-    boxes.ExpectDialog([](CDialog& sheet) {
-        EXPECT_NE(sheet.GetDlgItemText(ids::kMeaningsColumn).find("Expand"), CString::npos);
-    });
+    CString meanings;
+    boxes.ExpectDialog(
+        [&](CDialog& sheet) { meanings = sheet.GetDlgItemText(ids::kMeaningsColumn); });
     Key("question");
-    Until([] { return true; });
+    EXPECT_TRUE(Until([&] { return meanings.find("Expand") != CString::npos; }));
 
     // Decoding the rest is stopped, then done.
     const double before = Geometry().displayStart;

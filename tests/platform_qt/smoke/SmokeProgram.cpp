@@ -6,7 +6,10 @@
 #include <QPixmap>
 #include <QScreen>
 #include <QTimer>
+#include <QWindow>
 #include <cstdio>
+#include <functional>
+#include <optional>
 
 #include "platform/Dialog.h"
 #include "platform/ProgressCtrl.h"
@@ -40,15 +43,24 @@ COLORREF ScreenPixel(POINT at) {
                static_cast<unsigned>(colour.blue()));
 }
 
+// Asks again and again, for a busy machine is slow; the user's patience ends it.
+void OnceTrue(std::function<bool()> condition, std::function<void()> action) {
+    QTimer::singleShot(50, qApp, [condition, action] {
+        if (condition()) return action();
+        OnceTrue(condition, action);
+    });
+}
+
 class ValueDialog : public CDialog {
   public:
     using CDialog::CDialog;
     bool OnInitDialog() override {
         CDialog::OnInitDialog();
-        QTimer::singleShot(200, qApp, [this] {
-            const POINT ok = MiddleOf(GetDlgItem(IDOK));
-            Say("dialog at %d %d", ok.x, ok.y);
-        });
+        OnceTrue([] { return QGuiApplication::modalWindow()->isExposed(); },
+                 [this] {
+                     const POINT ok = MiddleOf(GetDlgItem(IDOK));
+                     Say("dialog at %d %d", ok.x, ok.y);
+                 });
         return true;
     }
 };
@@ -113,7 +125,7 @@ class SmokeView : public CView {
     }
 
   private:
-    // Two seconds of work that looks up from time to time.
+    // Work that looks up from time to time, and says what it sees of itself on the screen.
     void Work() {
         EnableWindow(false);
         StopDialog stop;
@@ -122,18 +134,17 @@ class SmokeView : public CView {
         Invalidate();
         const int drawsBefore = draws;
         const DWORD start = GetTickCount();
-        bool told = false;
-        while (!stop.cancelled && GetTickCount() - start < 5000) {
+        std::optional<COLORREF> seen;
+        while (!stop.cancelled && GetTickCount() - start < 60000) {
             const DWORD until = GetTickCount() + 20;
             while (GetTickCount() < until) continue;
             stop.progress.SetPos(100);
             DispatchWaitingMessages(stop.m_hWnd);
-            if (told || GetTickCount() - start < 300) continue;
-            told = true;
-            const POINT bar = MiddleOf(&stop.progress);
-            Say("bar %06X", ScreenPixel(bar));
+            const COLORREF bar = ScreenPixel(MiddleOf(&stop.progress));
+            if (bar == seen) continue;
+            seen = bar;
             const POINT button = MiddleOf(stop.GetDlgItem(IDCANCEL));
-            Say("stop at %d %d", button.x, button.y);
+            Say("bar %06X stop at %d %d", bar, button.x, button.y);
         }
         const bool drawn = draws != drawsBefore;
         stop.DestroyWindow();
@@ -154,12 +165,13 @@ int main() {
     view->SetScrollRange(SB_VERT, 0, 100);
     top.ShowWindow(SW_SHOW);
     view->SetFocus();
-    QTimer::singleShot(300, qApp, [view] {
-        POINT origin{0, 0};
-        view->ClientToScreen(&origin);
-        Say("red %06X", ScreenPixel(origin + POINT{30, 30}));
-        Say("ready at %d %d width %d", origin.x, origin.y, view->GetClientRect().right);
-    });
+    POINT origin{0, 0};
+    OnceTrue(
+        [&] {
+            view->ClientToScreen(&(origin = POINT{0, 0}));
+            return ScreenPixel(origin + POINT{30, 30}) == RGB(255, 0, 0);
+        },
+        [&] { Say("ready at %d %d width %d", origin.x, origin.y, view->GetClientRect().right); });
     CWinApp app;
     app.Run();
     top.DestroyWindow();
