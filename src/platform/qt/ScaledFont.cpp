@@ -46,7 +46,7 @@ void ScaledFont::FitInto(int ascent, int height) {
     baseline_ = static_cast<int>(std::min(std::lround(ascent * ratio_), height - below));
 }
 
-void ScaledFont::Draw(QPainter& painter, int left, const QString& text, int width) const {
+void ScaledFont::Draw(QPainter& painter, const QString& text, int width) const {
     QTextLayout layout(text, font_);
     layout.beginLayout();
     const QTextLine line = layout.createLine();
@@ -61,7 +61,7 @@ void ScaledFont::Draw(QPainter& painter, int left, const QString& text, int widt
             place = {place.x() * stretch, (place.y() - line.ascent()) * ratio_};
         run.setRawFont(raw);
         run.setPositions(places);
-        painter.drawGlyphRun(QPointF(left, baseline_), run);
+        painter.drawGlyphRun(QPointF(0, baseline_), run);
     }
 }
 

@@ -14,9 +14,9 @@ class ScaledFont {
     // what of it fits into the cell's whole device pixels.
     ScaledFont(const QFont& font, int ascent, int descent, double ratio);
 
-    // In device pixels, with the cell's top at 0. width: of the text in logical pixels, which the
-    // glyphs take up; so the columns of a fixed font stay columns.
-    void Draw(QPainter& painter, int left, const QString& text, int width) const;
+    // In device pixels, with the cell's corner at 0. width: of the text in logical pixels, which
+    // the glyphs take up; so the columns of a fixed font stay columns.
+    void Draw(QPainter& painter, const QString& text, int width) const;
 
   private:
     void FitInto(int ascent, int height);

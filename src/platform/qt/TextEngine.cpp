@@ -88,19 +88,20 @@ TextMask QtTextEngine::Render(const LOGFONT& font, std::string_view utf8, double
     TextMask mask;
     mask.extent = {metrics.horizontalAdvance(text), metrics.ascent() + metrics.descent()};
     const auto overhang = static_cast<int>(std::lround(kOverhang * ratio));
-    mask.offset = {-overhang, 0};
+    mask.offset = {-overhang, -overhang};
     mask.size = {static_cast<int>(mask.extent.cx * ratio) + 2 * overhang,
-                 static_cast<int>(mask.extent.cy * ratio)};
+                 static_cast<int>(mask.extent.cy * ratio) + 2 * overhang};
     if (mask.extent.cx <= 0 || mask.extent.cy <= 0) return mask;
     QImage image(mask.size.cx, mask.size.cy, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setFont(known.real);
     painter.setPen(Qt::white);
+    painter.translate(overhang, overhang);
     if (known.scaled)
-        known.scaled->Draw(painter, overhang, text, mask.extent.cx);
+        known.scaled->Draw(painter, text, mask.extent.cx);
     else
-        painter.drawText(overhang, metrics.ascent(), text);
+        painter.drawText(0, metrics.ascent(), text);
     painter.end();
     mask.coverage.reserve(static_cast<std::size_t>(mask.size.cx) *
                           static_cast<std::size_t>(mask.size.cy));
