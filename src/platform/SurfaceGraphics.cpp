@@ -94,19 +94,28 @@ std::uint32_t Blend(std::uint32_t under, std::uint32_t over, unsigned alpha) {
            mix(under >> 8 & 255u, over >> 8 & 255u) << 8 | mix(under & 255u, over & 255u);
 }
 
-// How far each row of the shape is set in from its left and right edge.
-std::vector<int> RowInsets(SIZE size, SIZE corner) {
-    std::vector<int> insets(static_cast<std::size_t>(size.cy), 0);
+// The rows of a rounded rectangle, from the top. pen: width of its outline, 0 for none.
+std::vector<ShapeRow> RowsOfShape(SIZE size, SIZE corner, int pen) {
+    std::vector<ShapeRow> rows(static_cast<std::size_t>(size.cy));
     const double rx = std::min(corner.cx, size.cx) / 2.0;
     const double ry = std::min(corner.cy, size.cy) / 2.0;
-    if (rx <= 0 || ry <= 0) return insets;
-    for (int i = 0; i < size.cy; ++i) {
-        const double fromEdge = std::min(i, size.cy - 1 - i) + 0.5;
-        if (fromEdge >= ry) continue;
+    const auto inset = [&](int row) {
+        const double fromEdge = std::min(row, size.cy - 1 - row) + 0.5;
+        if (rx <= 0 || fromEdge >= ry) return 0;
         const double t = (ry - fromEdge) / ry;
-        insets[static_cast<std::size_t>(i)] = static_cast<int>(rx - rx * std::sqrt(1 - t * t));
+        return static_cast<int>(rx - rx * std::sqrt(1 - t * t));
+    };
+    for (int i = 0; i < size.cy; ++i) {
+        ShapeRow& row = rows[static_cast<std::size_t>(i)];
+        row.inset = inset(i);
+        if (pen == 0) continue;
+        const int length = size.cx - 2 * row.inset;
+        const bool edge = i < pen || i >= size.cy - pen;
+        // Down to where the row nearer to the edge begins, so that the outline has no gaps.
+        const int outer = edge ? length : inset(i < size.cy / 2 ? i - 1 : i + 1) - row.inset;
+        row.outline = std::min(std::max(outer, pen), length);
     }
-    return insets;
+    return rows;
 }
 
 }  // namespace
@@ -189,42 +198,33 @@ void SurfaceGraphics::RoundRect(const RECT& rect, SIZE corner,
     const RECT shape = grid_.ToDevice(rect);
     if (shape.IsRectEmpty()) return;
     const RECT visible = Touch(shape);
-    const std::vector<int>& insets =
-        InsetsOf(shape.Size(), {grid_.Length(corner.cx), grid_.Length(corner.cy)});
-    const int height = shape.Height();
-    const int width = pen ? grid_.PenWidth(pen->width) : 0;
-    const auto inset = [&](int row) { return insets[static_cast<std::size_t>(row)]; };
+    const std::vector<ShapeRow>& rows =
+        RowsOf(shape.Size(), {grid_.Length(corner.cx), grid_.Length(corner.cy)},
+               pen ? grid_.PenWidth(pen->width) : 0);
+    const FillPattern outline{pen ? pen->colour : 0, kHatchNone, {}};
     for (int y = visible.top; y < visible.bottom; ++y) {
-        const int i = y - shape.top;
-        const int left = shape.left + inset(i);
-        const int right = shape.right - inset(i);
+        const ShapeRow& row = rows[static_cast<std::size_t>(y - shape.top)];
+        const int left = shape.left + row.inset;
+        const int right = shape.right - row.inset;
         const auto span = [&](int from, int to, const FillPattern& pattern) {
             from = std::max(from, visible.left);
             to = std::min(to, visible.right);
             if (from < to) FillArea(surface_, {from, y, to, y + 1}, pattern);
         };
-        if (!pen) {
-            if (fill) span(left, right, *fill);
-            continue;
-        }
-        const bool edge = i < width || i >= height - width;
-        // Down to where the row nearer to the edge begins, so that the outline has no gaps.
-        const int outer = edge ? right - left : inset(i < height / 2 ? i - 1 : i + 1) - inset(i);
-        const int run = std::min(std::max(outer, width), right - left);
-        if (fill) span(left + run, right - run, *fill);
-        span(left, left + run, {pen->colour, kHatchNone, {}});
-        span(right - run, right, {pen->colour, kHatchNone, {}});
+        if (fill) span(left + row.outline, right - row.outline, *fill);
+        span(left, left + row.outline, outline);
+        span(right - row.outline, right, outline);
     }
 }
 
 // Marks are drawn by the thousand in one size.
-const std::vector<int>& SurfaceGraphics::InsetsOf(SIZE size, SIZE corner) {
-    if (insets_.empty() || size != insetSize_ || corner != insetCorner_) {
-        insets_ = RowInsets(size, corner);
-        insetSize_ = size;
-        insetCorner_ = corner;
+const std::vector<ShapeRow>& SurfaceGraphics::RowsOf(SIZE size, SIZE corner, int pen) {
+    const Shape shape{size, corner, pen};
+    if (shapeRows_.empty() || shape != shape_) {
+        shapeRows_ = RowsOfShape(size, corner, pen);
+        shape_ = shape;
     }
-    return insets_;
+    return shapeRows_;
 }
 
 void SurfaceGraphics::Cell(const RECT& rect, const CellLook& look) {

@@ -11,6 +11,13 @@
 
 namespace kvx {
 
+// One row of a rounded rectangle, in device pixels: how far it is set in from the sides, and how
+// wide the outline is at either end.
+struct ShapeRow {
+    int inset = 0;
+    int outline = 0;
+};
+
 class SurfaceGraphics : public IGraphics {
   public:
     // Borrows the surface.
@@ -33,9 +40,15 @@ class SurfaceGraphics : public IGraphics {
     RECT Touched() const { return grid_.ToLogical(touched_); }
 
   private:
+    struct Shape {
+        SIZE size;
+        SIZE corner;
+        int pen = 0;
+        friend bool operator==(const Shape&, const Shape&) = default;
+    };
+
     RECT Touch(const RECT& device);
-    // Device pixels: how far each row of a rounded rectangle is set in from its sides.
-    const std::vector<int>& InsetsOf(SIZE size, SIZE corner);
+    const std::vector<ShapeRow>& RowsOf(SIZE size, SIZE corner, int pen);
     void FlipBits(const RECT& rect, std::uint32_t bits);
     void SlantedLine(POINT from, POINT to, const LinePattern& pen);
 
@@ -43,9 +56,8 @@ class SurfaceGraphics : public IGraphics {
     const PixelGrid grid_;
     RECT clip_;  // this and what follows in device pixels
     RECT touched_;
-    std::vector<int> insets_;  // of the rounded rectangle drawn last
-    SIZE insetSize_;
-    SIZE insetCorner_;
+    Shape shape_;                      // the rounded rectangle drawn last
+    std::vector<ShapeRow> shapeRows_;  // its rows
 };
 
 }  // namespace kvx

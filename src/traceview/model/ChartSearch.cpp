@@ -76,6 +76,7 @@ class ChartSearch {
                       items_.marks.end(),
                       [](const Mark& a, const Mark& b) { return a.event < b.event; });
         }
+        for (Mark& mark : items_.marks) mark.cls = columns_.code[mark.event];
     }
 
   private:
@@ -106,6 +107,8 @@ class ChartSearch {
             if (!begins || ends) continue;
             const int end = EndColumn(event, x);
             if (end <= x) continue;
+            __builtin_prefetch(columns_.code + event);
+            __builtin_prefetch(columns_.flags + event);
             bars.push_back({0, x, end, event});
             x = end - 1;
         }
@@ -143,8 +146,10 @@ class ChartSearch {
         return calls;
     }
 
+    // Its class is fetched ahead, and set when all marks are known.
     void AddMark(int line, int x, std::uint32_t event) {
-        items_.marks.push_back({line, x, columns_.code[event], event});
+        __builtin_prefetch(columns_.code + event);
+        items_.marks.push_back({line, x, 0, event});
     }
 
     void SearchCalls(std::vector<EventCursor>& calls, int x, std::uint32_t first,
