@@ -87,6 +87,8 @@ TEST_F(WorkbenchTest, StartsAndEndsTheComponentInOrder) {
     EXPECT_EQ(workbench_->Start(BinDirectory(), kFake), "");
     EXPECT_STREQ(takeLog_(), "create\ninitialize 1\ndebugger connected\n");
     EXPECT_TRUE(IsStartPageShown());
+    for (const char* needsRecording : {"File/Save Recording As…", "File/Reload", "File/Close"})
+        EXPECT_FALSE(FindAction(needsRecording)->isEnabled()) << needsRecording;
     workbench_.reset();
     EXPECT_STREQ(takeLog_(), "debugger disconnected\nterminate 1\ndestroy\n");
 }

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QStyle>
 #include <QStyleFactory>
+#include <memory>
 
 #include "workbench/desktop/window/OutlinedStyle.h"
 
@@ -55,7 +56,8 @@ QPalette DarkPalette() {
 }
 
 QPalette LightPalette() {
-    return QStyleFactory::create("Fusion")->standardPalette();
+    const std::unique_ptr<QStyle> style(QStyleFactory::create("Fusion"));
+    return style->standardPalette();
 }
 
 // Asking for a bus where there is none would start one.

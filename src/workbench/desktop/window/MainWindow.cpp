@@ -48,6 +48,7 @@ MainWindow::MainWindow(Settings& settings, AppearanceSwitch& appearance)
     MakeHelpMenu();
     MakeStatusLine();
     ShowRecording(nullptr);
+    ShowUnsaved(false);
     if (!restoreGeometry(settings_.Get(kGeometry).toByteArray())) resize(kFirstSize);
     FillRecent();
 }
