@@ -1,5 +1,6 @@
 #include "platform/SurfaceGraphics.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
@@ -10,6 +11,8 @@
 namespace kvx {
 
 namespace {
+
+constexpr std::size_t kMaxShapes = 8;
 
 void FillSolid(Surface& surface, const RECT& area, COLORREF colour) {
     const std::uint32_t pixel = ToPixel(colour);
@@ -217,14 +220,15 @@ void SurfaceGraphics::RoundRect(const RECT& rect, SIZE corner,
     }
 }
 
-// Marks are drawn by the thousand in one size.
+// Marks are drawn by the thousand, in one size or, between the pixels of the screen, in a few.
 const std::vector<ShapeRow>& SurfaceGraphics::RowsOf(SIZE size, SIZE corner, int pen) {
-    const Shape shape{size, corner, pen};
-    if (shapeRows_.empty() || shape != shape_) {
-        shapeRows_ = RowsOfShape(size, corner, pen);
-        shape_ = shape;
-    }
-    return shapeRows_;
+    const auto known = std::ranges::find_if(shapes_, [&](const Shape& shape) {
+        return shape.size == size && shape.corner == corner && shape.pen == pen;
+    });
+    if (known != shapes_.end()) return known->rows;
+    if (shapes_.size() >= kMaxShapes) shapes_.clear();
+    shapes_.push_back({size, corner, pen, RowsOfShape(size, corner, pen)});
+    return shapes_.back().rows;
 }
 
 void SurfaceGraphics::Cell(const RECT& rect, const CellLook& look) {

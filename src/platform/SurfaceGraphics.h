@@ -40,11 +40,12 @@ class SurfaceGraphics : public IGraphics {
     RECT Touched() const { return grid_.ToLogical(touched_); }
 
   private:
+    // A rounded rectangle that was drawn before.
     struct Shape {
         SIZE size;
         SIZE corner;
         int pen = 0;
-        friend bool operator==(const Shape&, const Shape&) = default;
+        std::vector<ShapeRow> rows;
     };
 
     RECT Touch(const RECT& device);
@@ -56,8 +57,7 @@ class SurfaceGraphics : public IGraphics {
     const PixelGrid grid_;
     RECT clip_;  // this and what follows in device pixels
     RECT touched_;
-    Shape shape_;                      // the rounded rectangle drawn last
-    std::vector<ShapeRow> shapeRows_;  // its rows
+    std::vector<Shape> shapes_;
 };
 
 }  // namespace kvx
