@@ -102,9 +102,7 @@ TEST(Libraries, ADebuggerWithoutAFunctionIsOneMessageUntilTheNextConnection) {
             EXPECT_FALSE(host.docking.StateOf(kExpand).enabled);
             EXPECT_EQ(host.trace.Decoded(), 0u);
         }
-        host.Send(host::kEventDebuggerConnected);
-        host.Send(host::kEventTargetConnected);
-        host.Send(host::kEventTraceReady);
+        host.SendConnected();
         EXPECT_TRUE(host.docking.StateOf(kExpand).enabled);
     }
 }

@@ -209,9 +209,7 @@ TEST(Lifetime, TwoInstancesAtOneHost) {
     EXPECT_EQ(WithInMenu(host, kOpenOSTrace).size(), 1u);
     EXPECT_EQ(host.docking.Command(kOpenOSAnalyze), S_OK);
     EXPECT_EQ(WithInMenu(host, 47200).size(), 1u);
-    host.Send(host::kEventDebuggerConnected);
-    host.Send(host::kEventTargetConnected);
-    host.Send(host::kEventTraceReady);
+    host.SendConnected();
     EXPECT_TRUE(host.docking.StateOf(kExpand).enabled);
 }
 

@@ -65,6 +65,12 @@ void TestHost::Send(const GUID& event, std::uintptr_t datum) {
     BroadcastEvent(&record);
 }
 
+void TestHost::SendConnected() {
+    Send(host::kEventDebuggerConnected);
+    Send(host::kEventTargetConnected);
+    Send(host::kEventTraceReady);
+}
+
 void TestHost::ExpectNothingLeft() const {
     EXPECT_TRUE(advised.empty());
     EXPECT_TRUE(offered.empty());

@@ -55,6 +55,8 @@ class TestHost : public Counted<IQHost> {
     std::vector<GUID> asked;  // services and interfaces, in the order in which they were asked for
 
     void Send(const GUID& event, std::uintptr_t datum = 0);
+    // The debugger is there, its target, and the target's trace.
+    void SendConnected();
     // The interface that the component advised or offered.
     template <class Interface>
     Interface* Client(const GUID& id) const {

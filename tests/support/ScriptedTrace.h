@@ -91,6 +91,7 @@ struct ScriptedTrace {
     }
 
     std::uint32_t Count() const { return static_cast<std::uint32_t>(time.size()); }
+    const ScriptedTexts& Texts(std::uint32_t call) const { return texts[text[call]]; }
 
   private:
     std::uint32_t Add(std::int64_t t, int eventKind, std::uint32_t of, std::uint32_t to,

@@ -7,7 +7,7 @@
 #include <set>
 
 #include "host/Identifiers.h"
-#include "support/ScriptedTrace.h"
+#include "support/DecodedTrace.h"
 
 namespace kvx::test {
 
@@ -41,25 +41,17 @@ class ScriptedTraceService final : public IQOSTraceService,
 
     // Replaces the trace; nothing is decoded.
     void Load(ScriptedTrace trace) {
-        trace_ = std::move(trace);
-        lines_.clear();
-        for (std::uint32_t c = 0; c < trace_.contexts.size(); ++c) lines_.push_back(c);
-        end = trace_.Count() ? trace_.time.back() + 1 : 0;
-        decoded_ = 0;
-        DecodedChanged();
+        decoded_ = DecodedTrace(std::move(trace));
+        end = Trace().Count() ? Trace().time.back() + 1 : 0;
     }
-    void DecodeAll() {
-        decoded_ = trace_.Count();
-        DecodedChanged();
-    }
+    void DecodeAll() { decoded_.DecodeUpTo(Trace().Count()); }
     // After a change of what is offered or of the trace.
-    void Reload() { DecodedChanged(); }
-    ScriptedTrace& Trace() { return trace_; }
-    std::uint32_t Decoded() const { return decoded_; }
-    std::uint32_t ContextOfLine(int line) const { return lines_[static_cast<std::size_t>(line)]; }
-    int LineOf(std::uint32_t context) const {
-        return static_cast<int>(std::find(lines_.begin(), lines_.end(), context) - lines_.begin());
-    }
+    void Reload() { decoded_.Changed(); }
+    ScriptedTrace& Trace() { return decoded_.Trace(); }
+    const ScriptedTrace& Trace() const { return decoded_.Trace(); }
+    std::uint32_t Decoded() const { return decoded_.Count(); }
+    std::uint32_t ContextOfLine(int line) const { return decoded_.ContextOfLine(line); }
+    int LineOf(std::uint32_t context) const { return decoded_.LineOf(context); }
 
     HRESULT KVX_CALL QueryInterface(const GUID& id, void** out) override {
         if (id == host::kOSTraceService) return Give<IQOSTraceService>(out);
@@ -90,8 +82,8 @@ class ScriptedTraceService final : public IQOSTraceService,
                                     std::int64_t* endCount) override {
         if (Fails("GetRecordRange")) return E_FAIL;
         *first = firstRecord;
-        *last = firstRecord + static_cast<std::int32_t>(trace_.Count()) - 1;
-        *start = trace_.Count() ? trace_.time.front() : 0;
+        *last = firstRecord + static_cast<std::int32_t>(Trace().Count()) - 1;
+        *start = Trace().Count() ? Trace().time.front() : 0;
         *endCount = end;
         return S_OK;
     }
@@ -99,17 +91,12 @@ class ScriptedTraceService final : public IQOSTraceService,
                                     std::int64_t* b, std::int64_t* c) override {
         if (Failed(Called("AnalyzeRecords"))) return E_FAIL;
         if (to < from || to < firstRecord) return E_INVALIDARG;
-        const auto last =
-            std::min(static_cast<std::uint32_t>(to - firstRecord), trace_.Count() - 1);
-        decoded_ = std::max(decoded_, last + 1);
-        DecodedChanged();
-        *a = *b = trace_.time[last];
-        *c = *b + coveredAhead;
+        Decode(std::min(static_cast<std::uint32_t>(to - firstRecord), Trace().Count() - 1), a, b,
+               c);
         return S_OK;
     }
     HRESULT KVX_CALL DiscardData() override {
-        decoded_ = 0;
-        DecodedChanged();
+        decoded_.Discard();
         return Called("DiscardData");
     }
     HRESULT KVX_CALL GetRangeCondition(std::int32_t* out) override {
@@ -160,27 +147,23 @@ class ScriptedTraceService final : public IQOSTraceService,
 
     HRESULT KVX_CALL GetContextCount(std::int32_t* count) override {
         if (Fails("GetContextCount")) return E_FAIL;
-        *count = static_cast<std::int32_t>(lines_.size());
+        *count = static_cast<std::int32_t>(Trace().contexts.size());
         return S_OK;
     }
     HRESULT KVX_CALL GetContextData(std::int32_t line, _tagSContextData* out) override {
         if (Fails("GetContextData") || line == failingLine) return E_FAIL;
-        const ScriptedContext& c = trace_.contexts[ContextOfLine(line)];
+        const ScriptedContext& c = Trace().contexts[ContextOfLine(line)];
         *out = {c.type,    c.number,         c.tableAddress, ToBstr(c.name),
                 c.hatched, c.sysCallProcess, c.shown};
         return S_OK;
     }
     HRESULT KVX_CALL MoveContext(std::int32_t from, std::int32_t to) override {
         if (Failed(Called("MoveContext"))) return E_FAIL;
-        const std::uint32_t moved = ContextOfLine(from);
-        lines_.erase(lines_.begin() + from);
-        lines_.insert(lines_.begin() + to, moved);
-        DecodedChanged();
+        decoded_.MoveLine(from, to);
         return S_OK;
     }
     HRESULT KVX_CALL ResetContextOrder() override {
-        std::sort(lines_.begin(), lines_.end());
-        DecodedChanged();
+        decoded_.SortLines();
         return Called("ResetContextOrder");
     }
     HRESULT KVX_CALL ShowContext(VARIANT lines) override {
@@ -193,38 +176,41 @@ class ScriptedTraceService final : public IQOSTraceService,
 
     HRESULT KVX_CALL GetEventCount(std::uint32_t* count) override {
         if (Fails("GetEventCount")) return E_FAIL;
-        *count = decoded_;
+        *count = Decoded();
         return S_OK;
     }
     HRESULT KVX_CALL GetEventKind(std::uint32_t e, std::int32_t* kind) override {
-        return Read("GetEventKind", e, kind, [&] { return trace_.kind[e]; });
+        return Read("GetEventKind", e, kind, [&] { return Trace().kind[e]; });
     }
     HRESULT KVX_CALL GetEventTime(std::uint32_t e, std::int64_t* t) override {
-        return Read("GetEventTime", e, t, [&] { return trace_.time[e]; });
+        return Read("GetEventTime", e, t, [&] { return Trace().time[e]; });
     }
     HRESULT KVX_CALL GetEventEndTime(std::uint32_t e, std::int64_t* t) override {
         return Read("GetEventEndTime", e, t, [&] {
-            const std::uint32_t last = trace_.endEvent[e];
-            if (last >= decoded_) return std::int64_t{0};
-            return trace_.time[last] ? trace_.time[last] : host::kEndAtZero;
+            const std::uint32_t last = Trace().endEvent[e];
+            if (last >= Decoded()) return std::int64_t{0};
+            return Trace().time[last] ? Trace().time[last] : host::kEndAtZero;
         });
     }
     HRESULT KVX_CALL GetEventTipText(std::uint32_t e, BSTR* text) override {
         return Read("GetEventTipText", e, text, [&] {
-            return ToBstr("Event " + std::to_string(e) + "\nat " + std::to_string(trace_.time[e]));
+            return ToBstr("Event " + std::to_string(e) + "\nat " + std::to_string(Trace().time[e]));
         });
     }
     HRESULT KVX_CALL GetEventContext(std::uint32_t e, std::int32_t* line) override {
-        return Read("GetEventContext", e, line, [&] { return lineOf_[trace_.context[e]]; });
+        return Read("GetEventContext", e, line,
+                    [&] { return decoded_.LineOf(Trace().context[e]); });
     }
     HRESULT KVX_CALL GetEventNextContext(std::uint32_t e, std::int32_t* line) override {
-        return Read("GetEventNextContext", e, line, [&] { return lineOf_[trace_.next[e]]; });
+        return Read("GetEventNextContext", e, line,
+                    [&] { return decoded_.LineOf(Trace().next[e]); });
     }
     HRESULT KVX_CALL GetEventState(std::uint32_t e, std::int32_t* state) override {
-        return Read("GetEventState", e, state, [&] { return trace_.code[e]; });
+        return Read("GetEventState", e, state, [&] { return Trace().code[e]; });
     }
     HRESULT KVX_CALL GetEventStateContext(std::uint32_t e, std::int32_t* line) override {
-        return Read("GetEventStateContext", e, line, [&] { return lineOf_[trace_.next[e]]; });
+        return Read("GetEventStateContext", e, line,
+                    [&] { return decoded_.LineOf(Trace().next[e]); });
     }
     HRESULT KVX_CALL IsEventSuspended(std::uint32_t e, VARIANT_BOOL* yes) override {
         return Flag("IsEventSuspended", e, yes, host::kFlagSuspended);
@@ -234,7 +220,7 @@ class ScriptedTraceService final : public IQOSTraceService,
     }
     HRESULT KVX_CALL GetContextEventCount(std::int32_t line, std::uint32_t* count) override {
         if (Fails("GetContextEventCount")) return E_FAIL;
-        *count = Shown(trace_.statesOf[ContextOfLine(line)]).count;
+        *count = decoded_.StatesOf(line).count;
         return S_OK;
     }
     HRESULT KVX_CALL GetContextEventTime(std::int32_t line, std::uint32_t j,
@@ -242,32 +228,32 @@ class ScriptedTraceService final : public IQOSTraceService,
         std::uint32_t e = 0;
         const HRESULT status = GetContextEvent(line, j, &e);
         if (Failed(status) || Fails("GetContextEventTime")) return E_FAIL;
-        *t = trace_.time[e];
+        *t = Trace().time[e];
         return S_OK;
     }
     HRESULT KVX_CALL GetContextEvent(std::int32_t line, std::uint32_t j,
                                      std::uint32_t* event) override {
         ++reads;
-        const host::EventList list = Shown(trace_.statesOf[ContextOfLine(line)]);
+        const host::EventList list = decoded_.StatesOf(line);
         if (Fails("GetContextEvent") || j >= list.count) return E_FAIL;
         *event = list.events[j];
         return S_OK;
     }
     HRESULT KVX_CALL GetSysCallEvent(std::uint32_t e, std::uint32_t* timed) override {
         return Read("GetSysCallEvent", e, timed, [&] {
-            const auto at = trace_.placedAt.find(e);
-            return at == trace_.placedAt.end() ? e : at->second;
+            const auto at = Trace().placedAt.find(e);
+            return at == Trace().placedAt.end() ? e : at->second;
         });
     }
     HRESULT KVX_CALL GetSysCallClass(std::uint32_t e, std::int32_t* cls) override {
-        return Read("GetSysCallClass", e, cls, [&] { return trace_.code[e]; });
+        return Read("GetSysCallClass", e, cls, [&] { return Trace().code[e]; });
     }
 
     HRESULT KVX_CALL SearchFirst(std::uint32_t from, std::uint32_t* found, VARIANT_BOOL* more,
                                  VARIANT_BOOL* hit) override {
         if (searchText.empty() || Failed(Called("SearchFirst"))) return E_FAIL;
         *hit = Succeeded(Search(from, 1, found)) ? VARIANT_TRUE : VARIANT_FALSE;
-        *more = decoded_ < trace_.Count() ? VARIANT_TRUE : VARIANT_FALSE;
+        *more = Decoded() < Trace().Count() ? VARIANT_TRUE : VARIANT_FALSE;
         return S_OK;
     }
     HRESULT KVX_CALL SearchPrevious(std::uint32_t from, std::uint32_t* found) override {
@@ -279,23 +265,21 @@ class ScriptedTraceService final : public IQOSTraceService,
 
     HRESULT KVX_CALL StartPickUp() override {
         if (pickUpChoice.empty() || Failed(Called("StartPickUp"))) return E_FAIL;
-        pickUpActive_ = true;
-        DecodedChanged();
+        decoded_.PickUp(pickUpChoice);
         return S_OK;
     }
     HRESULT KVX_CALL EndPickUp() override {
-        pickUpActive_ = false;
-        DecodedChanged();
+        decoded_.PickUp({});
         return Called("EndPickUp");
     }
     HRESULT KVX_CALL IsPickUpActive(VARIANT_BOOL* yes) override {
         if (Fails("IsPickUpActive")) return E_FAIL;
-        *yes = pickUpActive_ ? VARIANT_TRUE : VARIANT_FALSE;
+        *yes = decoded_.IsPickedUp() ? VARIANT_TRUE : VARIANT_FALSE;
         return S_OK;
     }
     HRESULT KVX_CALL GetHistoryCount(std::uint32_t* count) override {
         if (Fails("GetHistoryCount")) return E_FAIL;
-        *count = static_cast<std::uint32_t>(History().size());
+        *count = static_cast<std::uint32_t>(decoded_.History().size());
         return S_OK;
     }
     HRESULT KVX_CALL GetHistoryEvent(std::uint32_t h, std::uint32_t* event) override {
@@ -303,7 +287,7 @@ class ScriptedTraceService final : public IQOSTraceService,
     }
     HRESULT KVX_CALL GetHistoryIndex(std::uint32_t event, std::uint32_t* h) override {
         ++reads;
-        const auto& history = History();
+        const auto& history = decoded_.History();
         const auto at = std::lower_bound(history.begin(), history.end(), event);
         if (Fails("GetHistoryIndex") || at == history.end() || *at != event) return E_FAIL;
         *h = static_cast<std::uint32_t>(at - history.begin());
@@ -311,31 +295,31 @@ class ScriptedTraceService final : public IQOSTraceService,
     }
     HRESULT KVX_CALL GetHistoryNumber(std::uint32_t h, std::int32_t* number) override {
         return ReadHistory("GetHistoryNumber", h, number, [this](std::uint32_t e) {
-            const auto& all = trace_.sysCalls;
+            const auto& all = Trace().sysCalls;
             return std::lower_bound(all.begin(), all.end(), e) - all.begin() + 1;
         });
     }
     HRESULT KVX_CALL GetHistoryName(std::uint32_t h, BSTR* text) override {
         return ReadHistory("GetHistoryName", h, text,
-                           [this](std::uint32_t e) { return ToBstr(Texts(e).name); });
+                           [this](std::uint32_t e) { return ToBstr(Trace().Texts(e).name); });
     }
     HRESULT KVX_CALL GetHistoryParameter(std::uint32_t h, BSTR* text) override {
         return ReadHistory("GetHistoryParameter", h, text,
-                           [this](std::uint32_t e) { return ToBstr(Texts(e).parameters); });
+                           [this](std::uint32_t e) { return ToBstr(Trace().Texts(e).parameters); });
     }
     HRESULT KVX_CALL GetHistoryReturnParameter(std::uint32_t h, BSTR* text) override {
         return ReadHistory("GetHistoryReturnParameter", h, text,
-                           [this](std::uint32_t e) { return ToBstr(Texts(e).returned); });
+                           [this](std::uint32_t e) { return ToBstr(Trace().Texts(e).returned); });
     }
     HRESULT KVX_CALL GetHistoryTime(std::uint32_t h, std::int64_t* t) override {
         return ReadHistory("GetHistoryTime", h, t,
-                           [this](std::uint32_t e) { return trace_.time[e]; });
+                           [this](std::uint32_t e) { return Trace().time[e]; });
     }
 
     HRESULT KVX_CALL GetColumns(host::OSTraceColumns* out) override {
         if (Failed(Called("GetColumns"))) return E_FAIL;
-        RefreshColumns();
-        *out = columns_;
+        *out = decoded_.Columns();
+        if (!indexed) out->dispatchesTo = out->sysCallsOf = nullptr;
         return S_OK;
     }
     HRESULT KVX_CALL AnalyzeUntil(std::int32_t from, std::int32_t to, double until,
@@ -344,12 +328,9 @@ class ScriptedTraceService final : public IQOSTraceService,
         if (Failed(Called("AnalyzeUntil"))) return E_FAIL;
         for (*last = from; *last < to; ++*last) {
             const auto at = static_cast<std::size_t>(*last - firstRecord);
-            if (static_cast<double>(trace_.time[at]) > until) break;
+            if (static_cast<double>(Trace().time[at]) > until) break;
         }
-        decoded_ = std::max(decoded_, static_cast<std::uint32_t>(*last - firstRecord) + 1);
-        DecodedChanged();
-        *a = *b = trace_.time[static_cast<std::size_t>(*last - firstRecord)];
-        *c = *b + coveredAhead;
+        Decode(static_cast<std::uint32_t>(*last - firstRecord), a, b, c);
         return S_OK;
     }
 
@@ -370,103 +351,41 @@ class ScriptedTraceService final : public IQOSTraceService,
     template <class Out, class Value>
     HRESULT Read(const char* operation, std::uint32_t event, Out* out, Value value) {
         ++reads;
-        if (Fails(operation) || event >= decoded_) return E_FAIL;
+        if (Fails(operation) || event >= Decoded()) return E_FAIL;
         *out = static_cast<Out>(value());
         return S_OK;
     }
     HRESULT Flag(const char* operation, std::uint32_t e, VARIANT_BOOL* yes, std::uint8_t flag) {
         return Read(operation, e, yes,
-                    [&] { return trace_.flags[e] & flag ? VARIANT_TRUE : VARIANT_FALSE; });
+                    [&] { return Trace().flags[e] & flag ? VARIANT_TRUE : VARIANT_FALSE; });
     }
     template <class Out, class Value>
     HRESULT ReadHistory(const char* operation, std::uint32_t h, Out* out, Value value) {
         ++reads;
-        if (Fails(operation) || h >= History().size()) return E_FAIL;
-        *out = static_cast<Out>(value(History()[h]));
+        if (Fails(operation) || h >= decoded_.History().size()) return E_FAIL;
+        *out = static_cast<Out>(value(decoded_.History()[h]));
+        return S_OK;
+    }
+    // Up to the record, and how far that is.
+    void Decode(std::uint32_t record, std::int64_t* a, std::int64_t* b, std::int64_t* c) {
+        decoded_.DecodeUpTo(record + 1);
+        *a = *b = Trace().time[record];
+        *c = *b + coveredAhead;
+    }
+    HRESULT Search(std::uint32_t from, int step, std::uint32_t* found) const {
+        const auto event = decoded_.FindCall(searchText, from, step);
+        if (!event) return E_FAIL;
+        *found = *event;
         return S_OK;
     }
     HRESULT SetShown(const char* operation, const VARIANT& lines, int shown) {
         for (std::uint32_t i = 0; i < SafeArrayGetCount(lines.parray); ++i) {
             const auto line = static_cast<int>(SafeArrayElement(lines.parray, i)->uintVal);
-            trace_.contexts[ContextOfLine(line)].shown = shown;
+            Trace().contexts[ContextOfLine(line)].shown = shown;
         }
         return Called(operation);
     }
-    HRESULT Search(std::uint32_t from, int step, std::uint32_t* found) const {
-        for (std::int64_t e = std::int64_t{from} + step; e >= 0 && e < decoded_; e += step) {
-            const auto event = static_cast<std::uint32_t>(e);
-            const bool call = trace_.kind[event] == kEventSysCall;
-            if (!call || Texts(event).name.find(searchText) == std::string::npos) continue;
-            *found = event;
-            return S_OK;
-        }
-        return E_FAIL;
-    }
-    const ScriptedTexts& Texts(std::uint32_t event) const {
-        return trace_.texts[trace_.text[event]];
-    }
-    host::EventList Shown(const std::vector<std::uint32_t>& list) const {
-        const auto upTo = std::lower_bound(list.begin(), list.end(), decoded_);
-        return {list.data(), static_cast<std::uint32_t>(upTo - list.begin())};
-    }
-    void DecodedChanged() {
-        stale_ = historyStale_ = true;
-        lineOf_.assign(trace_.contexts.size(), 0);
-        for (std::uint32_t line = 0; line < lines_.size(); ++line) lineOf_[lines_[line]] = line;
-    }
-    const std::vector<std::uint32_t>& History() {
-        if (!std::exchange(historyStale_, false)) return history_;
-        history_.clear();
-        for (const std::uint32_t e : trace_.sysCalls) {
-            const bool chosen = !pickUpActive_ || pickUpChoice.contains(Texts(e).name);
-            if (e < decoded_ && chosen) history_.push_back(e);
-        }
-        return history_;
-    }
-    std::vector<host::EventList> ShownLists(
-        const std::vector<std::vector<std::uint32_t>>& lists) const {
-        std::vector<host::EventList> shown;
-        for (const auto& list : lists) shown.push_back(Shown(list));
-        return shown;
-    }
-    void RefreshColumns() {
-        if (!std::exchange(stale_, false)) return;
-        endEvent_ = trace_.endEvent;
-        for (auto& last : endEvent_) last = last < decoded_ ? last : host::kOpenEnd;
-        statesOf_ = ShownLists(trace_.statesOf);
-        dispatchesTo_ = ShownLists(trace_.dispatchesTo);
-        sysCallsOf_ = ShownLists(trace_.sysCallsOf);
-        columns_ = {};
-        columns_.eventCount = decoded_;
-        columns_.time = trace_.time.data();
-        columns_.endEvent = endEvent_.data();
-        columns_.context = trace_.context.data();
-        columns_.next = trace_.next.data();
-        columns_.kind = trace_.kind.data();
-        columns_.code = trace_.code.data();
-        columns_.flags = trace_.flags.data();
-        columns_.contextCount = static_cast<std::uint32_t>(trace_.contexts.size());
-        columns_.lineOfContext = lineOf_.data();
-        columns_.dispatches = Shown(trace_.dispatches);
-        columns_.sysCalls = Shown(trace_.sysCalls);
-        columns_.stateEvents = statesOf_.data();
-        columns_.dispatchesTo = indexed ? dispatchesTo_.data() : nullptr;
-        columns_.sysCallsOf = indexed ? sysCallsOf_.data() : nullptr;
-    }
-
-    ScriptedTrace trace_;
-    std::vector<std::uint32_t> lines_;   // context of each line
-    std::vector<std::uint32_t> lineOf_;  // line of each context
-    std::uint32_t decoded_ = 0;
-    bool pickUpActive_ = false;
-    bool historyStale_ = true;
-    std::vector<std::uint32_t> history_;
-    bool stale_ = true;
-    std::vector<std::uint32_t> endEvent_;
-    std::vector<host::EventList> statesOf_;
-    std::vector<host::EventList> dispatchesTo_;
-    std::vector<host::EventList> sysCallsOf_;
-    host::OSTraceColumns columns_;
+    DecodedTrace decoded_;
 };
 
 }  // namespace kvx::test

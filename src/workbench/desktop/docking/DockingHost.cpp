@@ -130,23 +130,27 @@ HRESULT DockingHost::RegisterWindow(HWND docking, HWND control, std::uint32_t id
     });
 }
 
-HRESULT DockingHost::AddMenu(std::uint32_t identifier, HWND docking, const MenuNode* root,
-                             IQCommandTarget* target) {
-    if (!root || !target) return E_POINTER;
+template <class Add>
+HRESULT DockingHost::AddTo(HWND docking, std::uint32_t identifier, Add add) {
     DockingWindow* window = windows_.Find(docking);
     if (docking && !window) return E_INVALIDARG;
     return Guarded([&] {
         Registration& registration = Under(identifier);
-        if (window) {
-            SetWindowMenu(*window, registration, root, target);
-        } else {
-            MergeMenu(*main_.menuBar(), root->children, root->childCount, target,
-                      *registration.commands, windows_.MenusBefore());
-            registration.inMenuBar = true;
-            WatchMenuBar();
-        }
+        add(window, registration);
         registration.commands->Update();
         return S_OK;
+    });
+}
+
+HRESULT DockingHost::AddMenu(std::uint32_t identifier, HWND docking, const MenuNode* root,
+                             IQCommandTarget* target) {
+    if (!root || !target) return E_POINTER;
+    return AddTo(docking, identifier, [&](DockingWindow* window, Registration& registration) {
+        if (window) return SetWindowMenu(*window, registration, root, target);
+        MergeMenu(*main_.menuBar(), root->children, root->childCount, target,
+                  *registration.commands, windows_.MenusBefore());
+        registration.inMenuBar = true;
+        WatchMenuBar();
     });
 }
 
@@ -154,17 +158,12 @@ HRESULT DockingHost::AddToolbar(std::uint32_t identifier, HWND docking, BSTR nam
                                 const ToolbarButton* buttons, std::uint32_t count,
                                 IQCommandTarget* target) {
     if (!buttons || !target) return E_POINTER;
-    DockingWindow* window = windows_.Find(docking);
-    if (docking && !window) return E_INVALIDARG;
-    return Guarded([&] {
-        Registration& registration = Under(identifier);
+    return AddTo(docking, identifier, [&](DockingWindow* window, Registration& registration) {
         const QString key = window ? ToolbarName(*window) : FromBstr(name);
         CommandToolbar* toolbar = Toolbar(key);
         if (!toolbar) toolbar = MakeToolbar(window, key, FromBstr(title));
         toolbar->AddButtons(buttons, count, target, *registration.commands);
         registration.toolbars.emplace_back(toolbar);
-        registration.commands->Update();
-        return S_OK;
     });
 }
 
@@ -172,19 +171,15 @@ HRESULT DockingHost::AddAccelerators(std::uint32_t identifier, HWND docking,
                                      const Accelerator* keys, std::uint32_t count,
                                      IQCommandTarget* target) {
     if (!keys || !target) return E_POINTER;
-    DockingWindow* window = windows_.Find(docking);
-    if (docking && !window) return E_INVALIDARG;
-    return Guarded([&] {
-        CommandSet& commands = *Under(identifier).commands;
+    return AddTo(docking, identifier, [&](DockingWindow* window, Registration& registration) {
         QWidget& where = window ? static_cast<QWidget&>(*window) : main_;
         for (std::uint32_t i = 0; i < count; ++i) {
-            QAction* action = commands.Action(target, keys[i].command);
+            QAction* action = registration.commands->Action(target, keys[i].command);
             action->setShortcuts(action->shortcuts() << KeySequenceOf(keys[i]));
             action->setShortcutContext(window ? Qt::WidgetWithChildrenShortcut
                                               : Qt::WindowShortcut);
             where.addAction(action);
         }
-        return S_OK;
     });
 }
 

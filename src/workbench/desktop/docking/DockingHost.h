@@ -75,6 +75,10 @@ class DockingHost final : public Implementation<IQDockingHost, host::kDockingHos
     };
 
     Registration& Under(std::uint32_t identifier);
+    // Adds to a docking window, or to the main window where docking is 0: add is given the docking
+    // window, or null, and what is registered under the identifier.
+    template <class Add>
+    HRESULT AddTo(HWND docking, std::uint32_t identifier, Add add);
     CommandToolbar* MakeToolbar(DockingWindow* window, const QString& name, const QString& title);
     CommandToolbar* ToolbarOf(HWND docking) const;
     void SetWindowMenu(DockingWindow& window, Registration& registration, const MenuNode* root,
