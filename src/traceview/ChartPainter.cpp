@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "host/TraceCodes.h"
 #include "platform/SystemInfo.h"
-#include "trace/TaskStates.h"
 
 namespace kvx::chart {
 namespace {
@@ -123,8 +123,8 @@ void DrawRuns(CDC& dc, const ChartGeometry& geometry, const std::vector<RunBar>&
 
 void DrawMarks(CDC& dc, const ChartGeometry& geometry, const std::vector<Mark>& marks,
                const COSColor& colors, COSTip& tips) {
-    std::array<CBrush, kSysCallClasses + 1> brushes;
-    for (int cls = 0; cls <= kSysCallClasses; ++cls) {
+    std::array<CBrush, host::kCallClasses + 1> brushes;
+    for (int cls = 0; cls <= host::kCallClasses; ++cls) {
         brushes[static_cast<std::size_t>(cls)].CreateSolidBrush(colors.GetSysCallColor(cls));
     }
     CPen pen(PS_SOLID, 1, colors[EColor::Run]);
@@ -135,7 +135,7 @@ void DrawMarks(CDC& dc, const ChartGeometry& geometry, const std::vector<Mark>& 
         const int y = geometry.LineCentre(mark.line);
         const RECT rect = {mark.x - geometry.charWidth / 2, y - h / 3,
                            mark.x + geometry.charWidth / 2, y + h / 3};
-        const bool known = mark.cls > 0 && mark.cls <= kSysCallClasses;
+        const bool known = mark.cls > 0 && mark.cls <= host::kCallClasses;
         dc.SelectObject(&brushes[known ? static_cast<std::size_t>(mark.cls) : 0]);
         dc.RoundRect(rect.left, rect.top, rect.right, rect.bottom, h, h);
         tips.AddTipRect(rect, mark.event);

@@ -81,7 +81,7 @@ void CRdyToRunAnalysis::CreditRange(const Events& events) {
         const int kind = events.Kind(e);
         if (kind == kEventState) {
             CRdyToRun* const record = Find(events.StateContext(e));
-            const bool ready = events.State(e) == static_cast<int>(kvx::TaskState::kReady);
+            const bool ready = events.State(e) == kvx::host::Code(kvx::host::StateCode::Ready);
             if (record) record->readySince = ready ? events.Time(e) : 0.0;
         } else if (kind == kEventDispatch) {
             const double t = events.Time(e);

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/OSTraceService.h"
-#include "trace/TaskStates.h"
+#include "host/TraceCodes.h"
 
 namespace kvx {
 
@@ -32,7 +32,7 @@ class ReadyLookBack {
         const int kind = events_.Kind(event);
         if (kind == kEventDispatch) Note(events_.Context(event), event);
         const bool ready =
-            kind == kEventState && events_.State(event) == static_cast<int>(TaskState::kReady);
+            kind == kEventState && events_.State(event) == host::Code(host::StateCode::Ready);
         if (ready) Note(events_.StateContext(event), event);
     }
     void Note(std::uint32_t context, std::uint32_t event) {

@@ -1,29 +1,20 @@
 #include "workbench/service/EventTexts.h"
 
 #include <algorithm>
-#include <array>
 
 #include "host/OSTraceService.h"
+#include "host/TraceCodes.h"
 #include "platform/Text.h"
 #include "workbench/service/Task.h"
 
 namespace kvx::service {
 namespace {
 
-constexpr std::array<std::string_view, 14> kStates = {
-    "",          "RDY",       "DMT",       "WAI (SLP)", "WAI (DLY)",
-    "WAI (FLG)", "WAI (SEM)", "WAI (MBX)", "WAI (DTQ)", "WAI (VSDTQ,VRDTQ)",
-    "WAI (MPF)", "WAI (MBF)", "WAI (MTX)", "WAI (MPL)"};
-
 std::string WithParameters(const std::string& name, const std::string& parameters) {
     return FormatText("%s(%s)", name.c_str(), parameters.c_str());
 }
 
 }  // namespace
-
-std::string_view StateName(std::uint8_t code) {
-    return code < kStates.size() ? kStates[code] : "";
-}
 
 const std::string& EventTexts::CallName(std::uint32_t event) const {
     return names_.Get(store_.Call(event)).name;
@@ -45,7 +36,7 @@ std::string EventTexts::Call(std::uint32_t event) const {
 }
 
 std::string EventTexts::State(std::uint32_t event) const {
-    std::string text(StateName(store_.Code(event)));
+    std::string text(host::StateName(store_.Code(event)));
     if (store_.Flags(event) & host::kFlagSuspended) text += "+SUS";
     if (store_.Flags(event) & host::kFlagPaused) text += "+PAUSE";
     return text;

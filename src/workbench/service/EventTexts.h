@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "workbench/service/CallNames.h"
 #include "workbench/service/ContextTable.h"
@@ -11,9 +10,6 @@
 #include "workbench/service/Recording.h"
 
 namespace kvx::service {
-
-// "RDY", "DMT", "WAI (SEM)"; empty for a code outside 1 to 13.
-std::string_view StateName(std::uint8_t code);
 
 class EventTexts {
   public:

@@ -3,17 +3,18 @@
 
 #include <cstdint>
 
+#include "host/TraceCodes.h"
 #include "workbench/service/CallStack.h"
 #include "workbench/service/ContextTable.h"
 #include "workbench/service/EventStore.h"
 
 namespace kvx::service {
 
-// The state codes that are not waits, and the one for a wait that nothing explains better.
-inline constexpr std::uint8_t kCodeReady = 1;
-inline constexpr std::uint8_t kCodeDormant = 2;
-inline constexpr std::uint8_t kCodeSleeping = 3;
-inline constexpr std::uint8_t kCodeDelay = 4;
+// The state codes that are not waits, and those of waits that the decoder itself decides.
+inline constexpr std::uint8_t kCodeReady = host::Code(host::StateCode::Ready);
+inline constexpr std::uint8_t kCodeDormant = host::Code(host::StateCode::Dormant);
+inline constexpr std::uint8_t kCodeSleeping = host::Code(host::StateCode::Sleeping);
+inline constexpr std::uint8_t kCodeDelay = host::Code(host::StateCode::Delay);
 
 enum class Activity : std::uint8_t { Unknown, Running, Ready, Waiting, Dormant };
 

@@ -47,7 +47,7 @@ struct Wait {
 struct Task : Context {
     std::int32_t id = 0;
     TaskConfig config;
-    TaskState state = TaskState::Dormant;
+    LoggedState state = LoggedState::Dormant;
     std::int32_t basePriority = 0;
     std::int32_t priority = 0;     // the base priority, or a higher one that a mutex gives
     std::int32_t activations = 0;  // requests that are queued
@@ -57,7 +57,7 @@ struct Task : Context {
     std::vector<Mutex*> held;
 
     bool IsWaiting() const {
-        return state == TaskState::Waiting || state == TaskState::WaitingSuspended;
+        return state == LoggedState::Waiting || state == LoggedState::WaitingSuspended;
     }
 };
 

@@ -27,10 +27,10 @@ void KernelMoment::Apply(const TraceRecord& record) {
     }
 }
 
-TaskState KernelMoment::StateOf(const Task& task) const {
+LoggedState KernelMoment::StateOf(const Task& task) const {
     const auto id = static_cast<std::size_t>(task.id);
     if (id < tasks_.size() && tasks_[id].changed) return tasks_[id].state;
-    return task.config.active ? TaskState::Runnable : TaskState::Dormant;
+    return task.config.active ? LoggedState::Runnable : LoggedState::Dormant;
 }
 
 }  // namespace kvx::simulation

@@ -13,7 +13,7 @@ class KernelMoment {
     // Goes on past the record.
     void Apply(const TraceRecord& record);
 
-    TaskState StateOf(const Task& task) const;
+    LoggedState StateOf(const Task& task) const;
     // Neither a task nor a handler runs.
     bool IsIdle() const { return running_ == 0 && handlers_ == 0; }
 
@@ -21,7 +21,7 @@ class KernelMoment {
     // By task id, as far as records have named them; before that a task is as it is configured.
     struct Seen {
         bool changed = false;
-        TaskState state = TaskState::Dormant;
+        LoggedState state = LoggedState::Dormant;
     };
     std::vector<Seen> tasks_;
     std::int32_t running_ = 0;  // task id; 0: none

@@ -97,7 +97,7 @@ void PutRecord(const TraceRecord& record, LineWriter& line) {
 
 }  // namespace
 
-std::string_view NameOf(TaskState state) {
+std::string_view NameOf(LoggedState state) {
     return kStates[static_cast<std::size_t>(state)];
 }
 

@@ -11,7 +11,7 @@ namespace kvx::simulation {
 inline constexpr std::size_t kLongestLine = 512;
 
 // As the log and its resource file spell it.
-std::string_view NameOf(TaskState state);
+std::string_view NameOf(LoggedState state);
 
 // Writes the record's line at to, which has room for the longest one; the end of the line.
 char* PutLogLine(const TraceRecord& record, char* to);

@@ -14,7 +14,7 @@ class Recorder {
     void AdvanceTo(Time time) { now_ = time; }
 
     void Dispatch(TraceKind kind, std::int32_t task) { Write({.kind = kind, .id = task}); }
-    void State(std::int32_t task, TaskState state) {
+    void State(std::int32_t task, LoggedState state) {
         Write({.kind = TraceKind::TaskState, .state = state, .id = task});
     }
     void Handler(TraceKind kind, HandlerKind handler, std::int32_t id) {

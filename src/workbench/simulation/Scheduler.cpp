@@ -9,7 +9,7 @@ void Scheduler::Introduce(Task& task) {
     task.timer.task = &task;
     if (!task.config.active) return;
     task.program = task.config.body();
-    task.state = TaskState::Runnable;
+    task.state = LoggedState::Runnable;
     ready_.Append(task);
 }
 
@@ -26,7 +26,7 @@ void Scheduler::Activate(Task& task) {
     task.remaining = 0;
     task.wakeups = 0;
     task.basePriority = task.priority = task.config.priority;
-    SetState(task, TaskState::Runnable);
+    SetState(task, LoggedState::Runnable);
 }
 
 void Scheduler::Exit(Task& task) {
@@ -36,7 +36,7 @@ void Scheduler::Exit(Task& task) {
         if (object) object->WaiterLeft(*this);
     }
     while (!task.held.empty()) task.held.back()->GiveUp(*this);
-    SetState(task, TaskState::Dormant);
+    SetState(task, LoggedState::Dormant);
     task.program = {};
     if (&task == running_) {
         recorder_.Dispatch(TraceKind::DispatchFrom, task.id);
@@ -52,7 +52,7 @@ CallResult Scheduler::Block(WaitQueue* queue, std::int32_t timeout, Wait wait) {
     Task& task = *running_;
     task.wait = wait;
     task.wait.queue = queue;
-    SetState(task, TaskState::Waiting);
+    SetState(task, LoggedState::Waiting);
     if (queue) queue->Insert(task);
     if (timeout > 0) timers_.StartAfter(task.timer, timeout);
     return {};
@@ -61,8 +61,8 @@ CallResult Scheduler::Block(WaitQueue* queue, std::int32_t timeout, Wait wait) {
 void Scheduler::Release(Task& task, CallResult result) {
     StopWaiting(task);
     task.result = result;
-    SetState(task, task.state == TaskState::WaitingSuspended ? TaskState::Suspended
-                                                             : TaskState::Runnable);
+    SetState(task, task.state == LoggedState::WaitingSuspended ? LoggedState::Suspended
+                                                               : LoggedState::Runnable);
 }
 
 void Scheduler::Abandon(Task& task, std::int32_t ercd) {
@@ -73,33 +73,33 @@ void Scheduler::Abandon(Task& task, std::int32_t ercd) {
 
 CallResult Scheduler::Suspend(Task& task) {
     switch (task.state) {
-        case TaskState::Dormant:
+        case LoggedState::Dormant:
             return {E_OBJ};
-        case TaskState::Suspended:
-        case TaskState::WaitingSuspended:
+        case LoggedState::Suspended:
+        case LoggedState::WaitingSuspended:
             return {E_QOVR};
-        case TaskState::Runnable:
-            SetState(task, TaskState::Suspended);
+        case LoggedState::Runnable:
+            SetState(task, LoggedState::Suspended);
             return {};
-        case TaskState::Waiting:
-            SetState(task, TaskState::WaitingSuspended);
+        case LoggedState::Waiting:
+            SetState(task, LoggedState::WaitingSuspended);
             return {};
     }
     return {};
 }
 
 CallResult Scheduler::Resume(Task& task) {
-    if (task.state == TaskState::Suspended)
-        SetState(task, TaskState::Runnable);
-    else if (task.state == TaskState::WaitingSuspended)
-        SetState(task, TaskState::Waiting);
+    if (task.state == LoggedState::Suspended)
+        SetState(task, LoggedState::Runnable);
+    else if (task.state == LoggedState::WaitingSuspended)
+        SetState(task, LoggedState::Waiting);
     else
         return {E_OBJ};
     return {};
 }
 
 void Scheduler::SetPriority(Task& task, std::int32_t priority, Place place) {
-    const bool isReady = task.state == TaskState::Runnable;
+    const bool isReady = task.state == LoggedState::Runnable;
     WaitQueue* const queue = task.IsWaiting() ? task.wait.queue : nullptr;
     if (isReady) ready_.Remove(task);
     if (queue) queue->Remove(task);
@@ -109,10 +109,10 @@ void Scheduler::SetPriority(Task& task, std::int32_t priority, Place place) {
     place == Place::First ? ready_.Prepend(task) : ready_.Append(task);
 }
 
-void Scheduler::SetState(Task& task, TaskState state) {
-    if (task.state == TaskState::Runnable) ready_.Remove(task);
+void Scheduler::SetState(Task& task, LoggedState state) {
+    if (task.state == LoggedState::Runnable) ready_.Remove(task);
     task.state = state;
-    if (state == TaskState::Runnable) ready_.Append(task);
+    if (state == LoggedState::Runnable) ready_.Append(task);
     recorder_.State(task.id, state);
 }
 

@@ -42,7 +42,7 @@ class Scheduler {
     void Rotate(std::int32_t priority) { ready_.Rotate(priority); }
 
   private:
-    void SetState(Task& task, TaskState state);
+    void SetState(Task& task, LoggedState state);
     void StopWaiting(Task& task);
 
     Recorder& recorder_;

@@ -13,7 +13,7 @@ Task& TaskOf(Kernel& kernel, const Arguments& given) {
 
 CallResult Activate(Kernel& kernel, const Arguments& given) {
     Task& task = TaskOf(kernel, given);
-    if (task.state == TaskState::Dormant) {
+    if (task.state == LoggedState::Dormant) {
         kernel.Tasks().Activate(task);
         return {};
     }
@@ -25,7 +25,7 @@ CallResult Activate(Kernel& kernel, const Arguments& given) {
 CallResult Terminate(Kernel& kernel, const Arguments& given) {
     Task& task = TaskOf(kernel, given);
     if (&task == kernel.Tasks().Running()) return {E_ILUSE};
-    if (task.state == TaskState::Dormant) return {E_OBJ};
+    if (task.state == LoggedState::Dormant) return {E_OBJ};
     kernel.Tasks().Exit(task);
     return {};
 }
@@ -33,7 +33,7 @@ CallResult Terminate(Kernel& kernel, const Arguments& given) {
 CallResult ChangePriority(Kernel& kernel, const Arguments& given) {
     Task& task = TaskOf(kernel, given);
     if (given[1] < 1 || given[1] > kLowestPriority) return {E_PAR};
-    if (task.state == TaskState::Dormant) return {E_OBJ};
+    if (task.state == LoggedState::Dormant) return {E_OBJ};
     task.basePriority = given[1];
     if (task.held.empty()) kernel.Tasks().SetPriority(task, given[1], Scheduler::Place::Last);
     Mutex::UpdatePriority(kernel.Tasks(), task);
@@ -50,7 +50,7 @@ CallResult Sleep(Kernel& kernel, std::int32_t timeout) {
 
 CallResult WakeUp(Kernel& kernel, const Arguments& given) {
     Task& task = TaskOf(kernel, given);
-    if (task.state == TaskState::Dormant) return {E_OBJ};
+    if (task.state == LoggedState::Dormant) return {E_OBJ};
     if (task.wait.sleep) {
         kernel.Tasks().Release(task);
         return {};

@@ -23,7 +23,7 @@ enum class TraceKind : std::uint8_t {
 
 enum class HandlerKind : std::uint8_t { Interrupt, ServiceRoutine, Cyclic, Alarm };
 
-enum class TaskState : std::uint8_t { Dormant, Runnable, Waiting, Suspended, WaitingSuspended };
+enum class LoggedState : std::uint8_t { Dormant, Runnable, Waiting, Suspended, WaitingSuspended };
 
 // Holds no memory of its own, so that a ring of records can keep it. service and text live as long
 // as the program.
@@ -31,7 +31,7 @@ struct TraceRecord {
     Time time = 0;
     TraceKind kind = TraceKind::Message;
     HandlerKind handler = HandlerKind::Interrupt;
-    TaskState state = TaskState::Dormant;
+    LoggedState state = LoggedState::Dormant;
     std::int32_t id = 0;
     Arguments values{};
     const Service* service = nullptr;
