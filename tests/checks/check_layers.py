@@ -36,7 +36,8 @@ ALLOWED = {
     "component": VIEW + ["traceview", "analyze", "sink", "platform/qt"],
     "resources": ["platform", "host"],
     "workbench/service": ["platform", "host"],
-    "workbench/formats": ["platform", "host", "workbench/service"],
+    "workbench/kernels": ["platform", "host", "workbench/service"],
+    "workbench/formats": ["platform", "host", "workbench/service", "workbench/kernels"],
     "workbench/simulation": ["platform"],
     "workbench/target": ["host", "platform", "workbench/service", "workbench/simulation"],
     "workbench/cli": WORKBENCH + CORE + ["resources"],
@@ -47,8 +48,8 @@ ALLOWED = {
 # What nobody but these may include, although a parent folder is allowed.
 PRIVATE = {"platform/qt": {"platform/qt", "component", "workbench"}}
 MAY_SEE_TOOLKIT = ("platform/qt", "workbench/desktop", "workbench")
-NO_TOOLKIT = ("workbench/service", "workbench/formats", "workbench/simulation", "workbench/target",
-              "workbench/cli")
+NO_TOOLKIT = ("workbench/service", "workbench/kernels", "workbench/formats", "workbench/simulation",
+              "workbench/target", "workbench/cli")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 

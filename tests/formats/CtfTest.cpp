@@ -83,7 +83,15 @@ enum Id : std::uint8_t {
     kStart,
     kEnd,
     kLock,
-    kInit
+    kInit,
+    kSleep,
+    kSlept,
+    kYield,
+    kAbort,
+    kSuspendEnd,
+    kExpire,
+    kExpired,
+    kNamed
 };
 constexpr std::uint32_t kMain = 0x1000, kWork = 0x2000, kRest = 0x3000, kSem = 0xABCDE;
 
@@ -196,9 +204,79 @@ TEST(Ctf, ZephyrThatRecordsReadinessIsTakenAtItsWord) {
                     "41 state work: WAI (DLY)", "42 run work: thread 1000"));
 }
 
+// Kernel 4 says when a thread is ready and what it pends on, but not that a sleep is a wait.
+TEST(Ctf, ZephyrIsConcludedFromAWaitAtATime) {
+    auto ctf = Zephyr();
+    ctf.Declare("thread_sched_ready", kReady, kThread);
+    ctf.Declare("thread_sched_pend", kPend, kThread);
+    ctf.Declare("thread_sched_abort", kAbort, kThread);
+    ctf.Declare("thread_suspend_exit", kSuspendEnd, kThread);
+    ctf.Declare("k_sleep_enter", kSleep, "uint32_t timeout;");
+    ctf.Declare("k_sleep_exit", kSlept, "uint32_t timeout; int32_t ret;");
+    ctf.Declare("thread_yield", kYield, "");
+    ctf.Declare("timer_expiry_enter", kExpire, "uint32_t id;");
+    ctf.Declare("timer_expiry_exit", kExpired, "uint32_t id;");
+    ctf.Declare("named_event", kNamed, "name_t name[8]; uint32_t arg0;");
+    const auto thread = [&](std::uint32_t time, Id id, std::uint32_t which) {
+        ctf.Event(time, id).Put(which).Name(which == kMain ? "main" : "work");
+    };
+    const auto swap = [&](std::uint32_t time, std::uint32_t from, std::uint32_t to) {
+        thread(time, kOut, from);
+        thread(time, kIn, to);
+    };
+    thread(10, kIn, kMain);
+    ctf.Event(11, kSleep).Put(100u);
+    swap(12, kMain, kWork);
+    ctf.Event(20, kIsrIn);
+    ctf.Event(21, kExpire).Put(0xAAu);
+    ctf.Event(22, kNamed).Name("tick").Put(7u);
+    ctf.Event(23, kExpired).Put(0xAAu);
+    thread(24, kReady, kMain);
+    ctf.Event(25, kIsrOut);
+    swap(26, kWork, kMain);
+    ctf.Event(27, kSlept).Put(100u).Put(0);
+    ctf.Event(30, kSleep).Put(0u);  // a sleep of no time yields
+    ctf.Event(30, kYield);
+    swap(31, kMain, kWork);
+    swap(32, kWork, kMain);
+    ctf.Event(33, kSlept).Put(0u).Put(0);
+    thread(40, kSuspend, kMain);
+    swap(41, kMain, kWork);
+    thread(42, kResume, kMain);
+    thread(42, kReady, kMain);
+    thread(50, kPend, kWork);
+    swap(51, kWork, kMain);
+    thread(52, kSuspendEnd, kMain);
+    thread(53, kReady, kWork);
+    thread(60, kAbort, kMain);
+    swap(61, kMain, kWork);
+    EXPECT_THAT(
+        EventsOf(ctf, {"wait_cause_unknown 1"}),
+        ElementsAre("10 run Unknown: main", "11 call main: k_sleep(timeout=100) -> ret=0",
+                    "12 state main: WAI (DLY)", "12 run main: work", "20 run work: ISR",
+                    "21 run ISR: timer AA", "22 call timer AA: named_event(name=tick, arg0=7)",
+                    "23 run timer AA: ISR", "24 state main: RDY", "25 run ISR: work",
+                    "26 run work: main", "26 state work: RDY",
+                    "30 call main: k_sleep(timeout=0) -> ret=0", "30 call main: thread_yield()",
+                    "31 run main: work", "31 state main: RDY", "32 run work: main",
+                    "32 state work: RDY", "40 state main: RDY+SUS", "41 run main: work",
+                    "42 state main: RDY", "50 state work: WAI (SLP)", "51 run work: main",
+                    "53 state work: RDY", "60 state main: DMT", "61 run main: work"));
+}
+
 // Times of a day long after 1970, two processors, a task that moves.
 TEST(Ctf, LinuxIsShownOneProcessorAtATime) {
-    enum : std::uint8_t { kSwitch = 1, kWakeup, kMigrate, kIrqIn, kIrqOut, kRead, kReadDone };
+    enum : std::uint8_t {
+        kSwitch = 1,
+        kWakeup,
+        kMigrate,
+        kIrqIn,
+        kIrqOut,
+        kRead,
+        kReadDone,
+        kSoftIn,
+        kSoftOut
+    };
     CtfWriter ctf(
         "clock { name = mono; freq = 1000000000; offset_s = 1700000000; };\n"
         "typealias integer { size = 32; align = 8; signed = false; map = clock.mono.value; } := "
@@ -212,6 +290,8 @@ TEST(Ctf, LinuxIsShownOneProcessorAtATime) {
     ctf.Declare("sched_migrate_task", kMigrate, "name_t comm[8]; int32_t tid; int32_t dest_cpu;");
     ctf.Declare("irq_handler_entry", kIrqIn, "int32_t irq; name_t name[8];");
     ctf.Declare("irq_handler_exit", kIrqOut, "int32_t irq; int32_t ret;");
+    ctf.Declare("irq_softirq_entry", kSoftIn, "uint32_t vec;");
+    ctf.Declare("irq_softirq_exit", kSoftOut, "uint32_t vec;");
     ctf.Declare("syscall_entry_read", kRead, "uint32_t fd;");
     ctf.Declare("syscall_exit_read", kReadDone, "int64_t ret;");
     const auto event = [&](std::uint32_t time, std::uint8_t id, std::uint32_t cpu) -> CtfWriter& {
@@ -226,6 +306,8 @@ TEST(Ctf, LinuxIsShownOneProcessorAtATime) {
     event(110, kRead, 0).Put(5u);
     event(120, kIrqIn, 0).Put(9).Name("eth0");
     event(125, kIrqOut, 0).Put(9).Put(1);
+    event(126, kSoftIn, 0).Put(3u);
+    event(127, kSoftOut, 0).Put(3u);
     toTask(130, 0, "shell", 21, 1, "swapper", 0);
     event(140, kWakeup, 1).Name("shell").Put(21).Put(0u);
     event(150, kMigrate, 0).Name("shell").Put(21).Put(1);
@@ -249,6 +331,7 @@ TEST(Ctf, LinuxIsShownOneProcessorAtATime) {
     EXPECT_THAT(relative(),
                 ElementsAre("100 run Idle: shell", "110 call shell: read(fd=5) -> ret=512",
                             "120 run shell: irq 9 eth0", "125 run irq 9 eth0: shell",
+                            "126 run shell: softirq 3 NET_RX", "127 run softirq 3 NET_RX: shell",
                             "130 state shell: WAI (MBF)", "130 run shell: Idle",
                             "140 state shell: RDY", "150 state shell: DMT+PAUSE"));
     ASSERT_TRUE(trace->ShowProcessor(1));

@@ -142,5 +142,12 @@ TEST(RealTraces, InvalidCtfIsRefusedOrReadUpToTheDamage) {
     EXPECT_THAT(CountersOf(summary.losses), ElementsAre("damaged_tail 1"));
 }
 
+TEST(RealTraces, PacketsThatTheTracerDroppedAreALoss) {
+    TRACES_OR_SKIP(folder);
+    EXPECT_THAT(
+        CountersOf(Show(folder + "/wrong/missed-loss-discarded-packets")->Summarize().losses),
+        ElementsAre("discarded_packets 2"));
+}
+
 }  // namespace
 }  // namespace kvx::test

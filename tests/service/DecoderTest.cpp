@@ -267,5 +267,16 @@ TEST(Decoder, AskedForPiecemealOrAgainNothingIsDecodedTwice) {
     EXPECT_THAT(Events(*trace), testing::SizeIs(4));
 }
 
+TEST(Decoder, AnApplicationsCallIsNoneOfAnotherKernels) {
+    constexpr const char* kLog =
+        "[1] dispatch to task 1.\n[2] enter to exit code=0.\n[3] leave from exit ercd=0.\n"
+        "[4] enter to read fd=1.\n[5] task 1 becomes WAITING.\n[6] dispatch from task 1.\n";
+    EXPECT_THAT(EventsOfLog(kLog),
+                ElementsAre("1 run Unknown: task 1", "2 call task 1: exit(code=0) -> ercd=0",
+                            "4 call task 1: read(fd=1)", "5 state task 1: WAI (SLP)",
+                            "6 run task 1: Idle"));
+    EXPECT_THAT(LossesOfLog(kLog, true), ElementsAre("wait_cause_unknown 1"));
+}
+
 }  // namespace
 }  // namespace kvx::test

@@ -1,6 +1,6 @@
 #pragma once
 // The formats that can be opened. A format looks at a file or folder and says whether it is its
-// own; the first that says so opens it.
+// own; that of the highest priority that says so opens it.
 
 #include <memory>
 #include <string>
@@ -21,6 +21,7 @@ struct Candidate {
 
 struct Format {
     const char* name;
+    int priority;  // higher: the form is more particular
     bool (*recognises)(const Candidate& candidate);
     // May take the mapped file out of the candidate.
     Result<std::unique_ptr<Recording>> (*open)(Candidate& candidate, const OpenOptions& options,

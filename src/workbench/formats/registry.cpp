@@ -1,4 +1,4 @@
-// The index of formats: one line each. What is asked first comes first.
+// The index of formats: one line each.
 
 #include <array>
 #include <exception>
@@ -40,8 +40,11 @@ Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptio
         file = std::move(*mapped);
         candidate.file = &*file;
     }
+    const Format* found = nullptr;
     for (const auto* format : kFormats)
-        if (format->recognises(candidate)) return format->open(candidate, options, progress);
+        if ((!found || format->priority > found->priority) && format->recognises(candidate))
+            found = format;
+    if (found) return found->open(candidate, options, progress);
     if (folder) std::filesystem::directory_iterator(path, error);
     if (folder && error) return Error{path + ": " + error.message()};
     if (folder) return Error{path + ": the folder holds no CTF trace (no file \"metadata\" in it)"};

@@ -1,5 +1,5 @@
 #pragma once
-// The system calls that occur, numbered in order of first use.
+// The system calls that occur, numbered in order of first use, as their kernel knows them.
 
 #include <cstdint>
 #include <deque>
@@ -7,7 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "workbench/service/CallTable.h"
+#include "workbench/service/Kernel.h"
 
 namespace kvx::service {
 
@@ -18,12 +18,20 @@ class CallNames {
         CallInfo info;
     };
 
+    // kernel is borrowed.
+    explicit CallNames(const Kernel& kernel) : kernel_(kernel) {}
+
     // The number of name, new when it was not known.
     std::uint32_t Intern(std::string_view name);
     const Entry& Get(std::uint32_t call) const { return entries_[call]; }
     std::uint32_t Count() const { return static_cast<std::uint32_t>(entries_.size()); }
+    // Whether a return under that name can belong to the call.
+    bool IsReturnOf(std::uint32_t call, std::string_view name) const {
+        return kernel_.SameCall(entries_[call].name, name);
+    }
 
   private:
+    const Kernel& kernel_;
     std::deque<Entry> entries_;  // never moves: the map's keys point into it
     std::unordered_map<std::string_view, std::uint32_t> numbers_;
 };

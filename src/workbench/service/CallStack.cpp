@@ -16,7 +16,7 @@ bool CallStack::Push(const OpenCall& call) {
 std::optional<OpenCall> CallStack::Return(std::string_view name, const CallNames& names,
                                           std::uint64_t& skipped) {
     for (auto i = open_.size(); i-- > 0;) {
-        if (!name.empty() && !SameCall(names.Get(open_[i].call).name, name)) continue;
+        if (!name.empty() && !names.IsReturnOf(open_[i].call, name)) continue;
         const OpenCall call = open_[i];
         skipped += open_.size() - 1 - i;
         open_.resize(i);

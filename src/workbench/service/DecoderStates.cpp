@@ -107,10 +107,11 @@ Condition Decoder::Wait(Task& task, std::uint8_t waitCode) {
         condition.waitRecord = call->record;
     } else if (waitCode) {
         condition.waitRecord = next_;
-    } else if (tasks_.IsShown(task) && started_) {
-        losses_.Add(Loss::WaitCauseUnknown);
     }
-    if (waitCode) condition.waitCode = waitCode;
+    if (waitCode)
+        condition.waitCode = waitCode;
+    else if (tasks_.IsShown(task) && started_)
+        losses_.Add(Loss::WaitCauseUnknown);
     return condition;
 }
 

@@ -1,8 +1,8 @@
 #include "workbench/service/Inference.h"
 
 #include <algorithm>
-#include <array>
 #include <deque>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 
@@ -13,29 +13,26 @@ namespace {
 
 constexpr std::uint32_t kNever = 0xFFFFFFFFu;
 
-// What the pass knows of a task that does not run.
+// What the pass knows of a task.
 struct Sleeper {
-    enum class Why : std::uint8_t { NotSeen, Runs, Out, Waits, Ready };
+    // Out: switched out, and nothing says yet whether it waits. Told: the recording says it all.
+    enum class Why : std::uint8_t { NotSeen, Runs, Out, Waits, Told };
     Why why = Why::NotSeen;
     std::uint32_t since = kNever;  // record from which this holds
     std::uint64_t object = 0;      // Waits: what for; 0: for time
     std::uint32_t idleRuns = 0;    // how often the idle state had run by then
     std::uint64_t blocksOn = 0;    // Runs: object of the call that has to wait
-    bool blocks = false;
+    bool blocks = false;           // Runs: it is recorded that the call has to wait
+    bool sleeps = false;           // Runs: in a call that sleeps
+    bool suspended = false;
 };
-
-bool Releases(std::string_view call) {
-    constexpr std::array kVerbs = {"give", "unlock", "put",    "send", "post",    "set",
-                                   "free", "signal", "append", "push", "release", "broadcast"};
-    return std::ranges::any_of(kVerbs, [&](std::string_view verb) {
-        const auto at = call.rfind(verb);
-        return at != std::string_view::npos && at > 0 && call[at - 1] == '_';
-    });
-}
 
 class Pass {
   public:
-    explicit Pass(Recording& recording) : recording_(recording) {}
+    explicit Pass(Recording& recording)
+        : recording_(recording),
+          kernel_(recording.GetKernel()),
+          tellsReady_(recording.TellsReady()) {}
 
     Inferred Run() {
         RecordWindow window(recording_);
@@ -53,6 +50,10 @@ class Pass {
         switch (record.kind) {
             case RecordKind::Enter:
                 lastInterrupt_ = record_;
+                ++handlers_;
+                return;
+            case RecordKind::Leave:
+                if (handlers_ > 0) --handlers_;
                 return;
             case RecordKind::Call:
             case RecordKind::InstantCall:
@@ -61,12 +62,17 @@ class Pass {
                 if (running_) running_->blocks = true;
                 return;
             case RecordKind::Return:
-                if (running_) running_->blocks = false;
+                if (running_ && handlers_ == 0) running_->blocks = running_->sleeps = false;
                 return;
             case RecordKind::SwitchedOut:
                 return OnOut(sleepers_[record.subject.id]);
+            case RecordKind::State:
+                return OnState(record.subject.id, record.state);
             case RecordKind::Suspend:
                 return OnSuspend(sleepers_[record.subject.id]);
+            case RecordKind::Resume:
+                sleepers_[record.subject.id].suspended = false;
+                return;
             case RecordKind::DispatchTo:
             case RecordKind::Runs:
                 return OnIn(record.subject.id);
@@ -76,30 +82,61 @@ class Pass {
     }
 
     void OnCall(const Record& record) {
-        if (record.name == "thread_create") {
-            sleepers_[record.object] = {Sleeper::Why::Out, record_, 0, idleRuns_, 0, false};
-            created_.insert_or_assign(record.object, record_);
+        const CallInfo& call = FindCall(record.name);
+        const bool creates = record.subject.kind == ContextKind::Task && record.subject.id != 0;
+        if (creates) {
+            Sleeper& task = sleepers_[record.subject.id];
+            task = {};
+            task.why = Sleeper::Why::Out;
+            task.since = record_;
+            task.idleRuns = idleRuns_;
+            created_.insert_or_assign(record.subject.id, record_);
         }
-        if (record.object == 0) return;
-        if (Releases(record.name))
+        if (record.object != 0 && kernel_.Releases(record.name))
             releases_[record.object].push_back(record_);
-        else if (running_)
-            running_->blocksOn = record.object;
+        if (!running_ || handlers_ > 0 || creates) return;
+        if (record.kind == RecordKind::Call) running_->sleeps = call.sleeps;
+        if (call.yields) running_->sleeps = false;
+        if (record.object != 0) running_->blocksOn = record.object;
+    }
+
+    const CallInfo& FindCall(std::string_view name) {
+        const auto [at, isNew] = calls_.try_emplace(std::string(name));
+        if (isNew) at->second = kernel_.FindCall(name);
+        return at->second;
     }
 
     void OnOut(Sleeper& task) {
-        task.why = task.blocks ? Sleeper::Why::Waits : Sleeper::Why::Out;
-        task.object = task.blocks ? task.blocksOn : 0;
-        task.since = record_;
-        task.idleRuns = idleRuns_;
-        task.blocks = false;
+        const bool waits = task.blocks || task.sleeps;
+        if (task.sleeps && !task.blocks) inferred_.waits.push_back(record_);
+        if (task.why != Sleeper::Why::Told) {
+            task.why = waits            ? Sleeper::Why::Waits
+                       : task.suspended ? Sleeper::Why::Told
+                                        : Sleeper::Why::Out;
+            task.object = task.blocks ? task.blocksOn : 0;
+            task.since = record_;
+            task.idleRuns = idleRuns_;
+        }
+        task.blocks = task.sleeps = false;
         if (running_ == &task) running_ = nullptr;
+    }
+
+    // What is recorded stands; that a task becomes ready tells besides that it was not before.
+    void OnState(std::uint64_t id, TaskState state) {
+        Sleeper& task = sleepers_[id];
+        const bool ready = state == TaskState::Runnable;
+        if (ready && task.why == Sleeper::Why::Runs) return;
+        if (ready && task.why == Sleeper::Why::Out && !created_.contains(id))
+            inferred_.waits.push_back(task.since);
+        task.why = Sleeper::Why::Told;
+        task.sleeps = false;
     }
 
     // Suspended before the idle state ran: the task was ready until then.
     void OnSuspend(Sleeper& task) {
+        task.suspended = true;
         if (task.why == Sleeper::Why::Out && task.idleRuns == idleRuns_)
-            task.why = Sleeper::Why::Ready;
+            task.why = Sleeper::Why::Told;
     }
 
     void OnIn(std::uint64_t id) {
@@ -119,12 +156,13 @@ class Pass {
             inferred_.waits.push_back(task.since);
             AddReady(id, InterruptAfter(task.since));
         }
-        task = {Sleeper::Why::Runs, record_, 0, 0, 0, false};
+        task = {};
+        task.why = Sleeper::Why::Runs;
         running_ = &task;
     }
 
     void AddReady(std::uint64_t id, std::uint32_t record) {
-        if (record != kNever) inferred_.ready.emplace_back(record, id);
+        if (record != kNever && !tellsReady_) inferred_.ready.emplace_back(record, id);
     }
 
     // The first release that no other waiting task has taken yet.
@@ -142,7 +180,10 @@ class Pass {
     }
 
     Recording& recording_;
+    const Kernel& kernel_;
+    const bool tellsReady_;
     Inferred inferred_;
+    std::unordered_map<std::string, CallInfo> calls_;
     std::unordered_map<std::uint64_t, Sleeper> sleepers_;
     std::unordered_map<std::uint64_t, std::uint32_t> created_;
     std::unordered_map<std::uint64_t, std::deque<std::uint32_t>> releases_;
@@ -150,6 +191,7 @@ class Pass {
     std::uint32_t record_ = 0;
     std::uint32_t idleRuns_ = 0;
     std::uint32_t lastInterrupt_ = kNever;
+    std::uint32_t handlers_ = 0;  // that run nested
 };
 
 }  // namespace

@@ -1,6 +1,6 @@
 #pragma once
-// For kernels that record neither when a task becomes ready nor that it has to wait: concludes both
-// from what follows.
+// For kernels that do not record everything of when a task waits and becomes ready: concludes it
+// from what follows, a task and a wait at a time.
 
 #include <cstdint>
 #include <utility>
@@ -11,16 +11,18 @@
 namespace kvx::service {
 
 struct Inferred {
-    // Switched-out records after which the task waits for what is not recorded; ascending.
+    // Switched-out records after which the task waits though no record says so; ascending.
     std::vector<std::uint32_t> waits;
     // Record after which a task is ready, and the task; ascending by record.
     std::vector<std::pair<std::uint32_t, std::uint64_t>> ready;
 };
 
-// A task that is switched out without a blocking call, and does not run again before the idle state
-// has run, must have been waiting: a ready task would have run instead. A task that waited becomes
-// ready with the call of another context that released its object, otherwise in the last interrupt
-// before it runs.
+// A wait that is recorded stands. A task that is switched out in a call that sleeps waits. One that
+// is switched out otherwise must have been waiting if it is recorded as becoming ready before it
+// runs again, or if the idle state runs before it does: a ready task would have run instead.
+//
+// Where no ready time is recorded, a task that waited became ready with the call of another context
+// that released its object, otherwise in the last interrupt before it ran.
 Inferred InferStates(Recording& recording);
 
 }  // namespace kvx::service

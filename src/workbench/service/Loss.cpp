@@ -7,6 +7,7 @@ constexpr std::array<LossInfo, static_cast<std::size_t>(Loss::Count)> kTable = {
     {"unreadable_records", "Lines or records that could not be read; each is left out."},
     {"cut_record", "The file ends in the middle of a record, which is left out."},
     {"discarded_records", "Records that the recorder itself had to drop."},
+    {"discarded_packets", "Packets, each of many records, that the recorder had to drop."},
     {"damaged_tail", "The recording is damaged from some point on; what comes after is not shown."},
     {"resource_file_unreadable", "The resource file could not be read; contexts have no names."},
     {"handlers_not_left", "Handlers whose end is missing; they are ended by what ran next."},

@@ -15,6 +15,7 @@ enum class Loss : std::uint8_t {
     UnreadableRecords,
     CutRecord,
     DiscardedRecords,
+    DiscardedPackets,
     DamagedTail,
     ResourceFileUnreadable,
     HandlersNotLeft,

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "workbench/service/Kernel.h"
 #include "workbench/service/Loss.h"
 #include "workbench/service/Record.h"
 #include "workbench/service/TraceClock.h"
@@ -51,12 +52,17 @@ class Recording {
     // The system call that the record issues or returns from; empty for other records.
     virtual std::string NameOf(std::uint32_t record) const = 0;
     virtual std::int64_t TimeOf(std::uint32_t record) const = 0;
-    // False: the kernel does not record when a task becomes ready or has to wait.
+    // False: part of why tasks wait and become ready has to be concluded (Inference.h).
     virtual bool RecordsStates() const { return true; }
     // What was lost and noted while the file was opened.
     virtual const LossCounters& Losses() const = 0;
     // What people should be told of it, one sentence each.
     virtual const std::vector<std::string>& Warnings() const = 0;
+
+    // Whose calls the records speak of. Holds for the life of the program.
+    virtual const Kernel& GetKernel() const { return UnknownKernel(); }
+    // False: the records never say when a task becomes ready.
+    virtual bool TellsReady() const { return true; }
 };
 
 }  // namespace kvx::service

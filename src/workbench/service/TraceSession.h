@@ -54,7 +54,7 @@ class TraceSession {
     Inferred inferred_;
     ContextTable contexts_;
     LineOrder lines_;
-    CallNames names_;
+    CallNames names_{recording_->GetKernel()};
     EventStore store_;
     CallHistory history_{names_, store_};
     SearchCondition condition_;

@@ -5,6 +5,7 @@
 
 #include "workbench/formats/Registry.h"
 #include "workbench/formats/ctf/CtfRecording.h"
+#include "workbench/formats/ctf/EventSource.h"
 #include "workbench/formats/ctf/Metadata.h"
 
 namespace kvx::formats {
@@ -87,7 +88,8 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
     if (const auto fault = FindFault(folders); !fault.empty()) return Error{fault};
     Trace trace;
     Loader loader(trace, SizeOf(folders), progress);
-    const auto result = RunGraph(folders, loader);
+    EventSource source(loader);
+    const auto result = RunGraph(folders, source);
     if (loader.IsEndless())
         return Error{candidate.path + ": the metadata describes events that take no room"};
     if (result.end == RunEnd::Stopped)
@@ -100,6 +102,6 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
 }  // namespace
 }  // namespace ctf
 
-const Format kCtf = {"CTF", ctf::Recognises, ctf::Open};
+const Format kCtf = {"CTF", 30, ctf::Recognises, ctf::Open};
 
 }  // namespace kvx::formats

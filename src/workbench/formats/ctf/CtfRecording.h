@@ -29,14 +29,13 @@ class CtfRecording final : public Recording {
         return trace_.records.At(record).time - origin_;
     }
     bool RecordsStates() const override;
+    bool TellsReady() const override { return trace_.tellsReady; }
+    const service::Kernel& GetKernel() const override;
     const service::LossCounters& Losses() const override { return losses_; }
     const std::vector<std::string>& Warnings() const override { return warnings_; }
 
   private:
     service::Record At(std::uint32_t record) const;
-    service::ContextKey ThreadKey(std::uint64_t number) const;
-    void DeclareThreads();
-    void DeclareLinux();
 
     std::string path_;
     Trace trace_;

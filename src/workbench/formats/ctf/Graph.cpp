@@ -102,7 +102,13 @@ class Sink {
                 if (bt_message_discarded_events_get_count(message, &discarded) !=
                     BT_PROPERTY_AVAILABILITY_AVAILABLE)
                     discarded = 1;
-                messages_.OnDiscarded(discarded);
+                messages_.OnDiscarded(Discarded::Events, discarded);
+                return true;
+            case BT_MESSAGE_TYPE_DISCARDED_PACKETS:
+                if (bt_message_discarded_packets_get_count(message, &discarded) !=
+                    BT_PROPERTY_AVAILABILITY_AVAILABLE)
+                    discarded = 1;
+                messages_.OnDiscarded(Discarded::Packets, discarded);
                 return true;
             default:
                 return true;

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "workbench/formats/ctf/EventSink.h"
+
 namespace kvx::formats::ctf {
 
 class IMessages {
@@ -15,8 +17,7 @@ class IMessages {
     virtual ~IMessages() = default;
     // nanoseconds: since the clock's origin; none where the trace has no clock. False: stop.
     virtual bool OnEvent(const bt_event* event, std::optional<std::int64_t> nanoseconds) = 0;
-    // The tracer dropped that many events.
-    virtual void OnDiscarded(std::uint64_t events) = 0;
+    virtual void OnDiscarded(Discarded what, std::uint64_t count) = 0;
     // Between batches. False: stop.
     virtual bool OnBatch() = 0;
 };

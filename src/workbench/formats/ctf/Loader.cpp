@@ -3,9 +3,12 @@
 #include <algorithm>
 
 #include "platform/Text.h"
+#include "workbench/kernels/Registry.h"
 
 namespace kvx::formats::ctf {
 
+using kernels::EventField;
+using kernels::EventPlan;
 using service::ContextKey;
 using service::ContextKind;
 using service::RecordKind;
@@ -14,114 +17,110 @@ namespace {
 constexpr std::size_t kMostPlans = 0xFFFF;
 }
 
+void Loader::OnKind(const kernels::EventShape& shape, const kernels::EventNames& all) {
+    if (!trace_.kernel) {
+        trace_.kernel = kernels::FindKernel(all);
+        if (trace_.kernel) trace_.contexts.emplace(*trace_.kernel);
+    }
+    if (trace_.plans.size() == kMostPlans) return planOfKind_.push_back(0);
+    planOfKind_.push_back(static_cast<std::uint16_t>(trace_.plans.size()));
+    EventPlan plan;
+    const bool known =
+        trace_.kernel && trace_.kernel->Recognises(all) && trace_.kernel->Plan(shape, all, plan);
+    trace_.plans.push_back(known ? plan : EventPlan());
+    if (known && plan.tellsReady) trace_.tellsReady = true;
+}
+
 // Without a clock the place in the recording stands for the time.
-bool Loader::OnEvent(const bt_event* event, std::optional<std::int64_t> nanoseconds) {
+bool Loader::OnEvent(std::uint32_t kind, std::optional<std::int64_t> nanoseconds,
+                     std::span<const Value> values) {
     endless_ = trace_.records.Count() + trace_.leftOut >= bytes_;
     if (endless_) return false;
     if (!nanoseconds && trace_.records.Count() == 0) trace_.hasClock = false;
     if (!trace_.hasClock) nanoseconds = trace_.records.Count();
     latest_ = trace_.records.Count() == 0 ? *nanoseconds
                                           : std::max(latest_, nanoseconds.value_or(latest_));
-    const auto number = PlanOf(event);
-    const Plan& plan = trace_.plans[number];
-    const auto cpu = static_cast<std::uint16_t>(NumberOf(FieldOf(event, plan.processor)));
+    values_ = values;
+    const auto number = planOfKind_[kind];
+    const EventPlan& plan = trace_.plans[number];
+    const auto cpu = static_cast<std::uint16_t>(ValueOf(plan.processor).number);
     if (plan.kind != RecordKind::Comment) trace_.processors.insert(cpu);
     if (!trace_.records.Add(latest_, number, cpu)) {
         ++trace_.leftOut;
         return true;
     }
-    LearnNames(event, plan);
-    Pack(event, plan);
+    if (plan.subject || plan.kind == RecordKind::Runs) LearnNames(plan);
+    if (plan.kind != RecordKind::Comment) Pack(plan);
     return true;
+}
+
+void Loader::OnDiscarded(Discarded what, std::uint64_t count) {
+    (what == Discarded::Events ? trace_.discardedEvents : trace_.discardedPackets) += count;
 }
 
 bool Loader::OnBatch() {
     return !progress_ || progress_->Progress(trace_.records.Count(), 0);
 }
 
-std::uint16_t Loader::PlanOf(const bt_event* event) {
-    const auto* cls = bt_event_borrow_class_const(event);
-    if (const auto at = plans_.find(cls); at != plans_.end()) return at->second;
-    if (trace_.plans.size() == kMostPlans) return 0;
-    const auto number = static_cast<std::uint16_t>(trace_.plans.size());
-    const Plan& plan = trace_.plans.emplace_back(MakePlan(EventShape(cls)));
-    plans_.emplace(cls, number);
-    if (plan.kernel != Kernel::Other) trace_.kernel = plan.kernel;
-    if (plan.recordsStates) trace_.recordsStates = true;
-    return number;
+Value Loader::ValueOf(kernels::FieldRef field) const {
+    return field ? values_[static_cast<std::size_t>(field.index)] : Value();
 }
 
-void Loader::Pack(const bt_event* event, const Plan& plan) {
-    if (plan.kind == RecordKind::Comment) return;
-    const bool zephyr = plan.kernel == Kernel::Zephyr;
-    PackedOrder::Visit(plan, [&](const FieldPlace& place) {
-        const bool isThread =
-            &place == &plan.subject || (&place == &plan.object && plan.objectIsThread);
-        auto value = NumberOf(FieldOf(event, place));
-        if (zephyr && isThread) value = ThreadNumber(value);
-        if (&place == &plan.callName) value = CallName(event, place);
-        trace_.records.AddNumber(value);
+void Loader::Pack(const EventPlan& plan) {
+    PackedOrder::Visit(plan, [&](const kernels::FieldRef& field) {
+        const Value value = ValueOf(field);
+        auto number = value.number;
+        if (&field == &plan.subject) number = trace_.contexts->NumberOf(plan.subjectKind, number);
+        if (&field == &plan.object && plan.objectIsTask)
+            number = trace_.contexts->NumberOf(ContextKind::Task, number);
+        if (&field == &plan.callName) number = CallName(value);
+        trace_.records.AddNumber(number);
     });
-    PackDetails(event, plan);
+    PackDetails(plan);
 }
 
-void Loader::PackDetails(const bt_event* event, const Plan& plan) {
+void Loader::PackDetails(const EventPlan& plan) {
     for (const auto& detail : plan.details) {
-        const auto* field = FieldOf(event, detail.place);
+        const Value value = ValueOf(detail.field);
         switch (detail.form) {
-            case DetailField::Form::Unsigned:
-            case DetailField::Form::Hexadecimal:
-                trace_.records.AddNumber(NumberOf(field));
+            case EventField::Form::Unsigned:
+            case EventField::Form::Hexadecimal:
+                trace_.records.AddNumber(value.number);
                 break;
-            case DetailField::Form::Signed:
-                trace_.records.AddSigned(static_cast<std::int64_t>(NumberOf(field)));
+            case EventField::Form::Signed:
+                trace_.records.AddSigned(static_cast<std::int64_t>(value.number));
                 break;
-            case DetailField::Form::Text:
-                trace_.records.AddText(TextOf(field));
+            case EventField::Form::Label:
+                if (value.text.empty()) {
+                    trace_.records.AddText(std::to_string(value.number));
+                    break;
+                }
+                [[fallthrough]];
+            case EventField::Form::Text:
+                trace_.records.AddText(value.text);
                 break;
         }
     }
 }
 
-void Loader::LearnNames(const bt_event* event, const Plan& plan) {
-    if (plan.kernel == Kernel::Zephyr && plan.kind == RecordKind::Runs && running_ > 0)
-        trace_.threads[running_ - 1].isIdle = true;
+void Loader::LearnNames(const EventPlan& plan) {
+    if (plan.kind == RecordKind::Runs && running_ > 0) trace_.contexts->LearnIdle(running_);
     if (!plan.subject) return;
-    const auto id = NumberOf(FieldOf(event, plan.subject));
-    const auto name = NameOf(FieldOf(event, plan.subjectName));
-    if (plan.kernel == Kernel::Zephyr) {
-        const auto number = ThreadNumber(id);
-        if (plan.kind == RecordKind::DispatchTo) running_ = number;
-        if (!name.empty() && name != "unknown") trace_.threads[number - 1].name = name;
-        return;
-    }
-    if (plan.subjectKind != ContextKind::Task) {
-        auto& known = trace_.handlers[{plan.subjectKind, id}];
-        if (!name.empty())
-            known = FormatText("irq %llu %.*s", static_cast<unsigned long long>(id),
-                               static_cast<int>(name.size()), name.data());
-        return;
-    }
-    if (id != 0 && !name.empty()) trace_.tasks[id] = name;
-    const auto from = NumberOf(FieldOf(event, plan.from));
-    const auto fromName = NameOf(FieldOf(event, plan.fromName));
-    if (from != 0 && !fromName.empty()) trace_.tasks[from] = fromName;
+    const auto number = trace_.contexts->NumberOf(plan.subjectKind, ValueOf(plan.subject).number);
+    if (plan.kind == RecordKind::DispatchTo) running_ = number;
+    trace_.contexts->Learn({plan.subjectKind, number}, ValueOf(plan.subjectName).text);
+    if (plan.fromName)
+        trace_.contexts->Learn({ContextKind::Task, ValueOf(plan.from).number},
+                               ValueOf(plan.fromName).text);
 }
 
-std::uint64_t Loader::ThreadNumber(std::uint64_t address) {
-    const auto [at, isNew] = threadNumbers_.try_emplace(address, trace_.threads.size() + 1);
-    if (isNew) trace_.threads.push_back({address, {}, false});
-    return at->second;
-}
-
-std::uint64_t Loader::CallName(const bt_event* event, FieldPlace place) {
-    const auto* field = FieldOf(event, place);
-    std::string name(NameOf(field));
+std::uint64_t Loader::CallName(const Value& value) {
+    std::string name(value.text);
     std::ranges::transform(name, name.begin(), [](char c) {
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     });
     if (name.empty())
-        name = FormatText("syscall_%llu", static_cast<unsigned long long>(NumberOf(field)));
+        name = FormatText("syscall_%llu", static_cast<unsigned long long>(value.number));
     const auto [at, isNew] = callNumbers_.try_emplace(name, trace_.callNames.size());
     if (isNew) trace_.callNames.push_back(name);
     return at->second;

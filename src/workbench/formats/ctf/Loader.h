@@ -1,48 +1,40 @@
 #pragma once
 // Takes the events of a CTF trace in and packs them into records.
 
-#include <cstdint>
 #include <deque>
-#include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "workbench/formats/OpenRecording.h"
-#include "workbench/formats/ctf/Graph.h"
-#include "workbench/formats/ctf/Plan.h"
+#include "workbench/formats/ctf/ContextNames.h"
+#include "workbench/formats/ctf/EventSink.h"
 #include "workbench/formats/ctf/RecordStore.h"
+#include "workbench/kernels/EventKernel.h"
 
 namespace kvx::formats::ctf {
-
-// A thread of a Zephyr kernel. Its number is its place in order of appearance, from 1.
-struct Thread {
-    std::uint64_t address = 0;
-    std::string name;
-    bool isIdle = false;
-};
 
 // What is kept of a trace.
 struct Trace {
     RecordStore records;
-    std::deque<Plan> plans;
-    std::vector<Thread> threads;                          // Zephyr
-    std::map<std::uint64_t, std::string> tasks;           // Linux: thread id and name
-    std::map<service::ContextKey, std::string> handlers;  // those that events name
-    std::deque<std::string> callNames;                    // those that stand in fields
+    std::deque<kernels::EventPlan> plans;
+    const kernels::EventKernel* kernel = nullptr;  // null: not known
+    std::optional<ContextNames> contexts;          // where the kernel is known
+    std::deque<std::string> callNames;             // those that stand in fields
     std::set<std::uint32_t> processors;
-    Kernel kernel = Kernel::Other;
     bool hasClock = true;
-    bool recordsStates = false;
-    std::uint64_t discarded = 0;
+    bool tellsReady = false;
+    std::uint64_t discardedEvents = 0;
+    std::uint64_t discardedPackets = 0;
     std::uint64_t leftOut = 0;  // events beyond what can be numbered
 };
 
 // The values of a record, in the order in which they are packed.
 struct PackedOrder {
     template <class Visitor>
-    static void Visit(const Plan& plan, Visitor visit) {
+    static void Visit(const kernels::EventPlan& plan, Visitor visit) {
         if (plan.subject) visit(plan.subject);
         if (plan.from) visit(plan.from);
         if (plan.fromState) visit(plan.fromState);
@@ -52,36 +44,37 @@ struct PackedOrder {
     }
 };
 
-class Loader final : public IMessages {
+class Loader final : public IEventSink {
   public:
     // bytes: of all streams together. Events that take less than one each have no end.
     Loader(Trace& trace, std::uint64_t bytes, IOpenProgress* progress)
         : trace_(trace), bytes_(bytes), progress_(progress) {
-        trace_.plans.emplace_back();  // for classes beyond what can be numbered: comments
+        trace_.plans.emplace_back();  // for kinds beyond what can be numbered: comments
     }
 
-    bool OnEvent(const bt_event* event, std::optional<std::int64_t> nanoseconds) override;
-    void OnDiscarded(std::uint64_t events) override { trace_.discarded += events; }
+    void OnKind(const kernels::EventShape& shape, const kernels::EventNames& all) override;
+    bool OnEvent(std::uint32_t kind, std::optional<std::int64_t> nanoseconds,
+                 std::span<const Value> values) override;
+    void OnDiscarded(Discarded what, std::uint64_t count) override;
     bool OnBatch() override;
     // There were more events than the streams have room for.
     bool IsEndless() const { return endless_; }
 
   private:
-    std::uint16_t PlanOf(const bt_event* event);
-    void Pack(const bt_event* event, const Plan& plan);
-    void LearnNames(const bt_event* event, const Plan& plan);
-    std::uint64_t ThreadNumber(std::uint64_t address);
-    std::uint64_t CallName(const bt_event* event, FieldPlace place);
-    void PackDetails(const bt_event* event, const Plan& plan);
+    void Pack(const kernels::EventPlan& plan);
+    void PackDetails(const kernels::EventPlan& plan);
+    void LearnNames(const kernels::EventPlan& plan);
+    std::uint64_t CallName(const Value& value);
+    Value ValueOf(kernels::FieldRef field) const;
 
     Trace& trace_;
     const std::uint64_t bytes_;
     IOpenProgress* progress_;
     bool endless_ = false;
-    std::unordered_map<const bt_event_class*, std::uint16_t> plans_;
-    std::unordered_map<std::uint64_t, std::uint64_t> threadNumbers_;
+    std::span<const Value> values_;  // of the event at hand
+    std::vector<std::uint16_t> planOfKind_;
     std::unordered_map<std::string, std::uint64_t> callNumbers_;
-    std::uint64_t running_ = 0;  // Zephyr: number of the thread
+    std::uint64_t running_ = 0;  // number of the task, of a kernel that says who idles
     std::int64_t latest_ = 0;
 };
 

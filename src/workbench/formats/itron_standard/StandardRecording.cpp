@@ -7,6 +7,7 @@
 #include "workbench/formats/itron_standard/Statement.h"
 #include "workbench/formats/text/LogProbe.h"
 #include "workbench/formats/text/TimedLine.h"
+#include "workbench/kernels/itron/Itron.h"
 
 namespace kvx::formats::itron_standard {
 
@@ -32,7 +33,7 @@ bool SpeaksOfTask(const Statement& statement) {
 }  // namespace
 
 StandardRecording::StandardRecording(OpenedLog log)
-    : TextLog(std::move(log)), objects_(log_.resources) {
+    : TextLog(std::move(log), kernels::itron::Kernel()), objects_(log_.resources) {
     MeetObjects();
     contexts_ = objects_.Declared(log_.resources);
     NoteProcessors();
@@ -98,7 +99,7 @@ bool StandardRecording::IsComplete(std::string_view message) const {
 namespace kvx::formats {
 
 const Format kItronStandard = {
-    "ITRON standard-format log",
+    "ITRON standard-format log", 20,
     [](const Candidate& candidate) {
         return LooksLikeLog(candidate.Text(), [](std::string_view message) {
             return itron_standard::ParseStatement(message).has_value();

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "workbench/formats/text/LineCursor.h"
-#include "workbench/service/CallTable.h"
+#include "workbench/kernels/itron/Itron.h"
 
 namespace kvx::formats::itron_standard {
 namespace {
@@ -68,7 +68,7 @@ std::optional<Statement> ParseStatement(std::string_view text) {
 
 ServiceCall ParseServiceCall(std::string_view arguments) {
     const auto comma = arguments.find(',');
-    const auto known = service::CallPrefix(arguments);
+    const auto known = kernels::itron::CallPrefix(arguments);
     if (comma != std::string_view::npos && comma >= known.size())
         return {arguments.substr(0, comma), arguments.substr(comma + 1)};
     if (!known.empty()) return {known, arguments.substr(known.size())};
@@ -113,7 +113,8 @@ bool ReturnStaysBehindCall(std::string_view line, std::string_view before) {
                                             : ParseServiceCall(text.substr(at + verb.size())).name;
     };
     const auto returned = callOf(line, ".leaveSVC(");
-    return !returned.empty() && service::SameCall(callOf(before, ".enterSVC("), returned);
+    return !returned.empty() &&
+           kernels::itron::Kernel().SameCall(callOf(before, ".enterSVC("), returned);
 }
 
 }  // namespace kvx::formats::itron_standard

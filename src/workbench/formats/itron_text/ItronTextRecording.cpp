@@ -3,10 +3,12 @@
 #include "workbench/formats/Registry.h"
 #include "workbench/formats/itron_text/Message.h"
 #include "workbench/formats/text/LogProbe.h"
+#include "workbench/kernels/itron/Itron.h"
 
 namespace kvx::formats::itron_text {
 
-ItronTextRecording::ItronTextRecording(OpenedLog log) : TextLog(std::move(log)) {
+ItronTextRecording::ItronTextRecording(OpenedLog log)
+    : TextLog(std::move(log), kernels::itron::Kernel()) {
     processors_ = log_.index.processors;
     if (processors_.empty()) processors_.push_back(0);
     log_.losses.Add(service::Loss::TimeStepsBack, log_.index.stepsBack);
@@ -31,7 +33,7 @@ bool ItronTextRecording::IsComplete(std::string_view message) const {
 namespace kvx::formats {
 
 const Format kItronText = {
-    "ITRON kernel text log",
+    "ITRON kernel text log", 10,
     [](const Candidate& candidate) {
         return LooksLikeLog(candidate.Text(), [](std::string_view message) {
             service::Record record;

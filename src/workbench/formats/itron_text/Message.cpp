@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "workbench/formats/text/LineCursor.h"
-#include "workbench/service/CallTable.h"
+#include "workbench/kernels/itron/Itron.h"
 
 namespace kvx::formats::itron_text {
 namespace {
@@ -189,7 +189,8 @@ bool IsComplete(std::string_view message) {
 
 bool ReturnStaysBehindCall(std::string_view line, std::string_view before) {
     const auto returned = CallOf(line, RecordKind::Return);
-    return !returned.empty() && service::SameCall(CallOf(before, RecordKind::Call), returned);
+    return !returned.empty() &&
+           kernels::itron::Kernel().SameCall(CallOf(before, RecordKind::Call), returned);
 }
 
 }  // namespace kvx::formats::itron_text

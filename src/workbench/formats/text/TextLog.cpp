@@ -27,7 +27,8 @@ Result<OpenedLog> OpenLog(const std::string& path, MappedFile file, const OpenOp
                      losses, std::move(warnings)};
 }
 
-TextLog::TextLog(OpenedLog log) : log_(std::move(log)), clock_(log_.resources.timeUnit) {}
+TextLog::TextLog(OpenedLog log, const service::Kernel& kernel)
+    : log_(std::move(log)), kernel_(kernel), clock_(log_.resources.timeUnit) {}
 
 bool TextLog::StartsIdle(std::uint32_t processor) const {
     return std::ranges::any_of(log_.resources.idleAtStart, [&](std::uint32_t idle) {

@@ -46,9 +46,11 @@ class TextLog : public Recording {
     std::int64_t TimeOf(std::uint32_t record) const override { return At(record).time; }
     const service::LossCounters& Losses() const override { return log_.losses; }
     const std::vector<std::string>& Warnings() const override { return log_.warnings; }
+    const service::Kernel& GetKernel() const override { return kernel_; }
 
   protected:
-    explicit TextLog(OpenedLog log);
+    // kernel: whose log it is; borrowed.
+    TextLog(OpenedLog log, const service::Kernel& kernel);
 
     // What stands behind the time of a record. Comes with time and processor set.
     virtual void ParseMessage(std::uint32_t number, std::string_view message,
@@ -60,6 +62,7 @@ class TextLog : public Recording {
     void CountCutLine();
 
     OpenedLog log_;
+    const service::Kernel& kernel_;
     service::TraceClock clock_;
     std::vector<std::uint32_t> processors_;
 

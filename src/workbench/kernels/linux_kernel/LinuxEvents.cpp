@@ -1,18 +1,23 @@
-// Scheduling, interrupt and system-call events of Linux, as LTTng and perf name them.
+// Scheduling, interrupt and system-call events, as LTTng and perf name them.
 
 #include <algorithm>
 #include <array>
 
-#include "workbench/formats/ctf/Plan.h"
+#include "workbench/kernels/linux_kernel/LinuxKernel.h"
 
-namespace kvx::formats::ctf {
+namespace kvx::kernels::linux_kernel {
 namespace {
 
 using service::ContextKind;
 using service::RecordKind;
 
-bool PlanScheduling(const EventShape& shape, Plan& plan) {
-    const auto& name = shape.Name();
+void KeepDetail(const EventShape& shape, std::string_view name, EventPlan& plan) {
+    plan.details = shape.Payload();
+    std::erase_if(plan.details, [&](const EventDetail& detail) { return detail.name != name; });
+}
+
+bool PlanScheduling(const EventShape& shape, EventPlan& plan) {
+    const auto& name = shape.name;
     if (name == "sched_switch") {
         plan.kind = RecordKind::Switch;
         plan.subject = shape.Find({"next_tid", "next_pid"});
@@ -20,8 +25,7 @@ bool PlanScheduling(const EventShape& shape, Plan& plan) {
         plan.from = shape.Find({"prev_tid", "prev_pid"});
         plan.fromName = shape.Find({"prev_comm"});
         plan.fromState = shape.Find({"prev_state"});
-        plan.details = shape.Details();
-        std::erase_if(plan.details, [](const DetailField& f) { return f.name != "prev_state"; });
+        KeepDetail(shape, "prev_state", plan);
         return plan.subject && plan.from;
     }
     if (name == "sched_wakeup" || name == "sched_waking" || name == "sched_wakeup_new") {
@@ -44,14 +48,16 @@ struct InterruptEvent {
     ContextKind context;
     std::string_view number;
 };
-constexpr std::array<InterruptEvent, 4> kInterrupts = {
+constexpr std::array<InterruptEvent, 6> kInterrupts = {
     {{"irq_handler_entry", RecordKind::Enter, ContextKind::Interrupt, "irq"},
      {"irq_handler_exit", RecordKind::Leave, ContextKind::Interrupt, "irq"},
      {"softirq_entry", RecordKind::Enter, ContextKind::ServiceRoutine, "vec"},
-     {"softirq_exit", RecordKind::Leave, ContextKind::ServiceRoutine, "vec"}}};
+     {"softirq_exit", RecordKind::Leave, ContextKind::ServiceRoutine, "vec"},
+     {"irq_softirq_entry", RecordKind::Enter, ContextKind::ServiceRoutine, "vec"},
+     {"irq_softirq_exit", RecordKind::Leave, ContextKind::ServiceRoutine, "vec"}}};
 
-bool PlanInterrupt(const EventShape& shape, Plan& plan) {
-    const auto at = std::ranges::find(kInterrupts, shape.Name(), &InterruptEvent::name);
+bool PlanInterrupt(const EventShape& shape, EventPlan& plan) {
+    const auto at = std::ranges::find(kInterrupts, shape.name, &InterruptEvent::name);
     if (at == kInterrupts.end()) return false;
     plan.kind = at->kind;
     plan.subjectKind = at->context;
@@ -70,8 +76,8 @@ constexpr std::array<CallEvent, 5> kCalls = {{{"syscall_entry_", RecordKind::Cal
                                               {"compat_syscall_exit_", RecordKind::Return},
                                               {"sys_", RecordKind::Call}}};
 
-bool PlanServiceCall(const EventShape& shape, Plan& plan) {
-    const std::string_view name = shape.Name();
+bool PlanServiceCall(const EventShape& shape, EventPlan& plan) {
+    const std::string_view name = shape.name;
     if (name == "sys_enter") {
         plan.kind = RecordKind::Call;
         plan.callName = shape.Find({"id"});
@@ -86,17 +92,19 @@ bool PlanServiceCall(const EventShape& shape, Plan& plan) {
         plan.kind = at->kind;
         plan.name = name.substr(at->begin.size());
     }
-    plan.details = shape.Details();
     if (plan.kind == RecordKind::Return)
-        std::erase_if(plan.details, [](const DetailField& field) { return field.name != "ret"; });
+        KeepDetail(shape, "ret", plan);
+    else
+        plan.details = shape.Payload();
     return true;
 }
 
 }  // namespace
 
-bool PlanLinux(const EventShape& shape, Plan& plan) {
+bool PlanEvent(const EventShape& shape, EventPlan& plan) {
+    plan.processor = shape.Find({"cpu_id", "perf_cpu"});
     return PlanScheduling(shape, plan) || PlanInterrupt(shape, plan) ||
            PlanServiceCall(shape, plan);
 }
 
-}  // namespace kvx::formats::ctf
+}  // namespace kvx::kernels::linux_kernel

@@ -1,0 +1,38 @@
+#pragma once
+// What the records of a kernel mean beyond what the file says: its calls, and what they do to the
+// task that issues them. Kernels implement it (workbench/kernels), a recording names its own.
+
+#include <cstdint>
+#include <string_view>
+
+#include "host/TraceCodes.h"
+
+namespace kvx::service {
+
+struct CallInfo {
+    std::uint8_t cls = host::Code(host::CallClass::Unknown);
+    std::uint8_t waitCode = 0;  // state code of a wait in the call; 0: it is not known to wait
+    bool returns = true;        // false: such as ext_tsk
+    bool sleeps = false;        // who loses the processor in it waits, though no record says so
+    bool yields = false;        // ... and whoever yields instead stays ready
+};
+
+class Kernel {
+  public:
+    virtual ~Kernel() = default;
+
+    // For people, for example "Zephyr".
+    virtual std::string_view Name() const = 0;
+    virtual CallInfo FindCall(std::string_view name) const = 0;
+    // Whether a return under one name can belong to a call under the other.
+    virtual bool SameCall(std::string_view one, std::string_view other) const {
+        return one == other;
+    }
+    // Whether the call can release a task that waits for the call's object.
+    virtual bool Releases(std::string_view /*call*/) const { return false; }
+};
+
+// That of a recording which does not show what wrote it: no call is known.
+const Kernel& UnknownKernel();
+
+}  // namespace kvx::service
