@@ -34,11 +34,11 @@ class Window {
 
     COSTraceView& View() { return *view_; }
     COSTraceData& Data() { return core_.data; }
-    ChartGeometry Geometry() const { return view_->Geometry(); }
+    ChartGeometry Geometry() const { return view_->Display()->viewport.Geometry(); }
     void Command(UINT id) { instance_->OnCommand(id); }
     void ShowAll() {
         const ChartGeometry g = Geometry();
-        view_->SetDisplayRange(g.traceStart, g.traceEnd);
+        view_->Display()->SetDisplayRange(g.traceStart, g.traceEnd);
     }
     // A share of the trace, in hundredths of a per cent, from its middle.
     void Show(double share) {
@@ -46,7 +46,7 @@ class Window {
         const ChartGeometry g = Geometry();
         const double span = (g.traceEnd - g.traceStart) * share / 10000.0;
         const double start = g.traceStart + (g.traceEnd - g.traceStart) / 2;
-        view_->SetDisplayRange(start, start + span);
+        view_->Display()->SetDisplayRange(start, start + span);
     }
     void Mouse(UINT message, CPoint at) {
         view_->SendMessage(message, MK_LBUTTON, MakePointParam(at.x, at.y));

@@ -39,6 +39,7 @@ const MessageMap& COSAnalyzeView::GetMessageMap() const {
         ON_WM_LBUTTONDOWN<&Self::OnLButtonDown>(),
         ON_WM_LBUTTONUP<&Self::OnLButtonUp>(),
         ON_WM_CAPTURECHANGED<&Self::OnCaptureChanged>(),
+        ON_WM_CANCELMODE<&Self::OnCancelMode>(),
         ON_COMMAND<ids::kSystemCall, &Self::OnSystemCall>(),
         ON_UPDATE_COMMAND_UI<ids::kSystemCall, &Self::OnUpdateSystemCall>(),
         ON_WM_KEYDOWN<&Self::OnKeyDown>(),
@@ -156,6 +157,7 @@ void COSAnalyzeView::OnDraw(CDC* dc) {
     kvx::table::DrawTable(*dc, painter_, geometry, Table(), Columns(), *data_, Service());
     dc->SelectObject(previous);
     dc->SetViewportOrg(origin);
+    gesture_.Draw(*dc);
     UpdateStatusText();
 }
 

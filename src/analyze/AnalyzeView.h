@@ -54,6 +54,7 @@ class COSAnalyzeView : public CCoreView, public IViewSender {
     void OnLButtonDown(UINT flags, CPoint point);
     void OnLButtonUp(UINT flags, CPoint point);
     void OnCaptureChanged();
+    void OnCancelMode();
 
     void OnRunTime() { SetMode(EAnalysis::RunTime); }
     void OnUpdateRunTime(CCmdUI& ui);

@@ -33,22 +33,31 @@ void COSAnalyzeView::OnCaptureChanged() {
     gesture_.Cancel();
 }
 
+void COSAnalyzeView::OnCancelMode() {
+    gesture_.Cancel();
+    Default();
+}
+
 // The drag begins at the pointer; the edge goes there with the release.
 std::unique_ptr<IGesture> COSAnalyzeView::ResizeAt(CPoint point) {
     const auto found = Columns().EdgeAt(point.x + Shift());
     if (!found) return nullptr;
-    const int least = Columns()[*found].left + CColumnTable::kLeastWidth - Shift();
+    const auto left = [this, &columns = Columns(), which = *found] {
+        return columns[which].left - Shift();
+    };
     return std::make_unique<CColumnResize>(
-        *this, point.x, least, std::numeric_limits<int>::max(),
-        [this, &columns = Columns(), which = *found, shift = Shift()](int edge) {
-            columns.SetRightEdge(which, edge + shift, charWidth_);
-            LayOutColumns();
-            SettingsChanged();
-        });
+        *this, point.x,
+        CColumnResize::Column{[left] { return left() + CColumnTable::kLeastWidth; },
+                              [] { return std::numeric_limits<int>::max(); },
+                              [this, &columns = Columns(), which = *found](int edge) {
+                                  columns.SetRightEdge(which, edge + Shift(), charWidth_);
+                                  LayOutColumns();
+                                  SettingsChanged();
+                              }});
 }
 
 void COSAnalyzeView::PressTitle(CPoint point) {
-    if (auto resize = ResizeAt(point)) return gesture_.Begin(std::move(resize));
+    if (auto resize = ResizeAt(point)) return gesture_.Begin(std::move(resize), point);
     const auto title = Columns().TitleAt(point.x + Shift());
     if (!title) return;
     const int column = static_cast<int>(*title);

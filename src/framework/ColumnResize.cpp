@@ -5,19 +5,23 @@
 #include "platform/ClientDC.h"
 #include "platform/Wnd.h"
 
-CColumnResize::CColumnResize(CWnd& view, int x, int least, int most,
-                             std::function<void(int)> resized)
-    : view_(view), x_(x), least_(least), most_(most), resized_(std::move(resized)) {
+CColumnResize::CColumnResize(CWnd& view, int x, Column column)
+    : view_(view), x_(x), column_(std::move(column)) {
     InvertBar();
 }
 
+void CColumnResize::Draw(CDC& dc) {
+    dc.InvertRect({x_ - 1, 0, x_ + 1, view_.GetClientRect().Height()});
+}
+
 void CColumnResize::InvertBar() {
-    CClientDC(&view_).InvertRect({x_ - 1, 0, x_ + 1, view_.GetClientRect().Height()});
+    CClientDC dc(&view_);
+    Draw(dc);
 }
 
 // Where the bounds cross, the least edge holds.
 void CColumnResize::Move(CPoint point) {
-    const int x = std::max(std::min(point.x, most_), least_);
+    const int x = std::max(std::min(point.x, column_.most()), column_.least());
     if (x == x_) return;
     InvertBar();
     x_ = x;
@@ -26,7 +30,7 @@ void CColumnResize::Move(CPoint point) {
 
 void CColumnResize::Release(CPoint) {
     InvertBar();
-    resized_(x_);
+    column_.setEdge(x_);
 }
 
 void CColumnResize::Cancel() {

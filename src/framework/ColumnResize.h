@@ -9,12 +9,18 @@ class CWnd;
 
 class CColumnResize : public IGesture {
   public:
-    // Draws the bar at x, which is then held between least and most. All are client coordinates of
-    // the view. The column changes with the release alone: resized gets the edge then.
-    CColumnResize(CWnd& view, int x, int least, int most, std::function<void(int x)> resized);
+    // Of a column that the view may scroll; all in its client coordinates.
+    struct Column {
+        std::function<int()> least;          // where the edge may go
+        std::function<int()> most;           //
+        std::function<void(int x)> setEdge;  // with the release alone
+    };
+    // Draws the bar at x.
+    CColumnResize(CWnd& view, int x, Column column);
     void Move(CPoint point) override;
     void Release(CPoint point) override;
     void Cancel() override;
+    void Draw(CDC& dc) override;
     HCURSOR Cursor() const override { return LoadStandardCursor(IDC_SIZEWE); }
 
   private:
@@ -22,7 +28,5 @@ class CColumnResize : public IGesture {
 
     CWnd& view_;
     int x_;
-    int least_;
-    int most_;
-    std::function<void(int)> resized_;
+    Column column_;
 };

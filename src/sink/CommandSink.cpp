@@ -268,30 +268,37 @@ HRESULT CKvxOSTraceDataCommandSink::IsOpen(std::uint16_t* flag) {
 COSTraceView* CKvxOSTraceDataCommandSink::TraceView() {
     if (traceKind_.controls.empty()) return nullptr;
     auto* const control = static_cast<CKvxOSTraceInstanceCtrl*>(traceKind_.controls.front());
-    return control->Frame().TraceView();
+    COSTraceView* const view = control->Frame().TraceView();
+    return view && view->Display() ? view : nullptr;
+}
+
+template <class Change>
+HRESULT CKvxOSTraceDataCommandSink::ChangeDisplay(Change change) {
+    return Guarded([&] {
+        COSTraceView* const view = TraceView();
+        if (!view) return E_FAIL;
+        const HRESULT result = change(*view->Display());
+        view->ShowDisplay();
+        return result;
+    });
 }
 
 HRESULT CKvxOSTraceDataCommandSink::SetDisplayRange(double start, double end) {
-    return Guarded([&] {
-        COSTraceView* const view = TraceView();
-        return view ? view->SetDisplayRange(start, end) : E_FAIL;
-    });
+    return ChangeDisplay(
+        [&](TraceDisplay& display) { return display.SetDisplayRange(start, end); });
 }
 
 HRESULT CKvxOSTraceDataCommandSink::GetPosition(kvx::host::OSTracePosition* position) {
     if (!position) return E_POINTER;
     return Guarded([&] {
-        const COSTraceView* const view = TraceView();
-        return view ? view->GetPosition(*position) : E_FAIL;
+        COSTraceView* const view = TraceView();
+        return view ? view->Display()->GetPosition(*position) : E_FAIL;
     });
 }
 
 HRESULT CKvxOSTraceDataCommandSink::SetPosition(const kvx::host::OSTracePosition* position) {
     if (!position) return E_POINTER;
-    return Guarded([&] {
-        COSTraceView* const view = TraceView();
-        return view ? view->SetPosition(*position) : E_FAIL;
-    });
+    return ChangeDisplay([&](TraceDisplay& display) { return display.SetPosition(*position); });
 }
 
 HRESULT CKvxOSTraceDataCommandSink::GetName(BSTR* name) {

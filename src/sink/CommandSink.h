@@ -71,8 +71,11 @@ class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
         std::vector<CString> names;  // docking-window names, also of windows that are gone
         std::vector<CKvxDebugInstanceDataCtrl*> controls;
     };
-    // Of the first OS Trace window; null when none is open.
+    // Of the first OS Trace window, connected; null when there is none.
     COSTraceView* TraceView();
+    // Shows what change made of its display.
+    template <class Change>
+    HRESULT ChangeDisplay(Change change);
     void ReadProperties();
     std::int32_t ReadNumber(const char* key, std::int32_t fallback) const;
     void Open(WindowKind& kind);

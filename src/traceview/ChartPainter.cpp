@@ -144,10 +144,13 @@ void DrawMarks(CDC& dc, const ChartGeometry& geometry, const std::vector<Mark>& 
     dc.SelectObject(previousPen);
 }
 
-void BlankHiddenLines(CDC& dc, const ChartGeometry& geometry, const CContextMng& contexts) {
+void BlankHiddenLines(CDC& dc, const ChartGeometry& geometry, const CContextMng& contexts,
+                      COSTip& tips) {
     for (int line = geometry.firstLine; line <= geometry.LastDrawnLine(); ++line) {
         if (contexts.IsShown(line)) continue;
-        dc.FillSolidRect(ChartRow(geometry, line - geometry.firstLine), GetSysColor(COLOR_WINDOW));
+        const RECT row = ChartRow(geometry, line - geometry.firstLine);
+        dc.FillSolidRect(row, GetSysColor(COLOR_WINDOW));
+        tips.RemoveTipRects(row);
     }
 }
 

@@ -6,10 +6,10 @@
 #include "framework/HeaderCellPainter.h"
 #include "platform/DC.h"
 #include "trace/ContextMng.h"
-#include "traceview/LineSelection.h"
 #include "traceview/Tip.h"
 #include "traceview/TraceColumns.h"
 #include "traceview/model/ChartItems.h"
+#include "traceview/model/LineSelection.h"
 #include "traceview/model/Marker.h"
 
 namespace kvx::chart {
@@ -31,8 +31,9 @@ void DrawRuns(CDC& dc, const ChartGeometry& geometry, const std::vector<RunBar>&
               COSTip& tips);
 void DrawMarks(CDC& dc, const ChartGeometry& geometry, const std::vector<Mark>& marks,
                const COSColor& colors, COSTip& tips);
-// Erases the chart of lines that are not shown.
-void BlankHiddenLines(CDC& dc, const ChartGeometry& geometry, const CContextMng& contexts);
+// Erases the chart of lines that are not shown, tips included.
+void BlankHiddenLines(CDC& dc, const ChartGeometry& geometry, const CContextMng& contexts,
+                      COSTip& tips);
 void DrawMarkers(CDC& dc, const ChartGeometry& geometry, const COSMarker& markers,
                  const COSColor& colors);
 

@@ -2,56 +2,52 @@
 
 #include <algorithm>
 
-#include "trace/TraceData.h"
-#include "traceview/TraceView.h"
+#include "host/CommandIds.h"
+#include "platform/Wnd.h"
 
-CLineDrag::CLineDrag(COSTraceView& view, CPoint point)
-    : view_(view), source_(point.y / view.lineHeight_ + view.firstLine_ - 1) {}
+CLineDrag::CLineDrag(CWnd& view, TraceDisplay& display, CPoint point)
+    : view_(view),
+      display_(display),
+      source_(display.viewport.Geometry().RowAt(point.y) + display.viewport.FirstLine()) {}
 
 int CLineDrag::TargetLine(CPoint point) const {
-    const int row = std::max(1, std::min(point.y / view_.lineHeight_, view_.visibleLines_ + 1));
-    return row + view_.firstLine_ - 1;
+    const ChartViewport& viewport = display_.viewport;
+    const int row = viewport.Geometry().RowAt(point.y);
+    return std::max(0, std::min(row, viewport.VisibleLines())) + viewport.FirstLine();
 }
 
 void CLineDrag::Move(CPoint point) {
     const int target = TargetLine(point);
-    if (target != view_.dropLine_ && target >= 0) {
-        view_.dropLine_ = target;
+    if (target != display_.viewport.dropLine && target >= 0) {
+        display_.viewport.dropLine = target;
         view_.Invalidate(true);
     }
-    if (point.x >= view_.columns_[TraceColumns::kChart].left) return;
-    if (point.y < view_.lineHeight_) view_.ScrollVertically(SB_LINEUP, 0);
-    if (point.y >= view_.clientHeight_) view_.ScrollVertically(SB_LINEDOWN, 0);
+    const ChartGeometry geometry = display_.viewport.Geometry();
+    if (point.x >= geometry.left) return;
+    const auto scroll = [this](UINT code) { view_.SendMessage(WM_VSCROLL, MakeScroll(code, 0)); };
+    if (point.y < geometry.lineHeight) scroll(SB_LINEUP);
+    if (point.y >= geometry.clientHeight) scroll(SB_LINEDOWN);
 }
 
 void CLineDrag::Release(CPoint point) {
-    view_.dropLine_ = -1;
+    Cancel();
     const int target = TargetLine(point);
     if (target != source_) {
-        MoveLine(target);
+        display_.MoveLine(source_, target);
     } else {
         ClickLine(target);
     }
 }
 
-void CLineDrag::MoveLine(int target) {
-    IQOSTraceService* const service = view_.Service();
-    if (!service) return;
-    if (source_ < target) --target;
-    target = std::max(0, std::min(target, view_.data_->contexts.GetCount() - 1));
-    service->MoveContext(source_, target);
-    view_.ReloadLines(true);
-}
-
 void CLineDrag::ClickLine(int target) {
-    const CContextMng& contexts = view_.data_->contexts;
-    if (target < contexts.GetCount()) view_.selection_.Toggle(contexts.GetKey(target));
+    const CContextMng& contexts = display_.data.contexts;
+    if (target < contexts.GetCount()) display_.selection.Toggle(contexts.GetKey(target));
 }
 
 void CLineDrag::Cancel() {
-    view_.dropLine_ = -1;
+    display_.viewport.dropLine = -1;
 }
 
 HCURSOR CLineDrag::Cursor() const {
-    return view_.lineDrag_;
+    return LoadCursor(kvx::ids::kCursorLineDrag);
 }

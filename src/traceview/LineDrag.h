@@ -2,12 +2,14 @@
 // Dragging a line by its table cells to another place, or, without moving it, clicking it.
 
 #include "framework/Gesture.h"
+#include "traceview/model/TraceDisplay.h"
 
-class COSTraceView;
+class CWnd;
 
 class CLineDrag : public IGesture {
   public:
-    CLineDrag(COSTraceView& view, CPoint point);
+    // The view scrolls by its own messages.
+    CLineDrag(CWnd& view, TraceDisplay& display, CPoint point);
     void Move(CPoint point) override;
     void Release(CPoint point) override;
     void Cancel() override;
@@ -16,9 +18,9 @@ class CLineDrag : public IGesture {
   private:
     // Line before which a line dropped at the point would land.
     int TargetLine(CPoint point) const;
-    void MoveLine(int target);
     void ClickLine(int target);
 
-    COSTraceView& view_;
+    CWnd& view_;
+    TraceDisplay& display_;
     int source_;
 };

@@ -3,38 +3,41 @@
 #include "platform/ClientDC.h"
 #include "platform/Wnd.h"
 
-CMarkerDrag::CMarkerDrag(CWnd& view, IViewSender& sender, COSMarker& markers, int which,
-                         const ChartGeometry& geometry)
-    : view_(view),
-      sender_(sender),
-      markers_(markers),
-      which_(which),
-      geometry_(geometry),
-      original_(markers.GetMarkerEvent(which)) {
-    markers_.BeginDrag(which_);
+CMarkerDrag::CMarkerDrag(CWnd& view, TraceDisplay& display, int which, std::function<void()> moved)
+    : view_(view), display_(display), which_(which), moved_(std::move(moved)) {
+    display_.data.markers.BeginDrag(which_);
     view_.UpdateWindow();
-    InvertBar();
+    Invert(Bar());
 }
 
-void CMarkerDrag::InvertBar() {
-    const int x = geometry_.X(markers_.GetMarkerTime(which_));
-    CClientDC(&view_).InvertRect({x - 1, geometry_.lineHeight, x + 1, geometry_.LinesBottom()});
+RECT CMarkerDrag::Bar() const {
+    const ChartGeometry geometry = display_.viewport.Geometry();
+    const int x = geometry.X(display_.data.markers.GetMarkerTime(which_));
+    return {x - 1, geometry.lineHeight, x + 1, geometry.LinesBottom()};
+}
+
+void CMarkerDrag::Draw(CDC& dc) {
+    dc.InvertRect(Bar());
+}
+
+void CMarkerDrag::Invert(const RECT& bar) {
+    CClientDC(&view_).InvertRect(bar);
 }
 
 void CMarkerDrag::Move(CPoint point) {
-    if (point.x < geometry_.left || point.x == geometry_.X(markers_.GetMarkerTime(which_))) return;
-    const auto target = markers_.DragTarget(which_, point.x, geometry_);
-    if (!target) return;
-    InvertBar();
-    markers_.SetMarker(&sender_, which_, *target);
-    InvertBar();
+    if (point.x < display_.viewport.Geometry().left) return;
+    const RECT before = Bar();
+    if (!display_.DragMarker(which_, point.x)) return;
+    Invert(before);
+    Invert(Bar());
+    moved_();
 }
 
 void CMarkerDrag::Release(CPoint) {
-    markers_.Drop(&sender_);
+    display_.DropMarkers();
 }
 
 void CMarkerDrag::Cancel() {
-    markers_.SetMarker(&sender_, which_, original_);
-    markers_.EndDrag(&sender_, which_);
+    display_.CancelMarkerDrag(which_);
+    moved_();
 }

@@ -2,29 +2,29 @@
 // Dragging a marker: it jumps from event to event under the pointer; the analyses follow with the
 // release alone.
 
+#include <functional>
+
 #include "framework/Gesture.h"
-#include "traceview/model/ChartGeometry.h"
-#include "traceview/model/Marker.h"
+#include "traceview/model/TraceDisplay.h"
 
 class CWnd;
 
 class CMarkerDrag : public IGesture {
   public:
-    // Begins the drag and draws the bar. The chart does not scroll meanwhile.
-    CMarkerDrag(CWnd& view, IViewSender& sender, COSMarker& markers, int which,
-                const ChartGeometry& geometry);
+    // Begins the drag and draws the bar. moved: the marker stands on another event now.
+    CMarkerDrag(CWnd& view, TraceDisplay& display, int which, std::function<void()> moved);
     void Move(CPoint point) override;
     void Release(CPoint point) override;
     void Cancel() override;
+    void Draw(CDC& dc) override;
     HCURSOR Cursor() const override { return LoadStandardCursor(IDC_SIZEWE); }
 
   private:
-    void InvertBar();
+    RECT Bar() const;
+    void Invert(const RECT& bar);
 
     CWnd& view_;
-    IViewSender& sender_;
-    COSMarker& markers_;
+    TraceDisplay& display_;
     int which_;
-    ChartGeometry geometry_;
-    std::uint32_t original_;  // event where the marker stood
+    std::function<void()> moved_;
 };

@@ -5,6 +5,7 @@
 #include "platform/Resources.h"
 #include "platform/Text.h"
 #include "trace/OSTrace.h"
+#include "traceview/model/ChartViewport.h"
 #include "traceview/model/MarkText.h"
 #include "traceview/model/Marker.h"
 
@@ -24,13 +25,13 @@ const char* AreaText(int condition) {
 
 }  // namespace
 
-std::vector<CString> ComposeStatusTexts(COSTrace& engine, const COSMarker& markers, double scale,
-                                        double gridTime) {
+std::vector<CString> ComposeStatusTexts(COSTrace& engine, const COSMarker& markers,
+                                        const ChartViewport& viewport) {
     return {MarkText(engine, markers),
             FormatResource(LoadString(ids::kStringStatusIndicator),
                            engine.TimeText(markers.GetMarkerTime(kMarkerIndicator))),
-            FormatResource(LoadString(ids::kStringStatusScale), ScaleText(scale)),
-            FormatResource(LoadString(ids::kStringStatusGrid), engine.TimeText(gridTime)),
+            FormatResource(LoadString(ids::kStringStatusScale), ScaleText(viewport.Scale())),
+            FormatResource(LoadString(ids::kStringStatusGrid), engine.TimeText(viewport.gridTime)),
             FormatResource(LoadString(ids::kStringStatusArea), AreaText(engine.GetStatus()))};
 }
 

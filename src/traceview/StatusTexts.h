@@ -7,11 +7,12 @@
 
 class COSTrace;
 class COSMarker;
+class ChartViewport;
 
 namespace kvx {
 
 // Marked range, indicator, scale, grid time, range condition.
-std::vector<CString> ComposeStatusTexts(COSTrace& engine, const COSMarker& markers, double scale,
-                                        double gridTime);
+std::vector<CString> ComposeStatusTexts(COSTrace& engine, const COSMarker& markers,
+                                        const ChartViewport& viewport);
 
 }  // namespace kvx

@@ -29,6 +29,12 @@ void COSTip::AddTipRect(const RECT& rect, std::uint32_t event) {
     rects_.push_back({rect.left, rect.top, rect.right, rect.bottom, event});
 }
 
+void COSTip::RemoveTipRects(const RECT& part) {
+    std::erase_if(rects_, [&part](const CTipRect& r) {
+        return r.top >= part.top && r.bottom <= part.bottom;
+    });
+}
+
 int COSTip::HitTest(int x, int y, std::uint32_t* event) const {
     const auto hit = std::find_if(rects_.rbegin(), rects_.rend(), [&](const CTipRect& r) {
         return x >= r.left && x < r.right && y >= r.top && y < r.bottom;
@@ -53,12 +59,13 @@ void COSTip::TrackTip(CWnd& view, CFont* font, const COSColor& colors, int x, in
         if (!window_->CreateTip(view)) return window_.reset();
     }
     window_->Show(view, font, SplitLines(text.Utf8()), colors.GetTipColor(kind), {x, y});
-    view.SetCapture();
+    view_ = &view;
+    view_->SetCapture();
 }
 
 void COSTip::HideTip() {
     if (!window_) return;
     window_->DestroyWindow();
     window_.reset();
-    ReleaseCapture();
+    if (CWnd::GetCapture() == view_) ReleaseCapture();
 }

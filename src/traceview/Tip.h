@@ -27,6 +27,8 @@ class COSTip {
 
     void AddTipRect(const RECT& rect, std::uint32_t event);
     void ClearTipRects() { rects_.clear(); }
+    // Those that lie in the part, which was painted over.
+    void RemoveTipRects(const RECT& part);
     // 1 and the event of the rectangle drawn last under the point.
     int HitTest(int x, int y, std::uint32_t* event) const;
     // Shows, moves or hides the tip for the pointer at (x, y) of the view.
@@ -36,5 +38,6 @@ class COSTip {
 
   private:
     std::unique_ptr<CTipWindow> window_;
+    CWnd* view_ = nullptr;         // that has the mouse while there is a window
     std::vector<CTipRect> rects_;  // in drawing order
 };

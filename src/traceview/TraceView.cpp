@@ -1,36 +1,30 @@
 #include "traceview/TraceView.h"
 
-#include "framework/FontCell.h"
 #include "framework/HostWorkspaceStore.h"
 #include "framework/InstanceDataCtrl.h"
 #include "framework/StatusFrameWnd.h"
 #include "framework/UpdateHints.h"
-#include "host/CommandIds.h"
 #include "host/DebuggerFunctions.h"
 #include "host/ModuleHost.h"
-#include "platform/Resources.h"
+#include "host/OSTraceService.h"
 #include "platform/SystemInfo.h"
-#include "trace/TraceData.h"
 #include "trace/dialogs/StopDlg.h"
 #include "traceview/ChartPainter.h"
 #include "traceview/StatusTexts.h"
-
-namespace ids = kvx::ids;
 
 namespace {
 
 constexpr char kSettingsPrefix[] = "OSTraceView";
 constexpr char kSettingsEntry[] = "View";
+// Comes after a paint, from the message loop.
+constexpr UINT kPainted = WM_USER + 1;
 
 }  // namespace
 
 const CRuntimeClass COSTraceView::kClass =
     MakeDynamicClass<COSTraceView>("COSTraceView", &CCoreView::kClass);
 
-COSTraceView::COSTraceView()
-    : arrow_(LoadStandardCursor(IDC_ARROW)),
-      sizeWE_(LoadStandardCursor(IDC_SIZEWE)),
-      lineDrag_(LoadCursor(ids::kCursorLineDrag)) {
+COSTraceView::COSTraceView() {
     IQOSTraceService* const service = Service();
     attached_ = service && Succeeded(service->Attach());
     if (attached_) service->ResetMeasurement();
@@ -47,60 +41,27 @@ const MessageMap& COSTraceView::GetMessageMap() const {
         ON_WM_CHAR<&Self::OnChar>(),
         ON_WM_MOUSEWHEEL<&Self::OnMouseWheel>(),
         ON_WM_MOUSEMOVE<&Self::OnMouseMove>(),
+        ON_MESSAGE<WM_MOUSELEAVE, &Self::OnMouseLeave>(),
         ON_WM_LBUTTONDOWN<&Self::OnLButtonDown>(),
         ON_WM_LBUTTONUP<&Self::OnLButtonUp>(),
         ON_WM_CAPTURECHANGED<&Self::OnCaptureChanged>(),
-        ON_COMMAND<ids::kStartMarker, &Self::OnStartMarker>(),
-        ON_UPDATE_COMMAND_UI<ids::kStartMarker, &Self::OnUpdateStartMarker>(),
-        ON_COMMAND<ids::kEndMarker, &Self::OnEndMarker>(),
-        ON_UPDATE_COMMAND_UI<ids::kEndMarker, &Self::OnUpdateEndMarker>(),
-        ON_COMMAND<ids::kIndicator, &Self::OnIndicator>(),
-        ON_UPDATE_COMMAND_UI<ids::kIndicator, &Self::OnUpdateTraceOpen>(),
-        ON_COMMAND<ids::kAdjust, &Self::OnAdjust>(),
-        ON_UPDATE_COMMAND_UI<ids::kAdjust, &Self::OnUpdateAdjust>(),
-        ON_COMMAND<ids::kExpand, &Self::OnExpand>(),
-        ON_UPDATE_COMMAND_UI<ids::kExpand, &Self::OnUpdateTraceOpen>(),
-        ON_COMMAND<ids::kReduce, &Self::OnReduce>(),
-        ON_UPDATE_COMMAND_UI<ids::kReduce, &Self::OnUpdateReduce>(),
-        ON_COMMAND<ids::kRangeFullCommand, &Self::OnRangeFull>(),
-        ON_UPDATE_COMMAND_UI<ids::kRangeFullCommand, &Self::OnUpdateRangeFull>(),
-        ON_COMMAND<ids::kRangeFreeCommand, &Self::OnRangeFree>(),
-        ON_UPDATE_COMMAND_UI<ids::kRangeFreeCommand, &Self::OnUpdateRangeFree>(),
-        ON_COMMAND<ids::kTraceStop, &Self::OnTraceStop>(),
-        ON_UPDATE_COMMAND_UI<ids::kTraceStop, &Self::OnUpdateTraceStop>(),
-        ON_COMMAND<ids::kTraceRestart, &Self::OnTraceRestart>(),
-        ON_UPDATE_COMMAND_UI<ids::kTraceRestart, &Self::OnUpdateTraceRestart>(),
-        ON_COMMAND<ids::kSearch, &Self::OnSearch>(),
-        ON_UPDATE_COMMAND_UI<ids::kSearch, &Self::OnUpdateTraceOpen>(),
-        ON_COMMAND<ids::kSearchNext, &Self::OnSearchNext>(),
-        ON_COMMAND<ids::kHostSearchNext, &Self::OnSearchNext>(),
-        ON_UPDATE_COMMAND_UI<ids::kSearchNext, &Self::OnUpdateSearchAgain>(),
-        ON_UPDATE_COMMAND_UI<ids::kHostSearchNext, &Self::OnUpdateSearchAgain>(),
-        ON_COMMAND<ids::kSearchPrevious, &Self::OnSearchPrevious>(),
-        ON_COMMAND<ids::kHostSearchPrevious, &Self::OnSearchPrevious>(),
-        ON_UPDATE_COMMAND_UI<ids::kSearchPrevious, &Self::OnUpdateSearchAgain>(),
-        ON_UPDATE_COMMAND_UI<ids::kHostSearchPrevious, &Self::OnUpdateSearchAgain>(),
-        ON_COMMAND<ids::kValue, &Self::OnValue>(),
-        ON_UPDATE_COMMAND_UI<ids::kValue, &Self::OnUpdateValue>(),
-        ON_COMMAND<ids::kColor, &Self::OnColor>(),
-        ON_UPDATE_COMMAND_UI<ids::kColor, &Self::OnUpdateColor>(),
-        ON_COMMAND<ids::kDefaultOrder, &Self::OnDefaultOrder>(),
-        ON_UPDATE_COMMAND_UI<ids::kDefaultOrder, &Self::OnUpdateDefaultOrder>(),
-        ON_COMMAND<ids::kShowLine, &Self::OnShowLine>(),
-        ON_UPDATE_COMMAND_UI<ids::kShowLine, &Self::OnUpdateSelectedLines>(),
-        ON_COMMAND<ids::kHideLine, &Self::OnHideLine>(),
-        ON_UPDATE_COMMAND_UI<ids::kHideLine, &Self::OnUpdateSelectedLines>(),
+        ON_WM_CANCELMODE<&Self::OnCancelMode>(),
+        ON_MESSAGE<kPainted, &Self::OnPainted>(),
     };
     static const MessageMap kMap{&CCoreView::GetMessageMap(), kEntries};
     return kMap;
+}
+
+bool COSTraceView::OnCmdMsg(UINT id, UINT code, CCmdUI* ui) {
+    return (code == 0 && commands_.Handle(id, ui)) || CCoreView::OnCmdMsg(id, code, ui);
 }
 
 IQOSTraceService* COSTraceView::Service() const {
     return kvx::host::IsDebuggerLoaded() ? kvx::host::TraceService() : nullptr;
 }
 
-bool COSTraceView::IsOpen() const {
-    return data_ && data_->engine.IsValid();
+bool COSTraceView::IsTargetRunning() const {
+    return instance_ && instance_->IsRunning();
 }
 
 CStatusFrameWnd* COSTraceView::StatusFrame() const {
@@ -108,10 +69,10 @@ CStatusFrameWnd* COSTraceView::StatusFrame() const {
 }
 
 void COSTraceView::Connect(COSTraceData& data, CKvxDebugInstanceDataCtrl& instance) {
-    data_ = &data;
+    display_.emplace(data, *this);
     instance_ = &instance;
-    const CRect client = GetClientRect();
-    SizeTo(client.Width(), client.Height());
+    client_ = GetClientRect().Size();
+    LayOut();
     OnUpdate(this, kHintTraceReady, nullptr);
 }
 
@@ -125,10 +86,8 @@ void COSTraceView::OnInitialUpdate() {
 
 void COSTraceView::SetViewFont(CFont* font) {
     font_ = font;
-    const FontCell cell = MeasureFontCell(*this, font_);
-    charWidth_ = cell.width;
-    lineHeight_ = cell.height;
-    LayOutColumns();
+    cell_ = MeasureFontCell(*this, font_);
+    LayOut();
     Invalidate(true);
     UpdateWindow();
 }
@@ -140,7 +99,8 @@ int COSTraceView::SaveSettings(IWorkspaceStore& store, const CString& prefix) {
 
 int COSTraceView::LoadSettings(IWorkspaceStore& store, const CString& prefix) {
     columns_.TakeSettings(store.ReadText(prefix + kSettingsEntry, ""));
-    LayOutColumns();
+    LayOut();
+    Invalidate(true);
     return 0;
 }
 
@@ -148,17 +108,43 @@ void COSTraceView::SettingsChanged() {
     if (instance_) instance_->SetSettingsModified(true);
 }
 
+void COSTraceView::SetColumnEdge(std::size_t column, int edge) {
+    columns_.SetRightEdge(column, edge, cell_.width);
+    LayOut();
+    SettingsChanged();
+}
+
+void COSTraceView::OnSize(UINT, int cx, int cy) {
+    Default();
+    if (!kvx::host::IsDebuggerLoaded() || !display_) return;
+    client_ = {cx, cy};
+    LayOut();
+    pointer_.Follow();
+}
+
+// Columns from left to right; the chart reaches to the edge of the client area.
+void COSTraceView::LayOut() {
+    columns_.Layout(cell_.width);
+    columns_.SetChartRight(client_.cx);
+    if (!display_) return;
+    const TraceColumns::Column& chart = columns_[TraceColumns::kChart];
+    display_->viewport.SetCell(cell_.width, cell_.height);
+    display_->viewport.SetChart(chart.left, chart.right);
+    display_->viewport.SetHeight(client_.cy);
+    if (cell_.height > 0) UpdateVerticalBar();
+}
+
 std::unique_ptr<IProgress> COSTraceView::CreateProgress(const CString& caption) {
     return std::make_unique<CProgressDialog>(GetParent(), caption);
 }
 
 void COSTraceView::OnDestroy() {
-    HideTip();
-    if (kvx::host::IsDebuggerLoaded() && data_) {
+    pointer_.Cancel();
+    if (kvx::host::IsDebuggerLoaded() && display_) {
         IQOSTraceService* const service = Service();
         if (service && !instance_->IsRunning() && attached_) service->Detach();
-        data_->engine.Discard(this);
-        data_->markers.SetSearchFlag(0);
+        display_->data.engine.Discard(this);
+        display_->data.markers.SetSearchFlag(0);
         if (service) service->ViewClosed();
         CWorkspaceStore store(kvx::host::ModuleHost());
         SaveSettings(store, kSettingsPrefix);
@@ -169,122 +155,90 @@ void COSTraceView::OnDestroy() {
 void COSTraceView::OnUpdate(CWnd*, LPARAM hint, CObject*) {
     IQOSTraceService* const service = Service();
     if (hint != kHintDisplayChanged) {
-        HideTip();
+        pointer_.Cancel();
         ClearTipRects();
     }
-    switch (data_ ? hint : 0) {
+    switch (display_ ? hint : 0) {
         case kHintTargetConnected:
             if (service) service->ResetMeasurement();
             attached_ = service && Succeeded(service->Attach());
-            data_->engine.Clear(this, 1);
+            display_->Close(1);
             break;
         case kHintTraceCleared:
             if (service) service->ResetMeasurement();
-            CloseTrace(0);
+            display_->Close(0);
             UpdateHorizontalBar();
             break;
         case kHintTraceReady:
-            CloseTrace(0);
-            if (attached_ && data_->engine.Open(this)) OpenTrace();
+            display_->Close(0);
+            if (attached_) display_->Open();
             UpdateHorizontalBar();
             UpdateVerticalBar();
             break;
         case kHintTargetDisconnected:
             if (attached_ && service) service->Detach();
             attached_ = false;
-            CloseTrace(1);
+            display_->Close(1);
             UpdateHorizontalBar();
             UpdateVerticalBar();
             break;
         case kHintDisplayChanged:
-            CenterIndicator();
+            display_->CentreIndicator();
+            UpdateHorizontalBar();
+            pointer_.Follow();
             break;
         default:
             break;
     }
-    if (hint != kHintDisplayChanged) selection_.Clear();
+    Invalidate(true);
     RefreshStatus();
     if (StatusFrame()) StatusFrame()->LayOut();
 }
 
+// What it showed goes, and with it what the user does in it.
 void COSTraceView::CloseTrace(int resetService) {
-    data_->engine.Clear(this, resetService);
-    firstLine_ = 0;
-    scale_ = traceStart_ = traceEnd_ = displayStart_ = displayEnd_ = 0.0;
+    pointer_.Cancel();
+    ClearTipRects();
+    display_->Close(resetService);
 }
 
-void COSTraceView::OpenTrace() {
-    data_->contexts.Load();
-    data_->engine.GetTimes(&traceStart_, &traceEnd_, &displayEnd_);
-    displayStart_ = traceStart_;
-    if (displayEnd_ <= displayStart_) displayEnd_ = traceEnd_;
-    if (displayEnd_ <= displayStart_) displayEnd_ = traceEnd_ = traceStart_ + 1.0;
-    scale_ = TraceSpan() / (displayEnd_ - displayStart_);
-    gridTime_ = (displayEnd_ - displayStart_) / 5.0;
-    PlaceMarkers();
-}
-
-void COSTraceView::PlaceMarkers() {
-    data_->markers.MoveStartIntoDisplay(this, displayStart_);
-    data_->markers.MoveEndIntoDisplay(this, displayEnd_);
-    data_->markers.MoveIndicatorIntoDisplay(this, displayStart_, displayEnd_);
-}
-
-// Another view moved the indicator: it is brought into the middle when it is out of sight.
-void COSTraceView::CenterIndicator() {
-    const double time = data_->markers.GetMarkerTime(kMarkerIndicator);
-    if (!IsOpen() || Geometry().InDisplay(time)) return;
-    ScrollBy(time - (displayStart_ + (displayEnd_ - displayStart_) / 2.0));
-    UpdateHorizontalBar();
-}
-
-ChartGeometry COSTraceView::Geometry() const {
-    ChartGeometry geometry;
-    geometry.left = columns_[TraceColumns::kChart].left;
-    geometry.right = columns_[TraceColumns::kChart].right;
-    geometry.traceStart = traceStart_;
-    geometry.traceEnd = traceEnd_;
-    geometry.displayStart = displayStart_;
-    geometry.displayEnd = displayEnd_;
-    geometry.scale = scale_;
-    geometry.lineHeight = lineHeight_;
-    geometry.charWidth = charWidth_;
-    geometry.clientHeight = clientHeight_;
-    geometry.firstLine = firstLine_;
-    geometry.visibleLines = visibleLines_;
-    geometry.lineCount = data_ ? data_->contexts.GetCount() : 0;
-    return geometry;
+void COSTraceView::TrackTip(CPoint point) {
+    COSTip::TrackTip(*this, font_, display_->data.colors, point.x, point.y);
 }
 
 void COSTraceView::OnDraw(CDC* dc) {
-    if (!kvx::host::IsDebuggerLoaded() || !data_) return;
+    if (!kvx::host::IsDebuggerLoaded() || !display_) return;
     CFont* const previous = dc->SelectObject(font_);
     dc->SetTextColor(GetSysColor(COLOR_WINDOWTEXT));
     dc->SetBkColor(GetSysColor(COLOR_WINDOW));
     ClearTipRects();
-    namespace chart = kvx::chart;
-    DrawTitles(*dc, painter_, columns_, lineHeight_);
-    if (IsOpen()) {
-        const ChartGeometry geometry = Geometry();
-        const COSColor& colors = data_->colors;
-        const COLORREF run = colors[EColor::Run];
-        chart::DrawTable(*dc, painter_, columns_, geometry, data_->contexts, selection_,
-                         colors[EColor::SysCallBack]);
-        chart::DrawRowLines(*dc, geometry, columns_[TraceColumns::kVector].left, dropLine_, run);
-        if (geometry.right > geometry.left) {
-            const auto items = kvx::BuildChart(geometry, data_->engine, data_->contexts, gridTime_,
-                                               data_->markers.GetMarkerTime(kMarkerStart));
-            chart::DrawGrid(*dc, geometry, items.grid, run);
-            chart::DrawStates(*dc, geometry, items.states, colors, *this);
-            chart::DrawSwitches(*dc, items.switches, run);
-            chart::DrawRuns(*dc, geometry, items.runs, run, *this);
-            chart::DrawMarks(*dc, geometry, items.marks, colors, *this);
-            chart::BlankHiddenLines(*dc, geometry, data_->contexts);
-            chart::DrawMarkers(*dc, geometry, data_->markers, colors);
-        }
-    }
+    DrawTitles(*dc, painter_, columns_, cell_.height);
+    if (IsOpen()) DrawChart(*dc);
     dc->SelectObject(previous);
+    pointer_.Draw(*dc);
     UpdateStatusTexts();
+    PostMessage(kPainted);
+}
+
+void COSTraceView::DrawChart(CDC& dc) {
+    namespace chart = kvx::chart;
+    const ChartViewport& viewport = display_->viewport;
+    const COSTraceData& data = display_->data;
+    const ChartGeometry geometry = viewport.Geometry();
+    const COLORREF run = data.colors[EColor::Run];
+    chart::DrawTable(dc, painter_, columns_, geometry, data.contexts, display_->selection,
+                     data.colors[EColor::SysCallBack]);
+    chart::DrawRowLines(dc, geometry, columns_[TraceColumns::kVector].left, viewport.dropLine, run);
+    if (geometry.right <= geometry.left) return;
+    const auto items = kvx::BuildChart(geometry, data.engine, data.contexts, viewport.gridTime,
+                                       data.markers.GetMarkerTime(kMarkerStart));
+    chart::DrawGrid(dc, geometry, items.grid, run);
+    chart::DrawStates(dc, geometry, items.states, data.colors, *this);
+    chart::DrawSwitches(dc, items.switches, run);
+    chart::DrawRuns(dc, geometry, items.runs, run, *this);
+    chart::DrawMarks(dc, geometry, items.marks, data.colors, *this);
+    chart::BlankHiddenLines(dc, geometry, data.contexts, *this);
+    chart::DrawMarkers(dc, geometry, data.markers, data.colors);
 }
 
 void COSTraceView::RefreshStatus() {
@@ -296,5 +250,5 @@ void COSTraceView::RefreshStatus() {
 void COSTraceView::UpdateStatusTexts() {
     if (!IsOpen() || !StatusFrame()) return;
     StatusFrame()->SetStatusTexts(
-        kvx::ComposeStatusTexts(data_->engine, data_->markers, scale_, gridTime_));
+        kvx::ComposeStatusTexts(display_->data.engine, display_->data.markers, display_->viewport));
 }

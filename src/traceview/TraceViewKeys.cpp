@@ -1,17 +1,46 @@
-// Keys and wheel: what the table of key bindings says.
+// Mouse, keys and wheel as the window gets them. What keys do says the table of key bindings.
 
 #include "host/CommandIds.h"
 #include "platform/Keys.h"
 #include "traceview/KeySheet.h"
 #include "traceview/TraceView.h"
-#include "traceview/model/KeyBindings.h"
 
 using kvx::KeyAction;
 
+void COSTraceView::OnMouseMove(UINT, CPoint point) {
+    pointer_.Move(point);
+    Default();
+}
+
+LRESULT COSTraceView::OnMouseLeave(WPARAM, LPARAM) {
+    pointer_.Leave();
+    return Default();
+}
+
+void COSTraceView::OnLButtonDown(UINT flags, CPoint point) {
+    pointer_.Press(point);
+    CCoreView::OnLButtonDown(flags, point);
+}
+
+void COSTraceView::OnLButtonUp(UINT, CPoint point) {
+    pointer_.Release(point);
+    Default();
+}
+
+void COSTraceView::OnCancelMode() {
+    pointer_.Cancel();
+    Default();
+}
+
+LRESULT COSTraceView::OnPainted(WPARAM, LPARAM) {
+    pointer_.LookAgain();
+    return 0;
+}
+
 void COSTraceView::OnKeyDown(UINT key, UINT, UINT) {
-    const bool control = GetKeyState(VK_CONTROL) < 0;
-    const bool shift = GetKeyState(VK_SHIFT) < 0;
-    if (const auto action = kvx::FindKeyAction(key, control, shift)) Perform(*action);
+    const kvx::KeyModifiers modifiers = {GetKeyState(VK_CONTROL) < 0, GetKeyState(VK_SHIFT) < 0,
+                                         GetKeyState(VK_MENU) < 0};
+    if (const auto action = kvx::FindKeyAction(key, modifiers)) Perform(*action);
     Default();
 }
 
@@ -27,6 +56,10 @@ void COSTraceView::Perform(KeyAction action) {
     const auto command = [this](UINT id) {
         CCmdUI ui(id);
         if (OnUpdateCommand(id, ui) && ui.IsEnabled()) OnCommand(id);
+    };
+    const auto go = [this](auto way) {
+        const auto display = IsOpen() ? (display_->viewport.*way)() : std::nullopt;
+        if (display) GoTo(*display);
     };
     switch (action) {
         case KeyAction::kPageUp:
@@ -51,6 +84,10 @@ void COSTraceView::Perform(KeyAction action) {
             return command(kvx::ids::kReduce);
         case KeyAction::kAdjust:
             return command(kvx::ids::kAdjust);
+        case KeyAction::kDisplayBack:
+            return go(&ChartViewport::Previous);
+        case KeyAction::kDisplayForward:
+            return go(&ChartViewport::Next);
         case KeyAction::kSearch:
             return command(kvx::ids::kSearch);
         case KeyAction::kSearchNext:
@@ -58,7 +95,7 @@ void COSTraceView::Perform(KeyAction action) {
         case KeyAction::kSearchPrevious:
             return command(kvx::ids::kSearchPrevious);
         case KeyAction::kCancelDrag:
-            return gesture_.Cancel();
+            return pointer_.CancelGesture();
         case KeyAction::kKeySheet:
             CKeySheet(this).DoModal();
             return;
@@ -72,11 +109,13 @@ void COSTraceView::Perform(KeyAction action) {
 // With Ctrl the wheel expands and reduces about the time under the pointer.
 bool COSTraceView::OnMouseWheel(UINT flags, short delta, CPoint screen) {
     if (!(flags & MK_CONTROL)) return CCoreView::OnMouseWheel(flags, delta, screen);
-    if (!IsOpen() || gesture_.IsOn()) return true;
+    if (!IsOpen()) return true;
     CPoint point = screen;
     ScreenToClient(&point);
-    const ChartGeometry geometry = Geometry();
-    const double anchor = geometry.InChart(point.x) ? geometry.TimeAt(point.x) : displayStart_;
-    ZoomTo(delta >= 0 ? scale_ * expandRate_ : scale_ / reduceRate_, anchor);
+    const ChartViewport& viewport = display_->viewport;
+    const ChartGeometry geometry = viewport.Geometry();
+    const double anchor =
+        geometry.InChart(point.x) ? geometry.TimeAt(point.x) : viewport.DisplayStart();
+    GoTo(delta >= 0 ? viewport.Expanded(anchor) : viewport.Reduced(anchor));
     return true;
 }

@@ -110,18 +110,18 @@ TEST_F(BothWindows, OneOfEachKindOpensAndIsShownAgain) {
 
 TEST_F(BothWindows, AClickOnAMaxCellMovesTheIndicatorAndTheChartFollows) {
     OpenBoth(400);
-    const double displayed = chart->Geometry().displayStart;
+    const double displayed = chart->Display()->viewport.Geometry().displayStart;
     // The window shows the first records; the chart scrolls away from them.
     chart->SendMessage(WM_HSCROLL, MakeScroll(SB_RIGHT, 0));
-    ASSERT_GT(chart->Geometry().displayStart, displayed + 1000);
-    const double away = chart->Geometry().displayStart;
+    ASSERT_GT(chart->Display()->viewport.Geometry().displayStart, displayed + 1000);
+    const double away = chart->Display()->viewport.Geometry().displayStart;
     host.broadcasts.clear();
     ClickTable(5 + 8 + 5 + 12 + 7, kControlLine);
     ASSERT_EQ(host.broadcasts.size(), 1u);
     EXPECT_EQ(host.broadcasts[0].datum,
               reinterpret_cast<std::uintptr_t>(static_cast<IViewSender*>(table)));
-    EXPECT_LT(chart->Geometry().displayStart, away);
-    EXPECT_TRUE(chart->Geometry().InDisplay(110.0));
+    EXPECT_LT(chart->Display()->viewport.Geometry().displayStart, away);
+    EXPECT_TRUE(chart->Display()->viewport.Geometry().InDisplay(110.0));
     EXPECT_NE(Drawing(*table).find("invert"), std::string::npos);
 }
 
@@ -143,7 +143,7 @@ TEST_F(BothWindows, TheTableDoesNotFollowItsOwnClick) {
 TEST_F(BothWindows, AMarkerDroppedInTheChartRebuildsTheTables) {
     OpenBoth(400);
     ASSERT_EQ(Drawing(*table).find("invert"), std::string::npos);
-    const ChartGeometry geometry = chart->Geometry();
+    const ChartGeometry geometry = chart->Display()->viewport.Geometry();
     const std::string before = Drawing(*table);
     const int y = geometry.LineCentre(0);
     const int from = geometry.X(geometry.displayEnd);

@@ -22,16 +22,21 @@ TEST(Keys, EveryBindingIsFoundByItsKeyAlone) {
     for (const KeyBinding& binding : KeyBindings()) {
         EXPECT_EQ(++said[binding.keyText], 1) << binding.keyText;
         if (binding.key) {
-            EXPECT_EQ(FindKeyAction(binding.key, binding.control, binding.shift), binding.action);
-            EXPECT_FALSE(FindKeyAction(binding.key, !binding.control, binding.shift) ==
-                         binding.action);
+            EXPECT_EQ(FindKeyAction(binding.key, binding.modifiers), binding.action);
+            const bool scrolls = binding.action <= KeyAction::kTimeRight;
+            KeyModifiers others = binding.modifiers;
+            others.control = !others.control;
+            EXPECT_EQ(FindKeyAction(binding.key, others) == binding.action, scrolls)
+                << binding.keyText;
         }
         if (binding.character) {
             EXPECT_EQ(FindCharacterAction(static_cast<UINT>(binding.character)), binding.action);
         }
     }
-    EXPECT_EQ(FindKeyAction(VK_F3, false, true), KeyAction::kSearchPrevious);
-    EXPECT_FALSE(FindKeyAction(VK_F12, false, false).has_value());
+    EXPECT_EQ(FindKeyAction(VK_F3, {.shift = true}), KeyAction::kSearchPrevious);
+    EXPECT_FALSE(FindKeyAction(VK_F12, {}).has_value());
+    EXPECT_EQ(FindKeyAction(VK_LEFT, {.shift = true}), KeyAction::kTimeLeft);
+    EXPECT_EQ(FindKeyAction(VK_LEFT, {.alt = true}), KeyAction::kDisplayBack);
     EXPECT_FALSE(FindCharacterAction('x').has_value());
 }
 
@@ -62,7 +67,7 @@ bool ViewAgrees(const AcceleratorResource& key) {
     const bool plus = key.key == VK_ADD;
     const bool minus = key.key == VK_SUBTRACT;
     const auto action = plus || minus ? FindCharacterAction(plus ? '+' : '-')
-                                      : FindKeyAction(key.key, key.control, key.shift);
+                                      : FindKeyAction(key.key, {key.control, key.shift});
     return !action || (kCommands.contains(*action) && kCommands.at(*action) == key.command);
 }
 

@@ -75,7 +75,7 @@ TEST(ChartPaint, EveryStepInItsOrder) {
     chart::DrawSwitches(dc, items.switches, run);
     chart::DrawRuns(dc, geometry, items.runs, run, tips);
     chart::DrawMarks(dc, geometry, items.marks, colors, tips);
-    chart::BlankHiddenLines(dc, geometry, data.contexts);
+    chart::BlankHiddenLines(dc, geometry, data.contexts, tips);
     chart::DrawMarkers(dc, geometry, data.markers, colors);
     ExpectGolden("traceview/chart.txt", graphics.Text());
 

@@ -52,7 +52,8 @@ class TraceWindow : public ComponentWindow {
         view = nullptr;
     }
 
-    ChartGeometry Geometry() const { return view->Geometry(); }
+    ChartViewport& Viewport() const { return view->Display()->viewport; }
+    ChartGeometry Geometry() const { return Viewport().Geometry(); }
     // The middle of a line's row, in the table.
     CPoint Cell(int line) const { return {40, Geometry().LineCentre(line)}; }
     CPoint InChart(double time) const {

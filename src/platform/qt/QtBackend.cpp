@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/WindowMap.h"
+#include "platform/qt/CancelMode.h"
 #include "platform/qt/Controls.h"
 #include "platform/qt/Desktop.h"
 #include "platform/qt/Dialogs.h"
@@ -31,6 +32,7 @@ class QtBackend final : public IBackend {
     qt::QtTextEngine text_;
     qt::QtDialogs dialogs_;
     qt::Desktop desktop_;
+    qt::CancelMode cancelMode_;
 };
 
 std::unique_ptr<QtBackend> g_backend;

@@ -27,6 +27,8 @@ struct ChartGeometry {
     bool InDisplay(double t) const { return displayStart <= t && t <= displayEnd; }
     bool InChart(int x) const { return left <= x && x <= right; }
 
+    // The visible line at y, 0 for the top one; -1 in the header row.
+    int RowAt(int y) const { return lineHeight > 0 ? y / lineHeight - 1 : -1; }
     // Centre of the visible line row (0 is the top line); rows may be negative.
     int RowCentre(int row) const { return (row + 1) * lineHeight + lineHeight / 2; }
     int LineCentre(int line) const { return RowCentre(line - firstLine); }

@@ -21,6 +21,8 @@ enum class KeyAction {
     kExpand,
     kReduce,
     kAdjust,
+    kDisplayBack,
+    kDisplayForward,
     kSearch,
     kSearchNext,
     kSearchPrevious,
@@ -32,18 +34,25 @@ enum class KeyAction {
     kWheelZoom,
 };
 
-struct KeyBinding {
-    UINT key = 0;        // virtual-key code; 0: by character
-    char character = 0;  // 0: by key
+struct KeyModifiers {
     bool control = false;
-    bool shift = false;  // by key only: a character needs the Shift that makes it
+    bool shift = false;
+    bool alt = false;
+    friend bool operator==(const KeyModifiers&, const KeyModifiers&) = default;
+};
+
+struct KeyBinding {
+    UINT key = 0;            // virtual-key code; 0: by character
+    char character = 0;      // 0: by key
+    KeyModifiers modifiers;  // by key only: a character needs the Shift that makes it
     KeyAction action = KeyAction::kPageUp;
     const char* keyText = "";
     const char* meaning = "";
 };
 
 std::span<const KeyBinding> KeyBindings();
-std::optional<KeyAction> FindKeyAction(UINT key, bool control, bool shift);
+// Keys that scroll do so whatever is held down with them, unless that is another binding.
+std::optional<KeyAction> FindKeyAction(UINT key, const KeyModifiers& modifiers);
 std::optional<KeyAction> FindCharacterAction(UINT character);
 
 }  // namespace kvx

@@ -42,6 +42,18 @@ void COSMarker::Reset() {
     dragging_ = {};
 }
 
+void COSMarker::BeginDrag(int which) {
+    dragging_[Index(which)] = 1;
+    timeBefore_ = times_[Index(which)];
+    eventBefore_ = events_[Index(which)];
+}
+
+void COSMarker::CancelDrag(int which) {
+    if (!std::exchange(dragging_[Index(which)], 0)) return;
+    times_[Index(which)] = timeBefore_;
+    events_[Index(which)] = eventBefore_;
+}
+
 void COSMarker::EndDrag(IViewSender* sender, int which) {
     dragging_[Index(which)] = 0;
     SetMarker(sender, which, GetMarkerEvent(which));

@@ -38,8 +38,11 @@ class COSMarker {
     std::uint32_t GetMarkerEvent(int which) const { return events_[Index(which)]; }
     int IsDragging(int which) const { return dragging_[Index(which)]; }
     bool IsAnyDragging() const { return dragging_[0] || dragging_[1] || dragging_[2]; }
-    void BeginDrag(int which) { dragging_[Index(which)] = 1; }
+    void BeginDrag(int which);
     void EndDrag(IViewSender* sender, int which);
+    // The marker stands again where the drag began. Nothing else changes, and nobody is told: all
+    // that follows the markers has kept to where they were.
+    void CancelDrag(int which);
     // Puts the marker on the event, keeps start before end, and, unless the marker is dragged,
     // rebuilds the analyses (start, end) and broadcasts. An event beyond the last is ignored.
     void SetMarker(IViewSender* sender, int which, std::uint32_t event);
@@ -79,6 +82,8 @@ class COSMarker {
     std::array<double, 3> times_{};
     std::array<std::uint32_t, 3> events_{};
     std::array<int, 3> dragging_{};
+    double timeBefore_ = 0.0;  // of the marker that is dragged, when that began
+    std::uint32_t eventBefore_ = 0;
     Shared shared_;
     int searchFlag_ = 0;
     int rebuildRows_ = 0;

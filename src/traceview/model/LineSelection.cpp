@@ -1,4 +1,4 @@
-#include "traceview/LineSelection.h"
+#include "traceview/model/LineSelection.h"
 
 #include <algorithm>
 
