@@ -2,7 +2,8 @@
 
 add_library(kvx_options INTERFACE)
 target_include_directories(kvx_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
-target_compile_options(kvx_options INTERFACE -Wall -Wextra -Wpedantic -Werror)
+target_compile_options(kvx_options INTERFACE -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion
+                                             -Wsign-conversion -Wold-style-cast)
 # GCC 12 sees overlapping copies in "text" + std::string that are not there.
 target_compile_options(kvx_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(KVX_SANITIZE)

@@ -58,7 +58,7 @@ void BM_ReadEveryByte(benchmark::State& state) {
     const auto file = formats::MappedFile::Open(BigLog::Get().Path());
     const auto text = file->Text();
     for (auto _ : state) benchmark::DoNotOptimize(std::memchr(text.data(), '\1', text.size()));
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
 BENCHMARK(BM_ReadEveryByte)->Unit(benchmark::kMillisecond);
 
@@ -71,7 +71,7 @@ void BM_FindLineEnds(benchmark::State& state) {
             ++lines;
         benchmark::DoNotOptimize(lines);
     }
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
 BENCHMARK(BM_FindLineEnds)->Unit(benchmark::kMillisecond);
 
@@ -81,7 +81,7 @@ void BM_Index(benchmark::State& state) {
         bool cancelled = false;
         benchmark::DoNotOptimize(formats::BuildLineIndex(file->Text(), {}, nullptr, cancelled));
     }
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * file->Text().size()));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(file->Text().size()));
 }
 BENCHMARK(BM_Index)->Unit(benchmark::kMillisecond);
 

@@ -1,7 +1,7 @@
 #pragma once
-// The module-wide table of debugger functions. It is filled when the host reports that the debugger
-// is connected and emptied when it is disconnected; whether it is filled is the component's own
-// test for a connected debugger (IsLoaded).
+// The module's table of debugger functions. It has entries from kEventDebuggerConnected until
+// kEventDebuggerDisconnected; that it has them is how the component knows of a debugger
+// (IsDebuggerLoaded).
 //
 // Every entry is a dispatch function: it passes its arguments on, unchanged, to the function that
 // the debugger library of the current host exports, or, when it exports none, to the host's
@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <functional>
 #include <string_view>
+#include <type_traits>
 
 #include "host/Services.h"
 
@@ -123,13 +124,23 @@ DebuggerFunction GetDebuggerFunction(std::size_t index);
 // A debugger is connected.
 bool IsDebuggerLoaded();
 
+// A number or a pointer as it stands in an argument.
+template <class Value>
+std::uintptr_t ToArgument(Value value) {
+    if constexpr (std::is_pointer_v<Value>) {
+        return reinterpret_cast<std::uintptr_t>(value);
+    } else {
+        return static_cast<std::uintptr_t>(value);
+    }
+}
+
 // Calls the entry with up to six arguments; 0 while it is empty.
 template <class... Arguments>
 std::intptr_t CallDebugger(std::size_t index, Arguments... arguments) {
     static_assert(sizeof...(Arguments) <= 6);
     const DebuggerFunction entry = GetDebuggerFunction(index);
     if (!entry) return 0;
-    const DebuggerArguments a = {(std::uintptr_t)arguments...};
+    const DebuggerArguments a = {ToArgument(arguments)...};
     return entry(a[0], a[1], a[2], a[3], a[4], a[5]);
 }
 

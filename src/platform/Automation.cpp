@@ -22,7 +22,7 @@ char32_t NextCodePoint(std::string_view text, std::size_t& i) {
                                : first >> 4 == 14 ? 3
                                : first >> 3 == 30 ? 4
                                                   : 0;
-    if (length == 1) return text[i++];
+    if (length == 1) return byte(i++);
     if (length == 0 || i + length > text.size()) return ++i, kReplacement;
     char32_t value = first & (0x7Fu >> length);
     for (std::size_t k = 1; k < length; ++k) {

@@ -14,8 +14,8 @@ namespace kvx {
 
 class WindowState final : public IWindowSink {
   public:
-    WindowState(CWnd& owner, DWORD style, DWORD exStyle)
-        : style(style), exStyle(exStyle), owner_(&owner) {}
+    WindowState(CWnd& owner, DWORD firstStyle, DWORD firstExStyle)
+        : style(firstStyle), exStyle(firstExStyle), owner_(&owner) {}
 
     // The object that the toolkit window belongs to changes.
     void SetOwner(CWnd& owner) { owner_ = &owner; }
@@ -23,7 +23,8 @@ class WindowState final : public IWindowSink {
     // Null when the window is not this module's.
     static WindowState* Of(const CWnd* window);
 
-    // Runs the window's handlers; an exception becomes a line on standard error and the result 0.
+    // Runs the window's handlers. An exception becomes a line on standard error and the result 0,
+    // or -1 of WM_CREATE: a window whose creation fails does not come into being.
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     std::shared_ptr<const Surface> Picture() override;
     DROPEFFECT OnDrag(const COleDataObject& data, DWORD keyState, POINT client,

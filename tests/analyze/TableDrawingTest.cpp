@@ -124,7 +124,7 @@ TEST_F(TableDrawing, AsksForTheRowsShownAlone) {
         core_.service.reads = 0;
         const std::string drawn = Drawn(EAnalysis::SysCall, 500);
         // Number, name, two parameter texts and time of each; and once the indicator's entry.
-        EXPECT_EQ(core_.service.reads, 5u * (visible + 1) + 1) << visible;
+        EXPECT_EQ(core_.service.reads, 5u * (static_cast<unsigned>(visible) + 1u) + 1u) << visible;
         EXPECT_EQ(Count(drawn, "\"ercd=0\" #000000"), visible + 1);
     }
 }

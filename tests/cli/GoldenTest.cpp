@@ -63,8 +63,8 @@ TEST_P(Golden, AnswersAsExpected) {
     test::ExpectGolden(GetParam() + "/expected", answer);
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, Golden, testing::ValuesIn(Cases()), [](const auto& info) {
-    std::string name = info.param;
+INSTANTIATE_TEST_SUITE_P(Cases, Golden, testing::ValuesIn(Cases()), [](const auto& each) {
+    std::string name = each.param;
     for (char& c : name)
         if (c == '/') c = '_';
     return name;

@@ -84,7 +84,7 @@ TEST(RealTraces, BothFormatsOfOneRunAgree) {
         return runs;
     };
     EXPECT_EQ(runsOf("asp/asp_short.log", 0), runsOf("asp/asp_short_standard_format.log", 0));
-    for (const std::uint32_t processor : {1, 2})
+    for (const std::uint32_t processor : {1u, 2u})
         EXPECT_EQ(runsOf("fmp/fmp_short.log", processor),
                   runsOf("fmp/fmp_short_standard_format.log", processor));
 }

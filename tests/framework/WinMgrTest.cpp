@@ -112,7 +112,7 @@ TEST(WinMgr, MovedBorderLaysNeighbouringGroupsOutAgain) {
 // group has, and fill it when there is a rest entry.
 TEST(WinMgr, RandomRowsNeitherOverlapNorOverflow) {
     std::mt19937 random(7);
-    const auto number = [&](int below) { return static_cast<int>(random() % below); };
+    const auto number = [&](unsigned below) { return static_cast<int>(random() % below); };
     for (int round = 0; round < 500; ++round) {
         std::vector<WINRECT> table{Row()};
         const int entries = 1 + number(6);

@@ -13,8 +13,8 @@ class MessageEvent : public QEvent {
     // The same number in every module.
     static constexpr QEvent::Type kType = static_cast<QEvent::Type>(QEvent::User + 0x4B56);
 
-    MessageEvent(UINT message, WPARAM wParam, LPARAM lParam, bool posted)
-        : QEvent(kType), message(message), wParam(wParam), lParam(lParam), posted(posted) {}
+    MessageEvent(UINT number, WPARAM first, LPARAM second, bool isPosted)
+        : QEvent(kType), message(number), wParam(first), lParam(second), posted(isPosted) {}
 
     const UINT message;
     const WPARAM wParam;

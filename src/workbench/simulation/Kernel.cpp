@@ -160,7 +160,9 @@ Program Kernel::TimerTick() {
             continue;
         }
         TimedHandler& timed = *timer->handler;
-        if (timed.period > 0) timers_.StartAt(timed.timer, timers_.Now() + timed.period);
+        if (timed.period > 0) {
+            timers_.StartAt(timed.timer, timers_.Now() + static_cast<std::uint64_t>(timed.period));
+        }
         co_await RunHandler{timed.handler};
     }
 }

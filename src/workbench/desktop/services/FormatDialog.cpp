@@ -34,7 +34,8 @@ class Items final : public IQFormatItemList {
 QColor ColorOf(int index, const QPalette& palette, bool background) {
     COLORREF color = 0;
     if (ColorOfIndex(index, &color)) {
-        return QColor(GetRValue(color), GetGValue(color), GetBValue(color));
+        return QColor(static_cast<int>(GetRValue(color)), static_cast<int>(GetGValue(color)),
+                      static_cast<int>(GetBValue(color)));
     }
     if (index == kColorHighlight) {
         return palette.color(background ? QPalette::Highlight : QPalette::HighlightedText);

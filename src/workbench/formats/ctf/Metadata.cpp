@@ -29,7 +29,7 @@ std::string WithoutCommentsAndStrings(std::string_view text) {
         } else if (bare.compare(i, 2, "//") == 0) {
             end = std::min(bare.find('\n', i), bare.size());
         } else if (bare[i] == '"') {
-            while (end < bare.size() && bare[end] != '"') end += bare[end] == '\\' ? 2 : 1;
+            while (end < bare.size() && bare[end] != '"') end += bare[end] == '\\' ? 2u : 1u;
             end = std::min(end + 1, bare.size());
         } else {
             ++i;
