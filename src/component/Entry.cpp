@@ -1,9 +1,9 @@
 // Everything that the module exports to its host, each through Guarded().
 
 #include "component/OSTraceApp.h"
-#include "host/Guarded.h"
+#include "platform/Guarded.h"
 
-using kvx::host::Guarded;
+using kvx::Guarded;
 
 namespace {
 
@@ -35,18 +35,12 @@ KVX_EXPORT HRESULT KVX_CALL QueryInterface2(std::uintptr_t key, const GUID* riid
 }
 
 KVX_EXPORT HRESULT KVX_CALL CreateInstance(std::uintptr_t key) {
-    Guarded([&] {
-        GetOSTraceApp().AddInstance(key);
-        return S_OK;
-    });
+    Guarded([&] { GetOSTraceApp().AddInstance(key); });
     return S_OK;
 }
 
 KVX_EXPORT HRESULT KVX_CALL DestroyInstance(std::uintptr_t key) {
-    Guarded([&] {
-        GetOSTraceApp().RemoveInstance(key);
-        return S_OK;
-    });
+    Guarded([&] { GetOSTraceApp().RemoveInstance(key); });
     return S_OK;
 }
 

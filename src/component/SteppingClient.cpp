@@ -1,8 +1,8 @@
 #include "component/SteppingClient.h"
 
-#include "host/Guarded.h"
+#include "platform/Guarded.h"
 
-using kvx::host::Guarded;
+using kvx::Guarded;
 
 namespace {
 

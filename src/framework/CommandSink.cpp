@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "host/Guarded.h"
 #include "host/Identifiers.h"
 #include "host/NamedColors.h"
+#include "platform/Guarded.h"
 
 using kvx::Bstr;
-using kvx::host::Guarded;
+using kvx::Guarded;
 
 namespace {
 
@@ -23,7 +23,7 @@ CUiCommandSink::CUiCommandSink(IQHost* host, IDockingManager* docking)
                  kvx::host::kPropertyStore, kvx::host::kWorkspaceStore, kvx::host::kFrameworkC})),
       docking_(docking) {}
 
-void CUiCommandSink::AddInstance(std::unique_ptr<CKvxInstanceDataCtrl> instance) {
+void CUiCommandSink::AddInstance(std::unique_ptr<CKvxInstanceDataCtrl>&& instance) {
     instances_.push_back(std::move(instance));
 }
 

@@ -36,7 +36,8 @@ class CUiCommandSink : public CWnd, public ICommandWindow {
     const std::vector<std::unique_ptr<CKvxInstanceDataCtrl>>& Instances() const {
         return instances_;
     }
-    void AddInstance(std::unique_ptr<CKvxInstanceDataCtrl> instance);
+    // Takes the instance over, unless it throws.
+    void AddInstance(std::unique_ptr<CKvxInstanceDataCtrl>&& instance);
     CKvxInstanceDataCtrl* FindInstance(HWND window) const;
     // Deletes the instances whose docking window went without a word, and their window with it.
     void DropLostInstances();

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "platform/Guarded.h"
+
 namespace kvx {
 
 namespace {
@@ -21,9 +23,9 @@ MessageScope::~MessageScope() {
     g_innermost = current_.outer;
 }
 
-void ReportException(const char* what) {
+void ReportException(const char* what) noexcept {
     const UINT message = g_innermost ? g_innermost->message : 0;
-    std::fprintf(stderr, "kvx: a handler failed (message 0x%04X): %s\n", message, what);
+    std::fprintf(stderr, "kvx: a call failed (message 0x%04X): %s\n", message, what);
 }
 
 }  // namespace kvx

@@ -1,7 +1,5 @@
 #pragma once
-// What surrounds a window's handlers: the message at work, and the end of every exception.
-
-#include <exception>
+// What surrounds a window's handlers: the message at work.
 
 #include "platform/Types.h"
 
@@ -31,21 +29,5 @@ class MessageScope {
   private:
     CurrentMessage current_;
 };
-
-// Tells the developer about an exception that reached the platform.
-void ReportException(const char* what);
-
-// The call's result; that of its type's default when it throws.
-template <class Call>
-auto Guarded(Call call) -> decltype(call()) {
-    try {
-        return call();
-    } catch (const std::exception& error) {
-        ReportException(error.what());
-    } catch (...) {
-        ReportException("unknown exception");
-    }
-    return {};
-}
 
 }  // namespace kvx

@@ -1,14 +1,11 @@
 #include "platform/Object.h"
 
+#include "platform/Guarded.h"
+
 const CRuntimeClass CObject::kClass = MakeRuntimeClass("CObject", nullptr);
 
 CObject* CRuntimeClass::CreateObject() const {
-    if (!create) return nullptr;
-    try {
-        return create();
-    } catch (...) {
-        return nullptr;
-    }
+    return create ? kvx::Guarded(nullptr, create) : nullptr;
 }
 
 bool CRuntimeClass::IsDerivedFrom(const CRuntimeClass* other) const {

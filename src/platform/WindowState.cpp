@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/Guarded.h"
 #include "platform/MessageDispatch.h"
 #include "platform/Rects.h"
 #include "platform/SystemInfo.h"
@@ -30,7 +31,8 @@ WindowState* WindowState::Of(const CWnd* window) {
 
 LRESULT WindowState::Dispatch(CWnd& window, UINT message, WPARAM wParam, LPARAM lParam) {
     const MessageScope scope(window, message, wParam, lParam);
-    return Guarded([&] { return window.WindowProc(message, wParam, lParam); });
+    const LRESULT failing = message == WM_CREATE ? -1 : 0;
+    return Guarded(failing, [&] { return window.WindowProc(message, wParam, lParam); });
 }
 
 LRESULT WindowState::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -103,7 +105,7 @@ DROPEFFECT WindowState::OnDrag(const COleDataObject& data, DWORD keyState, POINT
     if (entered) viewTakesDrag_ = false;
     if (dropView_) {
         COleDataObject object = data;
-        const DROPEFFECT effect = Guarded([&] {
+        const DROPEFFECT effect = Guarded(DROPEFFECT_NONE, [&] {
             return entered ? dropView_->OnDragEnter(&object, keyState, client)
                            : dropView_->OnDragOver(&object, keyState, client);
         });
@@ -114,13 +116,14 @@ DROPEFFECT WindowState::OnDrag(const COleDataObject& data, DWORD keyState, POINT
 }
 
 void WindowState::OnDragLeave() {
-    if (dropView_) Guarded([&] { return dropView_->OnDragLeave(), 0; });
+    if (dropView_) Guarded([&] { dropView_->OnDragLeave(); });
 }
 
 DROPEFFECT WindowState::OnDrop(const COleDataObject& data, DROPEFFECT effect, POINT client) {
     if (dropView_ && viewTakesDrag_) {
         COleDataObject object = data;
-        const bool dropped = Guarded([&] { return dropView_->OnDrop(&object, effect, client); });
+        const bool dropped =
+            Guarded(false, [&] { return dropView_->OnDrop(&object, effect, client); });
         return dropped ? effect : DROPEFFECT_NONE;
     }
     if (!TakesFiles(data)) return DROPEFFECT_NONE;
@@ -140,7 +143,7 @@ void WindowState::OnWindowGone() {
     RemoveWindow(owner->m_hWnd);
     owner->m_hWnd = nullptr;
     const auto self = std::move(owner->state_);  // until this function ends
-    Guarded([owner] { return owner->PostNcDestroy(), 0; });
+    Guarded([owner] { owner->PostNcDestroy(); });
 }
 
 void WindowState::ShowBar(int bar) {

@@ -4,16 +4,17 @@
 
 #include "framework/UpdateHints.h"
 #include "host/CommandIds.h"
-#include "host/Guarded.h"
 #include "host/NamedColors.h"
+#include "platform/Guarded.h"
 #include "platform/Resources.h"
+#include "platform/ScopeGuard.h"
 #include "sink/OSAnalyzeInstanceCtrl.h"
 #include "sink/OSTraceInstanceCtrl.h"
 #include "traceview/TraceView.h"
 
 namespace ids = kvx::ids;
 using kvx::Bstr;
-using kvx::host::Guarded;
+using kvx::Guarded;
 using kvx::host::Service;
 
 namespace {
@@ -78,8 +79,8 @@ void CKvxOSTraceDataCommandSink::ReadProperties() {
     points_ = kDefaultPoints;
     if (properties_) {
         Bstr face;
-        const std::int32_t points = ReadNumber(kFontSize, kDefaultPoints);
         const bool read = Succeeded(properties_->GetText(Bstr(kFontName).Get(), face.Receive()));
+        const std::int32_t points = ReadNumber(kFontSize, kDefaultPoints);
         if (read && !face.Utf8().empty()) {
             face_ = face.Utf8();
             points_ = IsPointSize(points) ? points : kDefaultPoints;
@@ -160,30 +161,48 @@ void CKvxOSTraceDataCommandSink::Open(WindowKind& kind) {
                                                         kDockCreateFlags, kDockBottom, &given);
     if (!docking) return;
     Docking()->SetWindowState(docking, kDockShow);
-    AddControl(kind, docking, given);
+    FillDocking(kind, docking, given);
 }
 
-std::unique_ptr<CKvxDebugInstanceDataCtrl> CKvxOSTraceDataCommandSink::NewControl(
+std::unique_ptr<CKvxInstanceDataCtrl> CKvxOSTraceDataCommandSink::NewControl(
     const WindowKind& kind) {
     if (&kind == &analyzeKind_)
         return std::make_unique<CKvxOSAnalyzeInstanceCtrl>(Host(), Docking(), data_);
     return std::make_unique<CKvxOSTraceInstanceCtrl>(Host(), Docking(), data_);
 }
 
-void CKvxOSTraceDataCommandSink::AddControl(WindowKind& kind, HWND docking, const CString& name) {
-    std::unique_ptr<CKvxDebugInstanceDataCtrl> owned = NewControl(kind);
-    CKvxDebugInstanceDataCtrl* const control = owned.get();
+// All or nothing: a docking window whose control cannot be made is hidden again, and nothing of the
+// control stays here or at the host.
+void CKvxOSTraceDataCommandSink::FillDocking(WindowKind& kind, HWND docking, const CString& name) {
+    if (kvx::Guarded(false, [&] { return AddControl(kind, docking, name); })) return;
+    Docking()->SetWindowState(docking, kDockHide);
+}
+
+bool CKvxOSTraceDataCommandSink::AddControl(WindowKind& kind, HWND docking, const CString& name) {
+    std::unique_ptr<CKvxInstanceDataCtrl> owned = NewControl(kind);
+    auto* const control = static_cast<CKvxDebugInstanceDataCtrl*>(owned.get());
+    kvx::ScopeGuard undo([&] {
+        Forget(*control);
+        control->RemoveToolbars();
+        control->DestroyWindow();
+    });
     control->SetOwner(this);
-    if (!control->Create(WS_CHILD | WS_VISIBLE, RECT{}, docking, 1)) {
-        return Docking()->SetWindowState(docking, kDockHide);
-    }
+    if (!control->Create(WS_CHILD | WS_VISIBLE, RECT{}, docking, 1)) return false;
     control->SetFont(face_, points_);
     control->SetColours(currentItem_, text_.foreground, text_.background);
-    AddInstance(std::move(owned));
     kind.controls.push_back(control);
-    kind.names.push_back(name);
     nameOfControl_[control] = name;
+    kind.names.push_back(name);
+    AddInstance(std::move(owned));
+    undo.Dismiss();
     modified_ = true;
+    return true;
+}
+
+void CKvxOSTraceDataCommandSink::Forget(const CKvxInstanceDataCtrl& control) {
+    std::erase(traceKind_.controls, &control);
+    std::erase(analyzeKind_.controls, &control);
+    nameOfControl_.erase(&control);
 }
 
 void CKvxOSTraceDataCommandSink::OnOpenOSTrace() {
@@ -206,8 +225,10 @@ bool CKvxOSTraceDataCommandSink::MayOpen(
 void CKvxOSTraceDataCommandSink::OnUpdateOpenOSTrace(CCmdUI& ui) {
     std::vector<CKvxInstanceDataCtrl*> all;
     for (const auto& instance : Instances()) all.push_back(instance.get());
-    ui.Enable(MayOpen(traceKind_, all) && !IsOpenBlocked(Host(), kvx::host::kOpenBlockerA) &&
-              !IsOpenBlocked(Host(), kvx::host::kOpenBlockerB));
+    if (!MayOpen(traceKind_, all)) return ui.Enable(false);
+    const bool blockedByA = IsOpenBlocked(Host(), kvx::host::kOpenBlockerA);
+    const bool blockedByB = IsOpenBlocked(Host(), kvx::host::kOpenBlockerB);
+    ui.Enable(!blockedByA && !blockedByB);
 }
 
 void CKvxOSTraceDataCommandSink::OnUpdateOpenOSAnalyze(CCmdUI& ui) {
@@ -237,9 +258,7 @@ int CKvxOSTraceDataCommandSink::CloseInstance(HWND window, LPARAM argument) {
         }
         return 0;
     }
-    std::erase(traceKind_.controls, instance);
-    std::erase(analyzeKind_.controls, instance);
-    nameOfControl_.erase(instance);
+    Forget(*instance);
     modified_ = true;
     return CUiDebugCommandSink::CloseInstance(window, argument);
 }

@@ -82,8 +82,11 @@ class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
     void ForgetLostWindows();
     static bool HasWindow(const WindowKind& kind);
     HWND FindDocking(const WindowKind& kind, const CString& name) const;
-    std::unique_ptr<CKvxDebugInstanceDataCtrl> NewControl(const WindowKind& kind);
-    void AddControl(WindowKind& kind, HWND docking, const CString& name);
+    std::unique_ptr<CKvxInstanceDataCtrl> NewControl(const WindowKind& kind);
+    void FillDocking(WindowKind& kind, HWND docking, const CString& name);
+    // False when the window does not come into being; it may throw, too.
+    bool AddControl(WindowKind& kind, HWND docking, const CString& name);
+    void Forget(const CKvxInstanceDataCtrl& control);
     bool MayOpen(const WindowKind& kind,
                  const std::vector<CKvxInstanceDataCtrl*>& candidates) const;
     template <class Action>

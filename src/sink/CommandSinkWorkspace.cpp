@@ -4,12 +4,12 @@
 #include <algorithm>
 
 #include "framework/HostWorkspaceStore.h"
-#include "host/Guarded.h"
+#include "platform/Guarded.h"
 #include "platform/Resources.h"
 #include "sink/CommandSink.h"
 
 using kvx::Bstr;
-using kvx::host::Guarded;
+using kvx::Guarded;
 using kvx::host::Service;
 
 namespace {
@@ -71,7 +71,7 @@ void CKvxOSTraceDataCommandSink::Reopen(WindowKind& kind, const CString& name) {
     CString given;
     const HWND docking = Docking()->CreateDockingWindow(name, LoadString(kind.titleString),
                                                         kDockCreateFlags, kDockBottom, &given);
-    if (docking) AddControl(kind, docking, name);
+    if (docking) FillDocking(kind, docking, name);
 }
 
 HRESULT CKvxOSTraceDataCommandSink::WorkspaceSaving(std::uintptr_t a, std::uintptr_t b,

@@ -1,8 +1,8 @@
 #include "toolbar/CommandTarget.h"
 
-#include "host/Guarded.h"
+#include "platform/Guarded.h"
 
-using kvx::host::Guarded;
+using kvx::Guarded;
 
 HRESULT CCommandTarget::OnCommand(std::uint32_t command) {
     return Guarded([&] { return window_ && window_->RouteCommand(command) ? S_OK : E_NOTIMPL; });

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
+#include "component/ModuleBoxes.h"
 #include "component/SmallTrace.h"
 #include "component/WorkingDay.h"
 
@@ -87,6 +90,40 @@ TEST(MisbehavingHost, CommandsThatAreDisabledComeAllTheSame) {
         host.docking.ignoreStates = true;
         EXPECT_EQ(LiveThroughADay(host), Texts());
     }
+}
+
+// A service of the host that throws must not: nothing of the half-made window stays.
+TEST(MisbehavingHost, AWindowThatCannotBeMadeLeavesNothing) {
+    constexpr std::uint32_t kOpenOSTrace = 32770;
+    TestHost host;
+    host.trace.Load(SmallTrace());
+    const ModuleBoxes boxes;
+    const Session session(host);
+    const auto registered = host.docking.registrations.size();
+    host.trace.onCall = [](const std::string& operation) {
+        if (operation == "DiscardData") throw std::runtime_error("no");
+    };
+    auto* const window = host.Client<IQEOSTraceWindow>(host::kOSTraceWindow);
+    std::uint16_t open = 1;
+    for (int attempt = 1; attempt <= 2; ++attempt) {
+        host.docking.Command(kOpenOSTrace);
+        EXPECT_EQ(window->IsOpen(&open), S_OK);
+        EXPECT_EQ(open, 0);
+        EXPECT_EQ(host.docking.registrations.size(), registered);
+        EXPECT_EQ(host.docking.Control(), nullptr);
+        EXPECT_EQ(host.docking.states.at(host.docking.Docking()), kDockHide);
+    }
+    host.trace.onCall = nullptr;
+    EXPECT_EQ(host.docking.Command(kOpenOSTrace), S_OK);
+    EXPECT_EQ(window->IsOpen(&open), S_OK);
+    EXPECT_EQ(open, 0xFFFF);
+    EXPECT_EQ(host.docking.states.at(host.docking.Docking()), kDockShow);
+
+    // An event that a service spoils is answered all the same.
+    host.trace.onCall = [](const std::string&) { throw std::runtime_error("no"); };
+    const EventRecord ready{host::kEventTraceReady, 0};
+    EXPECT_EQ(session.Component().Notify(&ready), S_OK);
+    host.trace.onCall = nullptr;
 }
 
 TEST(MisbehavingHost, StoresThatFail) {

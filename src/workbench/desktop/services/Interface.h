@@ -2,8 +2,8 @@
 // What every interface object of the host has in common: it answers its own identifier and is not
 // counted; its owner keeps it for as long as a component is connected.
 
-#include "host/Guarded.h"
 #include "host/Host.h"
+#include "platform/Guarded.h"
 
 namespace kvx::desktop {
 
@@ -21,7 +21,5 @@ class Implementation : public Interface {
   protected:
     ~Implementation() = default;
 };
-
-using host::Guarded;
 
 }  // namespace kvx::desktop
