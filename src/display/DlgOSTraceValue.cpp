@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <climits>
-#include <cstdlib>
 #include <string_view>
 
 #include "host/CommandIds.h"
@@ -55,9 +54,9 @@ bool ParseWhole(std::string_view text, Number& value) {
 bool ParseRate(const CString& text, float& value) {
     if (text.find_first_not_of("0123456789.") != CString::npos) return false;
     if (text.find('.') != text.rfind('.')) return false;
-    char* end = nullptr;
-    value = std::strtof(text.c_str(), &end);
-    return end != text.c_str();
+    const auto number = kvx::ParseDecimal(text);
+    if (number) value = *number;
+    return number.has_value();
 }
 
 void LimitText(CWnd& dialog, UINT id, int characters) {

@@ -1,11 +1,35 @@
 #include "platform/Text.h"
 
+#include <locale.h>
+
+#include <charconv>
 #include <cstdarg>
 #include <cstdio>
 
 namespace kvx {
+namespace {
+
+// Toolkits and hosts set the locale of the process: while this lives, the thread has that of "C".
+class PlainNumbers {
+  public:
+    PlainNumbers() : before_(uselocale(Plain())) {}
+    PlainNumbers(const PlainNumbers&) = delete;
+    PlainNumbers& operator=(const PlainNumbers&) = delete;
+    ~PlainNumbers() { uselocale(before_); }
+
+  private:
+    static locale_t Plain() {
+        static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+        return plain;
+    }
+
+    locale_t before_;
+};
+
+}  // namespace
 
 std::string FormatText(const char* format, ...) {
+    const PlainNumbers plain;
     va_list arguments;
     va_start(arguments, format);
     va_list again;
@@ -16,6 +40,14 @@ std::string FormatText(const char* format, ...) {
     if (length > 0) std::vsnprintf(text.data(), text.size() + 1, format, again);
     va_end(again);
     return text;
+}
+
+std::optional<float> ParseDecimal(std::string_view text) {
+    float number = 0.0f;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || stop != end) return std::nullopt;
+    return number;
 }
 
 std::string FormatResource(std::string_view format, std::string_view argument) {

@@ -1,6 +1,8 @@
 #pragma once
-// The one printf-style formatting function, and cutting of UTF-8 texts.
+// Numbers as texts and back, and cutting of UTF-8 texts. No text depends on the locale: a number
+// has a decimal point everywhere, on the screen as in files.
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -8,6 +10,9 @@ namespace kvx {
 
 // printf into a string; the compiler checks the arguments against the format.
 [[gnu::format(printf, 1, 2)]] std::string FormatText(const char* format, ...);
+
+// The whole text as a number in decimal notation ("1", ".5", "2.", "1e3"), else nothing.
+std::optional<float> ParseDecimal(std::string_view text);
 
 // For formats that come from the resource library: replaces the first "%s" of the text.
 std::string FormatResource(std::string_view format, std::string_view argument);

@@ -1,6 +1,7 @@
 #pragma once
 // Texts between the host interfaces (BSTR, UTF-8) and the toolkit.
 
+#include <QLocale>
 #include <QString>
 #include <string>
 
@@ -20,6 +21,11 @@ inline BSTR NewBstr(const QString& text) {
 
 inline QString FromUtf8(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// A count as the Workbench shows it to people, in the language of its texts: "1,234".
+inline QString CountText(std::uint64_t count) {
+    return QLocale(QLocale::English).toString(static_cast<qulonglong>(count));
 }
 
 }  // namespace kvx::desktop

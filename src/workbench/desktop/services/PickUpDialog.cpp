@@ -3,7 +3,6 @@
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLabel>
-#include <QLocale>
 #include <QVBoxLayout>
 
 #include "workbench/desktop/QtText.h"
@@ -18,7 +17,7 @@ class CallItem final : public QTreeWidgetItem {
   public:
     explicit CallItem(const service::NameCount& call) : count_(call.count) {
         setText(0, FromUtf8(call.name));
-        setText(1, QLocale().toString(call.count));
+        setText(1, CountText(call.count));
         setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
         setData(0, kNameRole, QByteArray::fromStdString(call.name));
         setCheckState(0, Qt::Unchecked);

@@ -1,10 +1,10 @@
 #include "workbench/desktop/sessions/TargetMenu.h"
 
-#include <QLocale>
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
 
+#include "workbench/desktop/QtText.h"
 #include "workbench/desktop/sessions/TargetIcons.h"
 
 namespace kvx::desktop {
@@ -12,9 +12,8 @@ namespace {
 
 QString StatusOf(const TargetSession& session) {
     const target::RecordBuffer& buffer = session.Buffer();
-    const QLocale locale(QLocale::English);
-    const QString count = locale.toString(static_cast<qulonglong>(buffer.Count()));
-    const QString capacity = locale.toString(static_cast<qulonglong>(buffer.Capacity()));
+    const QString count = CountText(buffer.Count());
+    const QString capacity = CountText(buffer.Capacity());
     if (!session.IsRunning()) {
         return buffer.Count() == 0 ? "Target stopped: Go (F5) runs it and records"
                                    : "Target stopped";

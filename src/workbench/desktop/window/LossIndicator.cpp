@@ -1,6 +1,5 @@
 #include "workbench/desktop/window/LossIndicator.h"
 
-#include <QLocale>
 #include <QMessageBox>
 #include <QStyle>
 
@@ -16,8 +15,8 @@ constexpr int kIconSide = 16;
 QString Row(Loss loss, std::uint64_t count) {
     const service::LossInfo& info = service::GetLossInfo(loss);
     return QStringLiteral("<tr><td align='right'><b>%1</b></td><td><b>%2</b><br>%3</td></tr>")
-        .arg(QLocale().toString(static_cast<qulonglong>(count)),
-             FromUtf8(info.name).toHtmlEscaped(), FromUtf8(info.help).toHtmlEscaped());
+        .arg(CountText(count), FromUtf8(info.name).toHtmlEscaped(),
+             FromUtf8(info.help).toHtmlEscaped());
 }
 
 QString Table(const service::LossCounters& losses, bool isLoss, const QString& title) {
@@ -42,7 +41,7 @@ std::uint64_t NoteCount(const service::LossCounters& losses) {
 
 // "1 loss", "1,234 losses".
 QString Counted(std::uint64_t count, const char* one, const char* many) {
-    return QLocale().toString(static_cast<qulonglong>(count)) + " " + (count == 1 ? one : many);
+    return CountText(count) + " " + (count == 1 ? one : many);
 }
 
 }  // namespace
