@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
+#include "workbench/cli/StandardOutput.h"
 #include "workbench/cli/SubCommands.h"
 #include "workbench/desktop/WindowCommand.h"
 #include "workbench/desktop/picture/RenderCommand.h"
@@ -37,9 +38,16 @@ int Run(int argc, const char* const* argv, const kvx::cli::Streams& streams) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const kvx::cli::Streams streams{std::cout, std::cerr, isatty(STDERR_FILENO) != 0};
+    kvx::cli::StandardOutput output;
+    const kvx::cli::Streams streams{output.Stream(), std::cerr, isatty(STDERR_FILENO) != 0};
     try {
-        return Run(argc, argv, streams);
+        const int status = Run(argc, argv, streams);
+        output.Flush();
+        return status;
+    } catch (const kvx::cli::OutputFailure& failure) {
+        if (failure.IsReaderGone()) return kvx::cli::kExitDone;
+        std::cerr << "kvxostrace: " << failure.what() << "\n";
+        return kvx::cli::kExitFailed;
     } catch (const std::exception& failure) {
         std::cerr << "kvxostrace: " << failure.what() << "\n";
         return kvx::cli::kExitFailed;

@@ -171,4 +171,28 @@ TEST_F(Program, WithoutADisplayItLeavesPictureAndSummary) {
     EXPECT_TRUE(missing.error.contains("absent.log"));
 }
 
+// What a shell says of the program's end, the program's messages before it.
+TEST_F(Program, OutputThatCannotBeWrittenIsNeverASuccess) {
+    const auto shell = [&](const QString& script) {
+        QProcess process;
+        process.setProcessEnvironment(environment_);
+        process.start("/bin/sh", {"-c", script, BinFolder() + "/kvxostrace", Log()});
+        EXPECT_TRUE(process.waitForFinished(60'000)) << script.toStdString();
+        return process.readAllStandardError().toStdString();
+    };
+    for (const char* command :
+         {"keys", "--help", "--version", "events --help", "info \"$1\"", "events \"$1\"",
+          "analyze \"$1\" --json", "generate --events 9 -o -", "render \"$1\" -o -"}) {
+        const QString run = QString("\"$0\" ") + command;
+        const std::string full = shell(run + " > /dev/full; echo $? >&2");
+        EXPECT_TRUE(full.ends_with("No space left on device\n1\n")) << command << ": " << full;
+        const std::string closed = shell(run + " >&-; echo $? >&2");
+        EXPECT_TRUE(closed.ends_with("Bad file descriptor\n1\n")) << command << ": " << closed;
+        EXPECT_EQ(shell("(sleep 0.1; " + run + "; echo $? >&2) | true"), "0\n") << command;
+    }
+    // Files do not get the number of a standard output that is closed.
+    const QString script = QString("\"$0\" generate --events 9 -o '%1' >&-; echo $? >&2");
+    EXPECT_EQ(shell(script.arg(folder_.filePath("nine.log"))), "0\n");
+}
+
 }  // namespace

@@ -61,7 +61,10 @@ int WriteSummary(const std::string& file, const std::string& path, const cli::St
         return cli::kExitFailed;
     }
     const char* arguments[] = {"kvxostrace", "info", file.c_str()};
-    return cli::RunSubCommand(3, arguments, {summary, streams.error, false});
+    const int status = cli::RunSubCommand(3, arguments, {summary, streams.error, false});
+    if (status != cli::kExitDone || summary.flush()) return status;
+    streams.error << "kvxostrace: " << path << ": cannot be written\n";
+    return cli::kExitFailed;
 }
 
 int WriteResults(const std::string& file, const cli::Streams& streams) {
