@@ -107,6 +107,34 @@ TEST_F(WorkspaceFileTest, ReadsWhatIsLeftAtEveryLength) {
     }
 }
 
+TEST_F(WorkspaceFileTest, HoldsNoMoreThanAWorkspaceCan) {
+    const QByteArray head = "{\"format\":\"kvx-workspace\",\"version\":1}\n";
+    for (const QByteArray& bracket : {QByteArray("["), QByteArray("{\"a\":")}) {
+        const auto deep =
+            Read(head + bracket.repeated(100'000) + "\n{\"trace\":\"demonstration\"}\n");
+        ASSERT_TRUE(deep);
+        EXPECT_EQ(deep->damage, QStringList("Line 2 could not be read."));
+        EXPECT_EQ(deep->workspace.trace, WorkspaceTrace{}) << "the lines after it are read";
+    }
+    const auto brackets =
+        Read(head + "{\"key\":\"a\",\"text\":\"" + QByteArray(1000, '[') + "\"}\n");
+    ASSERT_TRUE(brackets);
+    EXPECT_EQ(brackets->workspace.texts.at("a").size(), 1000) << "brackets of a text nest nothing";
+
+    const auto noLines = Read(head + QByteArray("x\n").repeated(1000));
+    ASSERT_TRUE(noLines);
+    EXPECT_EQ(noLines->damage.size(), 100);
+    QByteArray texts = head;
+    for (int i = 0; i < 5000; ++i) {
+        texts += "{\"key\":\"" + QByteArray::number(i) + "\",\"text\":\"\"}\n";
+    }
+    EXPECT_EQ(Read(texts)->workspace.texts.size(), 4096U);
+    const QByteArray lines = QByteArray("[2,1,true],").repeated(200'000);
+    const auto manyLines = Read(head + "{\"lines\":[" + lines.chopped(1) + "]}\n");
+    EXPECT_TRUE(manyLines->workspace.lines.empty());
+    EXPECT_EQ(manyLines->damage, QStringList("Line 2 could not be read."));
+}
+
 TEST_F(WorkspaceFileTest, WrongKindsOfValuesAreDamage) {
     const QByteArray head = R"({"format":"kvx-workspace","version":1})"
                             "\n";

@@ -22,6 +22,13 @@ std::string MessageFor(const std::string& path, const std::string& resourceFile 
     return recording ? "opened" : recording.GetError().message;
 }
 
+TEST(BadInput, AResourceFileOfBracketsIsRefused) {
+    const TempFolder folder;
+    const auto log = folder.Write("a.log", "[1] dispatch to task 1.\n");
+    const auto resources = folder.Write("deep.res", std::string(100'000, '['));
+    EXPECT_EQ(MessageFor(log, resources), resources + ": no resource file: nested too deep");
+}
+
 TEST(BadInput, WhatIsNoTraceIsRefusedWithTheReason) {
     const TempFolder folder;
     const auto refuses = [&](const std::string& path, const char* reason) {

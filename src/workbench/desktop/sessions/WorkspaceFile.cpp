@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include "workbench/desktop/QtText.h"
+#include "workbench/formats/text/JsonNesting.h"
 
 namespace kvx::desktop {
 namespace {
@@ -19,6 +20,10 @@ using Json = nlohmann::ordered_json;
 constexpr char kFormat[] = "kvx-workspace";
 constexpr int kVersion = 1;
 constexpr qint64 kLargestFile = 16 << 20;
+// A workspace that holds more of something is damaged.
+constexpr std::size_t kMostLines = 1 << 17;
+constexpr std::size_t kMostTexts = 4096;
+constexpr qsizetype kMostDamage = 100;
 constexpr char kEnding[] = ".kvxw";
 
 QString TextOf(const Json& text) {
@@ -73,10 +78,9 @@ class Reader {
     void Take(const QByteArray& line) {
         ++number_;
         if (line.trimmed().isEmpty()) return;
-        const Json json = Json::parse(line.begin(), line.end(), nullptr, false);
-        if (json.is_object() && Understand(json)) {
+        if (IsUnderstood(line)) {
             ++understood_;
-        } else {
+        } else if (read_.damage.size() < kMostDamage) {
             read_.damage << QStringLiteral("Line %1 could not be read.").arg(number_);
         }
     }
@@ -88,6 +92,14 @@ class Reader {
     }
 
   private:
+    bool IsUnderstood(const QByteArray& line) {
+        if (formats::IsNestedTooDeep({line.data(), static_cast<std::size_t>(line.size())})) {
+            return false;
+        }
+        const Json json = Json::parse(line.begin(), line.end(), nullptr, false);
+        return json.is_object() && Understand(json);
+    }
+
     bool Understand(const Json& json) {
         if (json.contains("format")) {
             isMarked_ = json["format"] == kFormat;
@@ -117,7 +129,7 @@ class Reader {
     }
 
     bool TakeLines(const Json& list) {
-        if (!list.is_array()) return false;
+        if (!list.is_array() || list.size() > kMostLines) return false;
         service::LineArrangement lines;
         for (const Json& line : list) {
             if (!line.is_array() || line.size() != 3 || !line[0].is_number_integer() ||
@@ -155,6 +167,7 @@ class Reader {
     bool TakeText(const Json& json) {
         const Json key = json.value("key", Json());
         if (!key.is_string() || !json["text"].is_string()) return false;
+        if (read_.workspace.texts.size() >= kMostTexts) return false;
         read_.workspace.texts[TextOf(key)] = TextOf(json["text"]);
         return true;
     }

@@ -8,6 +8,7 @@
 
 #include "platform/Automation.h"
 #include "platform/Text.h"
+#include "workbench/formats/text/JsonNesting.h"
 #include "workbench/formats/text/MappedFile.h"
 
 namespace kvx::formats {
@@ -142,6 +143,7 @@ Result<ResourceFile> ParseResourceFile(std::string_view text, const std::string&
     if (text.size() > kLargestFile) return Error{path + ": too large for a resource file"};
     // Names may be in any code: what is no UTF-8 becomes replacement characters.
     const auto cleaned = TakeUtf8(ToBstr(WithoutIdleCommas(text, file.commasSkipped)));
+    if (IsNestedTooDeep(cleaned)) return Error{path + ": no resource file: nested too deep"};
     Json json;
     try {
         json = Json::parse(cleaned);
