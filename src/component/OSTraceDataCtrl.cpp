@@ -1,14 +1,15 @@
 #include "component/OSTraceDataCtrl.h"
 
 #include "framework/UpdateHints.h"
-#include "host/Guarded.h"
+#include "platform/Backend.h"
+#include "platform/Guarded.h"
 #include "platform/MessageBox.h"
 #include "platform/Module.h"
 #include "platform/WinApp.h"
 #include "sink/CommandSink.h"
 #include "utils/Path.h"
 
-using kvx::host::Guarded;
+using kvx::Guarded;
 
 namespace {
 
@@ -43,25 +44,34 @@ HRESULT CKvxOSTraceDataCtrl::QueryInterface(const GUID& id, void** out) {
 }
 
 HRESULT CKvxOSTraceDataCtrl::Notify(const EventRecord* record) {
-    return Guarded([&] {
+    Guarded([&] {
         for (const EventHint& each : kEventHints) {
             if (record && traceSink_ && each.event == record->id) {
                 traceSink_->UpdateWindows(each.hint, record->datum);
             }
         }
-        return CKvxDebugDataCtrl::Notify(record);
+        CKvxDebugDataCtrl::Notify(record);
     });
+    return S_OK;
 }
 
 HRESULT CKvxOSTraceDataCtrl::Initialize(IQHost* host, std::int16_t flag) {
     return Guarded([&] {
         if (flag == 0) return CKvxDebugDataCtrl::Initialize(host, flag);
+        if (host_ && !host) return E_FAIL;
         if (host_) Terminate(flag);
-        steppingHost_ = host;
-        if (!LoadResources()) return E_FAIL;
+        if (!LoadResources() || !CanShowWindows()) return E_FAIL;
         if (host) host->Advise(kvx::host::kSteppingClient, static_cast<IQSteppingClient*>(this));
+        steppingHost_ = host;
         return CKvxDebugDataCtrl::Initialize(host, flag);
     });
+}
+
+// The toolkit is the host's: where it shows no windows there is nothing to start.
+bool CKvxOSTraceDataCtrl::CanShowWindows() {
+    if (kvx::InstalledBackend()) return true;
+    AfxMessageBox("OS Trace needs a QApplication: this process can show no windows.");
+    return false;
 }
 
 bool CKvxOSTraceDataCtrl::LoadResources() {
@@ -95,9 +105,8 @@ HRESULT CKvxOSTraceDataCtrl::Terminate(std::int16_t flag) {
 }
 
 bool CKvxOSTraceDataCtrl::CreateCommandSink() {
-    if (!docking_ || docking_->Host() != host_) {
-        docking_ = std::make_unique<CDockingManager>(host_);
-    }
+    if (!docking_) docking_ = std::make_unique<CDockingManager>();
+    docking_->SetHost(host_);
     auto sink = std::make_unique<CKvxOSTraceDataCommandSink>(host_, docking_.get());
     traceSink_ = sink.get();
     sink_ = std::move(sink);

@@ -1,5 +1,7 @@
 #include "platform/MessageBox.h"
 
+#include <cstdio>
+
 #include "platform/Backend.h"
 #include "platform/SystemInfo.h"
 #include "platform/WinApp.h"
@@ -10,6 +12,10 @@ int MessageBox(HWND owner, const CString& text, const CString& caption, UINT typ
     const MessageBoxRequest request{owner, text, caption, type};
     if (IDialogResponder* responder = GetDialogResponder())
         if (const auto answer = responder->OnMessageBox(request)) return *answer;
+    if (!kvx::InstalledBackend()) {
+        std::fprintf(stderr, "%s\n", text.c_str());
+        return IDCANCEL;
+    }
     kvx::EndCapture();
     MessageBeep(type & MB_ICONMASK);
     return kvx::Backend().Dialogs().MessageBox(request);

@@ -61,6 +61,20 @@ TEST(Lifetime, EventsComeBeforeTheStartAndAfterTheEnd) {
     host.ExpectNothingLeft();
 }
 
+TEST(Lifetime, AStartWithoutAHostLeavesTheConnectionAlone) {
+    TestHost host;
+    const ModuleBoxes boxes;
+    const Session session(host);
+    host.docking.Command(kOpenOSTrace);
+    const HWND control = host.docking.Control();
+    ASSERT_NE(control, nullptr);
+    EXPECT_EQ(session.Component().Initialize(nullptr, -1), E_FAIL);
+    EXPECT_EQ(session.Component().Initialize(nullptr, 0), E_FAIL);
+    EXPECT_EQ(host.docking.Control(), control);
+    EXPECT_FALSE(host.advised.empty());
+    EXPECT_EQ(host.docking.Command(kOpenOSAnalyze), S_OK);
+}
+
 TEST(Lifetime, ASecondStartBeginsAnew) {
     TestHost host;
     const ModuleBoxes boxes;

@@ -52,11 +52,13 @@ void MakeApplication() {
 
 }  // namespace
 
-void InstallQtBackend() {
-    if (g_backend) return;
+bool InstallQtBackend() {
+    if (g_backend) return true;
     if (!QCoreApplication::instance()) MakeApplication();
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return false;
     g_backend = std::make_unique<QtBackend>();
     SetBackend(g_backend.get());
+    return true;
 }
 
 void RemoveQtBackend() {
