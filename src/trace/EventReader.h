@@ -1,7 +1,8 @@
 #pragma once
 // One way of reading events for two kinds of trace service: by its plain operations, or from its
 // columns where it has them. An algorithm written against these operations gives the same result
-// with both. A read that fails gives 0.
+// with both. A read that fails gives 0. The service is not ours: a context that is none of its
+// contexts reads as kNoLine, an event beyond its events as nothing.
 
 #include <algorithm>
 #include <optional>
@@ -14,9 +15,13 @@ namespace kvx {
 // Null when the service has no columns.
 host::IQOSTraceColumns* QueryColumns(IQOSTraceService& service);
 
+inline constexpr std::uint32_t kNoLine = 0xFFFFFFFFu;
+
 class PlainEvents {
   public:
-    explicit PlainEvents(IQOSTraceService& service) : service_(service) {}
+    explicit PlainEvents(IQOSTraceService& service) : service_(service) {
+        service_.GetContextCount(&lines_);
+    }
 
     std::uint32_t Count() const {
         std::uint32_t count = 0;
@@ -32,14 +37,14 @@ class PlainEvents {
         return static_cast<double>(Read(&IQOSTraceService::GetEventEndTime, e));
     }
     std::uint32_t Context(std::uint32_t e) const {
-        return static_cast<std::uint32_t>(Read(&IQOSTraceService::GetEventContext, e));
+        return Line(Read(&IQOSTraceService::GetEventContext, e));
     }
     std::uint32_t Next(std::uint32_t e) const {
-        return static_cast<std::uint32_t>(Read(&IQOSTraceService::GetEventNextContext, e));
+        return Line(Read(&IQOSTraceService::GetEventNextContext, e));
     }
     int State(std::uint32_t e) const { return Read(&IQOSTraceService::GetEventState, e); }
     std::uint32_t StateContext(std::uint32_t e) const {
-        return static_cast<std::uint32_t>(Read(&IQOSTraceService::GetEventStateContext, e));
+        return Line(Read(&IQOSTraceService::GetEventStateContext, e));
     }
 
     // The dispatches from..to (included), ascending.
@@ -73,7 +78,12 @@ class PlainEvents {
         return Succeeded((service_.*get)(e, &value)) ? value : Value{};
     }
 
+    std::uint32_t Line(std::int32_t line) const {
+        return line >= 0 && line < lines_ ? static_cast<std::uint32_t>(line) : kNoLine;
+    }
+
     IQOSTraceService& service_;
+    std::int32_t lines_ = 0;
 };
 
 class ColumnEvents {
@@ -91,10 +101,10 @@ class ColumnEvents {
         const std::int64_t end = c_.time[c_.endEvent[e]];
         return static_cast<double>(end == 0 ? host::kEndAtZero : end);
     }
-    std::uint32_t Context(std::uint32_t e) const { return Line(c_.context[e]); }
-    std::uint32_t Next(std::uint32_t e) const { return Line(c_.next[e]); }
-    int State(std::uint32_t e) const { return c_.code[e]; }
-    std::uint32_t StateContext(std::uint32_t e) const { return Line(c_.next[e]); }
+    std::uint32_t Context(std::uint32_t e) const { return Line(c_.context, e); }
+    std::uint32_t Next(std::uint32_t e) const { return Line(c_.next, e); }
+    int State(std::uint32_t e) const { return e < c_.eventCount ? c_.code[e] : 0; }
+    std::uint32_t StateContext(std::uint32_t e) const { return Line(c_.next, e); }
 
     template <class Visit>
     void ForEachDispatch(std::uint32_t from, std::uint32_t to, Visit visit) const {
@@ -113,7 +123,11 @@ class ColumnEvents {
     }
 
   private:
-    std::uint32_t Line(std::uint32_t context) const { return c_.lineOfContext[context]; }
+    std::uint32_t Line(const std::uint32_t* contexts, std::uint32_t e) const {
+        if (e >= c_.eventCount || contexts[e] >= c_.contextCount) return kNoLine;
+        const std::uint32_t line = c_.lineOfContext[contexts[e]];
+        return line < c_.contextCount ? line : kNoLine;
+    }
 
     host::OSTraceColumns c_;
 };

@@ -220,6 +220,32 @@ TEST(SysCalls, ListFollowsTheRangeAndThePickUp) {
     EXPECT_EQ(core.data.sysCalls.EntryCount(), 2);  // as it was
 }
 
+// A service is not ours: what it says of contexts is looked up in no table before it is checked.
+TEST(Analyses, ContextsThatThereAreNotAreNobodys) {
+    constexpr std::uint32_t kHuge = 0x7FFFFFFFu;
+    for (const std::uint32_t wrong : {0xFFFFFFFFu, kHuge, 5u}) {
+        for (const bool bulk : {false, true}) {
+            ScriptedTrace trace;
+            const auto task = trace.AddTask(1, "a");
+            const auto idle = trace.AddIdle();
+            for (int i = 0; i < 6; ++i) {
+                trace.State(10 * i, task, 1);
+                trace.Dispatch(10 * i + 2, idle, task);
+                trace.Dispatch(10 * i + 7, task, idle);
+            }
+            Core core(trace);
+            core.service.bulk = bulk;
+            core.service.anyContext = static_cast<std::int32_t>(wrong);
+            for (auto* const column : {&core.service.Trace().context, &core.service.Trace().next}) {
+                std::ranges::fill(*column, wrong);
+            }
+            core.SetRange(3, core.service.Decoded() - 1);
+            EXPECT_EQ(core.data.rdyToRun.Record(0)->Num, 0) << wrong << bulk;
+            EXPECT_EQ(core.data.runTime.Find(0)->Num, 0) << wrong << bulk;
+        }
+    }
+}
+
 }  // namespace
 
 }  // namespace kvx::test

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 #include <set>
 
 #include "host/Identifiers.h"
@@ -33,7 +34,8 @@ class ScriptedTraceService final : public IQOSTraceService,
     std::set<std::string> failing;       // names of operations that answer E_FAIL
     std::set<std::string> pickUpChoice;  // names that the pick-up dialog ticks; empty: cancelled
     std::function<void(const std::string&)> onCall;  // before those counted in calls
-    std::string searchText;  // found in names; empty: the search is abandoned
+    std::optional<std::int32_t> anyContext;  // the line of every event, whatever the trace says
+    std::string searchText;                  // found in names; empty: the search is abandoned
 
     // What a test reads.
     std::map<std::string, int> calls;  // of the operations that do not read an event
@@ -198,19 +200,16 @@ class ScriptedTraceService final : public IQOSTraceService,
         });
     }
     HRESULT KVX_CALL GetEventContext(std::uint32_t e, std::int32_t* line) override {
-        return Read("GetEventContext", e, line,
-                    [&] { return decoded_.LineOf(Trace().context[e]); });
+        return ReadLine("GetEventContext", e, line, Trace().context);
     }
     HRESULT KVX_CALL GetEventNextContext(std::uint32_t e, std::int32_t* line) override {
-        return Read("GetEventNextContext", e, line,
-                    [&] { return decoded_.LineOf(Trace().next[e]); });
+        return ReadLine("GetEventNextContext", e, line, Trace().next);
     }
     HRESULT KVX_CALL GetEventState(std::uint32_t e, std::int32_t* state) override {
         return Read("GetEventState", e, state, [&] { return Trace().code[e]; });
     }
     HRESULT KVX_CALL GetEventStateContext(std::uint32_t e, std::int32_t* line) override {
-        return Read("GetEventStateContext", e, line,
-                    [&] { return decoded_.LineOf(Trace().next[e]); });
+        return ReadLine("GetEventStateContext", e, line, Trace().next);
     }
     HRESULT KVX_CALL IsEventSuspended(std::uint32_t e, VARIANT_BOOL* yes) override {
         return Flag("IsEventSuspended", e, yes, host::kFlagSuspended);
@@ -342,6 +341,11 @@ class ScriptedTraceService final : public IQOSTraceService,
     }
     bool Fails(const char* operation) const {
         return !failing.empty() && failing.contains(operation);
+    }
+    HRESULT ReadLine(const char* operation, std::uint32_t e, std::int32_t* line,
+                     const std::vector<std::uint32_t>& contexts) {
+        return Read(operation, e, line,
+                    [&] { return anyContext ? *anyContext : decoded_.LineOf(contexts[e]); });
     }
     HRESULT Called(const char* operation) {
         if (onCall) onCall(operation);

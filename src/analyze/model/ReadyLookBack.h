@@ -7,6 +7,8 @@
 
 #include "host/OSTraceService.h"
 #include "host/TraceCodes.h"
+#include "trace/EventReader.h"
+#include "trace/TaskStates.h"
 
 namespace kvx {
 
@@ -36,7 +38,7 @@ class ReadyLookBack {
         if (ready) Note(events_.StateContext(event), event);
     }
     void Note(std::uint32_t context, std::uint32_t event) {
-        if (Known(context)) return;
+        if (context == kNoLine || Known(context)) return;
         if (context >= readyAt_.size()) readyAt_.resize(std::size_t{context} + 1);
         readyAt_[context] = event;
     }

@@ -60,7 +60,7 @@ void COSSysCallList::Build() {
 }
 
 // The history indexes of the first and the last system call from start to end marker; false when
-// there is none. History indexes follow the order of the events, which a service with columns
+// there is none. A later event has a greater history index, which a service with columns
 // vouches for; another one is asked event by event.
 bool COSSysCallList::FindRange(IQOSTraceService& service, std::uint32_t historyCount,
                                std::uint32_t* last) {
@@ -79,7 +79,8 @@ bool COSSysCallList::FindRange(IQOSTraceService& service, std::uint32_t historyC
     }
     std::uint64_t e = start;
     const auto isCall = [&](std::uint32_t* history) {
-        return Succeeded(service.GetHistoryIndex(static_cast<std::uint32_t>(e), history));
+        return Succeeded(service.GetHistoryIndex(static_cast<std::uint32_t>(e), history)) &&
+               *history < historyCount;
     };
     while (e <= end && !isCall(&first_)) ++e;
     if (e > end) return false;
