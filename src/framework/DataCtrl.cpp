@@ -1,24 +1,18 @@
 #include "framework/DataCtrl.h"
 
-#include <algorithm>
-#include <vector>
-
 #include "host/DebuggerFunctions.h"
-#include "host/Guarded.h"
 #include "host/Identifiers.h"
 #include "host/ModuleHost.h"
+#include "platform/Guarded.h"
 #include "platform/MessageBox.h"
 #include "platform/SystemInfo.h"
 #include "platform/Text.h"
+#include "utils/ErrorMessage.h"
 
-using kvx::host::Guarded;
+using kvx::Guarded;
 using kvx::host::Service;
 
 namespace {
-
-// The host of each connected component object of this module: what is kept of a host's debugger
-// goes with the last of them.
-std::vector<IQHost*> g_connected;
 
 void ReportMissingFunction(const char* name) {
     MessageBeep(MB_OK);
@@ -98,7 +92,7 @@ HRESULT CKvxDebugDataCtrl::Notify(const EventRecord* record) {
 HRESULT CKvxDebugDataCtrl::Initialize(IQHost* host, std::int16_t flag) {
     if (host && flag != 0) {
         Fill(host);
-        g_connected.push_back(host);
+        OpenErrorRecord(host);
     }
     return CKvxDataCtrl::Initialize(host, flag);
 }
@@ -108,9 +102,8 @@ HRESULT CKvxDebugDataCtrl::Terminate(std::int16_t flag) {
     const HRESULT status = CKvxDataCtrl::Terminate(flag);
     if (flag == 0) return status;
     ClearInterfaces();
-    if (!host) return status;
-    g_connected.erase(std::ranges::find(g_connected, host));
-    if (std::ranges::find(g_connected, host) != g_connected.end()) return status;
+    if (!host || CloseErrorRecord(host)) return status;
+    // What is kept of a host's debugger goes with the last object that is connected to it.
     kvx::host::ClearDebuggerFunctions(host);
     if (kvx::host::ModuleHost() == host) kvx::host::SetModuleHost(nullptr);
     return status;

@@ -16,6 +16,7 @@
 #include "support/UnexpectedBoxes.h"
 #include "trace/TraceData.h"
 #include "utils/DllResource.h"
+#include "utils/ErrorMessage.h"
 #include "utils/Path.h"
 
 namespace kvx::test {
@@ -24,7 +25,8 @@ namespace kvx::test {
 // its windows.
 class ComponentWindow : public testing::Test {
   protected:
-    ComponentWindow() : host(service) {}
+    ComponentWindow() : host(service) { OpenErrorRecord(&host); }
+    ~ComponentWindow() override { CloseErrorRecord(&host); }
 
     void SetUp() override {
         InstallQtBackend();
