@@ -1,6 +1,6 @@
 #pragma once
-// The view of the OS Analyze window: one of three tables over the trace between start and end
-// marker. Run Time, Rdy->Run, System Call.
+// The view of the OS Analyze window: the table Run Time, Rdy->Run or System Call of what the start
+// and the end marker enclose.
 //
 // Every row is read from the shared analyses (Connect) when it is painted; what the view keeps
 // itself is its layout.

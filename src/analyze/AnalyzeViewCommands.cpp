@@ -76,7 +76,7 @@ void COSAnalyzeView::OnUpdatePickUp(CCmdUI& ui) {
     VARIANT_BOOL active = VARIANT_FALSE;
     const bool told = service && Succeeded(service->IsPickUpActive(&active));
     ui.Enable(told && Table() == EAnalysis::SysCall);
-    ui.SetCheck(told && active);
+    ui.SetCheck(told && active == VARIANT_TRUE);
 }
 
 void COSAnalyzeView::OnUpdateSave(CCmdUI& ui) {

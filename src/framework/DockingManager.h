@@ -56,10 +56,9 @@ class IDockingManager {
                             const GUID& owner) = 0;
     virtual void BindWindow(std::uint32_t identifier, ICommandWindow* window) = 0;
     virtual void BindModule(std::uint32_t identifier, HINSTANCE module) = 0;
-    // A further group of resources under an identifier; this host shows none of them.
+    // A further group of resources under an identifier; nothing of it is shown.
     virtual void RegisterGroup(UINT resource, std::uint32_t identifier, const GUID& owner) = 0;
-    // Toolbar resource of a docking window. optional: commands that a toolbar can do without; a
-    // host whose users choose among all buttons has no use for the list.
+    // Toolbar resource of a docking window. optional: commands that the toolbar can do without.
     virtual void CreateToolbar(HWND docking, UINT toolbar, std::uint32_t identifier,
                                const GUID& owner, std::span<const UINT> optional) = 0;
     // Adds a toolbar resource to the named toolbar of the host.

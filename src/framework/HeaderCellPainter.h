@@ -1,6 +1,6 @@
 #pragma once
-// Paints raised, button-like cells with a text in them, in the system colours of the moment when
-// the painter was made.
+// Draws the cells of the tables: a text on a face that stands out like a key. The colours are those
+// of the system when the painter is made.
 
 #include <string_view>
 

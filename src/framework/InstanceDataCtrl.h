@@ -1,6 +1,6 @@
 #pragma once
-// A window instance: a child window in a docking window of the host, which carries the frame,
-// registers menu and toolbar with the docking manager and routes commands.
+// A window instance fills a docking window of the host: the frame lies inside it, and the host's
+// menus, toolbars and keys reach the frame through it.
 
 #include "framework/DockingManager.h"
 #include "framework/FrameworkServices.h"
@@ -57,6 +57,10 @@ class CKvxInstanceDataCtrl : public CWnd, public ICommandWindow {
     bool RouteUpdate(UINT command, CCmdUI& ui) override { return OnUpdateCommand(command, ui); }
     bool CloseRequested() override;
     CString HelpKey() const override { return GetHelpKey(); }
+
+    // Which of the host's targets the window is about, as functions of the debugger take it: what
+    // the host gave for kHostFrame, or null.
+    IQUnknown* TargetContext() const { return hostFrame_; }
 
     // Live instance controls of the module.
     static int Count();

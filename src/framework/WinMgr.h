@@ -1,10 +1,9 @@
 #pragma once
-// Lays out the child windows of a window from a static table of WINRECT entries.
+// Divides a window among its children as a table of WINRECT entries says.
 //
-// The space of a group is handed out in two passes, minimum sizes first and desired sizes then, the
-// rest entry last; then the entries are placed one after another and the windows are moved in one
-// deferred batch. Sizes come from the entries and, through the registered message "WM_WINMGR", from
-// the windows themselves.
+// Each group first gives every entry the least it needs, then what it would like, then the rest to
+// the rest entry. Only when all places are known do the windows move, all at once. What an entry
+// does not say of itself its window is asked for by the registered message "WM_WINMGR".
 
 #include <cstdint>
 
@@ -25,8 +24,8 @@ struct SIZEINFO {
 inline constexpr UINT kWinMgrGetSizeInfo = 1;
 inline constexpr UINT kWinMgrSizeBarMoved = 2;
 
-// Record of the registered message: wParam is the entry's id, lParam points to this. A nonzero
-// result means that the receiver handled the request and filled in the record.
+// What the registered message carries: wParam is the id of the entry, lParam the address of this.
+// Whoever fills it in answers something other than 0.
 struct WINMGRNOTIFY {
     HWND hwndFrom = nullptr;
     UINT id = 0;

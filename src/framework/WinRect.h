@@ -1,7 +1,7 @@
 #pragma once
 // One entry of a window layout table: how a child window, or a nested row or column of them, gets
-// its share of the space. A table is a static array: a group entry, its children (each possibly a
-// group closed by its own end entry), the end entry of the group, and last an entry with flags 0.
+// its share of the space. Tables are written down like brackets: an entry opens a group, its end
+// entry closes it, other groups may stand between the two, and flags of 0 end the whole.
 
 #include "platform/Types.h"
 
@@ -17,7 +17,8 @@ inline constexpr std::uint16_t RCPLAIN = 0;
 inline constexpr std::uint16_t RCFIXED = 1;    // param: pixels; negative: may shrink to 0
 inline constexpr std::uint16_t RCPERCENT = 2;  // param: per cent of the group
 inline constexpr std::uint16_t RCREST = 3;
-inline constexpr std::uint16_t RCTOFIT = 4;  // param: width low 16 bits, height high 16 bits
+inline constexpr std::uint16_t RCTOFIT =
+    4;  // param: the width in its lower, the height in its upper half
 
 class KVX_EXPORT WINRECT {
   public:

@@ -62,6 +62,8 @@ inline constexpr UINT kStringStatusGrid = 47514;
 inline constexpr UINT kStringStatusArea = 47515;
 inline constexpr UINT kStringCannotWriteFile = 47516;
 inline constexpr UINT kStringUserInput = 47517;
+inline constexpr UINT kStringIdle = 47518;
+inline constexpr UINT kStringUnknown = 47519;
 
 // Menus.
 inline constexpr UINT kMenuHostOSTrace = 201;

@@ -43,7 +43,7 @@ class IQSteppingClient : public IQUnknown {
     ~IQSteppingClient() = default;
 };
 
-// Entry points, exported by name with ordinals 1 to 5 in this order.
+// Entry points; a module exports them under these names, and as ordinals counted from 1.
 extern "C" {
 using LibraryRegister2Fn = HRESULT(KVX_CALL*)(IQLibraryRegistration* registry);
 using QueryInterface2Fn = HRESULT(KVX_CALL*)(std::uintptr_t key, const GUID* riid, void** ppv);

@@ -97,3 +97,32 @@ class IQDockingHost : public IQUnknown {
   protected:
     ~IQDockingHost() = default;
 };
+
+// What the component says of its registrations beyond IQDockingHost: which of its resources they
+// come from, who owns them and which commands a toolbar can do without. For hosts that want to
+// know, by query-interface (kvx::host::kDockingRegistrations); each call comes before its
+// counterpart above. module is the handle of the resource
+// library, as dlopen gives it. What an argument means that the component
+// always passes the same value for is the host's to say.
+class IQDockingRegistrations : public IQUnknown {
+  public:
+    // position is -1, name empty, a and b are 0.
+    virtual HRESULT KVX_CALL RegisterWindow(HWND docking, HWND control, std::int32_t position,
+                                            BSTR name, std::int32_t a, std::int32_t b,
+                                            std::uint32_t identifier, const GUID& owner) = 0;
+    virtual HRESULT KVX_CALL AttachMenu(void* module, std::uint32_t menu, std::uint32_t identifier,
+                                        const GUID& owner) = 0;
+    virtual HRESULT KVX_CALL BindWindow(std::uint32_t identifier, HWND window) = 0;
+    virtual HRESULT KVX_CALL BindModule(std::uint32_t identifier, void* module) = 0;
+    virtual HRESULT KVX_CALL RegisterGroup(void* module, std::uint32_t resource,
+                                           std::uint32_t identifier, const GUID& owner) = 0;
+    // style is 0, reserved are eight zeros. optional: commands that the toolbar can do without.
+    virtual HRESULT KVX_CALL CreateToolbar(HWND docking, void* module, std::uint32_t toolbar,
+                                           std::uint32_t style, std::uint32_t identifier,
+                                           const GUID& owner, const std::uint32_t* reserved,
+                                           const std::uint32_t* optional,
+                                           std::uint32_t optionalCount) = 0;
+
+  protected:
+    ~IQDockingRegistrations() = default;
+};

@@ -63,6 +63,8 @@ inline constexpr GUID kDebugH = MakeGuid("{A2E8A611-CC1E-4173-985E-E38024BD0EC1}
 
 // Ours: docking windows, menus and toolbars of the host.
 inline constexpr GUID kDockingHost = MakeGuid("{3B0E8C52-7D41-4B0A-9C35-52A1C6E0F4D7}");
+// Ours: what registrations say beyond that, by query-interface from the docking host.
+inline constexpr GUID kDockingRegistrations = MakeGuid("{C1F7A6D4-2B93-4E58-8D0C-6E35B9A47F12}");
 // Ours: bulk access to the decoded events, by query-interface from the OS-trace service.
 inline constexpr GUID kOSTraceColumns = MakeGuid("{9D5B1E3A-60C4-4F0D-8E2B-1C7A90F3B6E8}");
 

@@ -76,11 +76,11 @@ class IQOSTraceService : public IQUnknown {
     virtual HRESULT KVX_CALL GetEventCount(std::uint32_t* count) = 0;
     virtual HRESULT KVX_CALL GetEventKind(std::uint32_t event, std::int32_t* kind) = 0;
     virtual HRESULT KVX_CALL GetEventTime(std::uint32_t event, std::int64_t* time) = 0;
-    // End of the interval that the event opens; 0 while it is still open at the end of the trace.
+    // When what the event began was over; 0 where that lies beyond what was recorded.
     virtual HRESULT KVX_CALL GetEventEndTime(std::uint32_t event, std::int64_t* time) = 0;
     // Lines separated by "\n".
     virtual HRESULT KVX_CALL GetEventTipText(std::uint32_t event, BSTR* text) = 0;
-    // Line of the context that the event belongs to; for a dispatch the context left.
+    // Whose event it is, as a line. A dispatch is that of the context that loses the processor.
     virtual HRESULT KVX_CALL GetEventContext(std::uint32_t event, std::int32_t* line) = 0;
     virtual HRESULT KVX_CALL GetEventNextContext(std::uint32_t event, std::int32_t* line) = 0;
     virtual HRESULT KVX_CALL GetEventState(std::uint32_t event, std::int32_t* state) = 0;

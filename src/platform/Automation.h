@@ -1,6 +1,6 @@
 #pragma once
-// Texts and arrays that cross interfaces: BSTR (UTF-16, allocated for the call and freed by the
-// receiver), VARIANT, SAFEARRAY, VARIANT_BOOL, and the one converter between BSTR and UTF-8.
+// Texts and arrays that cross interfaces: BSTR (UTF-16; whoever gets one out of a call frees it),
+// VARIANT, SAFEARRAY, VARIANT_BOOL, and the one converter between BSTR and UTF-8.
 
 #include <cstdint>
 #include <string>

@@ -55,6 +55,8 @@ constexpr StringResource kStrings[] = {
     {ids::kStringGridOutOfRange, "Grid time is out of range."},
 
     {ids::kStringAnalyzing, "Analyzing..."},
+    {ids::kStringIdle, "Idle"},
+    {ids::kStringUnknown, "Unknown"},
     {ids::kStringStatusMark, "Mark: %s - %s = %s"},
     {ids::kStringStatusIndicator, "Indicator: %s"},
     {ids::kStringStatusScale, "Scale: * %s"},

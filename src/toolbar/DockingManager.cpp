@@ -18,7 +18,7 @@ std::vector<Accelerator> HostKeys(std::span<const AcceleratorResource> keys) {
 
 }  // namespace
 
-CDockingManager::CDockingManager(IQHost* host) : host_(host) {}
+CDockingManager::CDockingManager() = default;
 
 CDockingManager::~CDockingManager() = default;
 
@@ -78,18 +78,36 @@ int CDockingManager::GetWindowState(HWND window) {
     return state;
 }
 
+IQDockingRegistrations* CDockingManager::Registrations() const {
+    IQDockingHost* const docking = Docking();
+    void* out = nullptr;
+    if (!docking || Failed(docking->QueryInterface(kvx::host::kDockingRegistrations, &out))) {
+        return nullptr;
+    }
+    return static_cast<IQDockingRegistrations*>(out);
+}
+
 void CDockingManager::RegisterWindow(HWND window, ICommandWindow* control, std::uint32_t identifier,
                                      const GUID& owner) {
+    constexpr std::int32_t kNoPosition = -1;
     Target(identifier).Bind(control);
+    if (IQDockingRegistrations* const told = Registrations()) {
+        told->RegisterWindow(window, control->CommandHandle(), kNoPosition, Bstr("").Get(), 0, 0,
+                             identifier, owner);
+    }
     if (IQDockingHost* docking = Docking()) {
         docking->RegisterWindow(window, control->CommandHandle(), identifier, owner,
                                 &Target(identifier));
     }
 }
 
-void CDockingManager::AttachMenu(HWND window, UINT menu, std::uint32_t identifier, const GUID&) {
+void CDockingManager::AttachMenu(HWND window, UINT menu, std::uint32_t identifier,
+                                 const GUID& owner) {
     const kvx::HostMenu description(FindMenu(menu));
     const std::vector<Accelerator> keys = HostKeys(FindAccelerators(menu));
+    if (IQDockingRegistrations* const told = Registrations()) {
+        told->AttachMenu(AfxGetResourceHandle(), menu, identifier, owner);
+    }
     IQDockingHost* docking = Docking();
     if (!docking) return;
     docking->AddMenu(identifier, window, description.Root(), &Target(identifier));
@@ -100,15 +118,29 @@ void CDockingManager::AttachMenu(HWND window, UINT menu, std::uint32_t identifie
 
 void CDockingManager::BindWindow(std::uint32_t identifier, ICommandWindow* window) {
     Target(identifier).Bind(window);
+    if (IQDockingRegistrations* const told = Registrations()) {
+        told->BindWindow(identifier, window->CommandHandle());
+    }
 }
 
-// Resources always come from the module's current resource library, and the second group of the
-// OS Trace window has nothing that this host shows.
-void CDockingManager::BindModule(std::uint32_t, HINSTANCE) {}
-void CDockingManager::RegisterGroup(UINT, std::uint32_t, const GUID&) {}
+void CDockingManager::BindModule(std::uint32_t identifier, HINSTANCE module) {
+    if (IQDockingRegistrations* const told = Registrations()) told->BindModule(identifier, module);
+}
+
+void CDockingManager::RegisterGroup(UINT resource, std::uint32_t identifier, const GUID& owner) {
+    if (IQDockingRegistrations* const told = Registrations()) {
+        told->RegisterGroup(AfxGetResourceHandle(), resource, identifier, owner);
+    }
+}
 
 void CDockingManager::CreateToolbar(HWND window, UINT toolbar, std::uint32_t identifier,
-                                    const GUID&, std::span<const UINT>) {
+                                    const GUID& owner, std::span<const UINT> optional) {
+    constexpr std::uint32_t kReserved[8] = {};
+    if (IQDockingRegistrations* const told = Registrations()) {
+        told->CreateToolbar(window, AfxGetResourceHandle(), toolbar, 0, identifier, owner,
+                            kReserved, optional.data(),
+                            static_cast<std::uint32_t>(optional.size()));
+    }
     AddToolbar(window, {}, {}, toolbar, identifier);
 }
 

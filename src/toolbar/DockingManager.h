@@ -12,10 +12,11 @@ class CCommandTarget;
 
 class CDockingManager : public IDockingManager {
   public:
-    explicit CDockingManager(IQHost* host);
+    CDockingManager();
     ~CDockingManager() override;
 
-    IQHost* Host() const { return host_; }
+    // The component is connected anew, to this host or another.
+    void SetHost(IQHost* host) { host_ = host; }
 
     std::uint32_t AllocateIdentifier() override;
     void ReleaseIdentifier(std::uint32_t identifier) override;
@@ -45,11 +46,13 @@ class CDockingManager : public IDockingManager {
     static constexpr std::uint32_t kFirstOwnIdentifier = 0x80000000u;
 
     IQDockingHost* Docking() const;
+    // Null where the host does not want to know.
+    IQDockingRegistrations* Registrations() const;
     CCommandTarget& Target(std::uint32_t identifier);
     void AddToolbar(HWND docking, const CString& name, const CString& title, UINT toolbar,
                     std::uint32_t identifier);
 
-    IQHost* host_;
+    IQHost* host_ = nullptr;
     std::uint32_t nextIdentifier_ = kFirstOwnIdentifier;  // where the host gives none
     std::map<std::uint32_t, std::unique_ptr<CCommandTarget>> targets_;
 };

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "host/CommandIds.h"
+#include "platform/Resources.h"
 #include "trace/TimeCount.h"
 
 namespace kvx {
@@ -12,7 +14,7 @@ constexpr int kWhole = 100;
 
 AnalysisDialog::AnalysisDialog(IViewSender* view, double from, double to)
     : base_(static_cast<double>(ToCount(from))), span_(static_cast<double>(ToCount(to - from))) {
-    if (view) progress_ = view->CreateProgress("Analyzing...");
+    if (view) progress_ = view->CreateProgress(LoadString(ids::kStringAnalyzing));
     if (!progress_) return;
     progress_->SetProgress(kWhole, 0);
     if (!progress_->Create()) progress_.reset();

@@ -1,6 +1,8 @@
 #include "trace/ContextMng.h"
 
+#include "host/CommandIds.h"
 #include "host/ModuleHost.h"
+#include "platform/Resources.h"
 #include "platform/Text.h"
 
 int CContextMng::Load() {
@@ -35,10 +37,12 @@ ContextKey CContextMng::GetKey(int line) const {
 
 CString CContextMng::GetShownName(int line) const {
     const _tagSContextData& context = At(line);
-    if (context.type == kContextTask && context.number == 0) return "Idle";
+    if (context.type == kContextTask && context.number == 0) {
+        return LoadString(kvx::ids::kStringIdle);
+    }
     if (context.type == kContextHandler || context.type == kContextTask)
         return kvx::ToUtf8(context.name);
-    return "Unknown";
+    return LoadString(kvx::ids::kStringUnknown);
 }
 
 ContextTexts CContextMng::GetTexts(int line) const {

@@ -1,7 +1,7 @@
 #pragma once
-// The trace engine: decides how far the trace service decodes, keeps the bookkeeping of how far
-// that has gone, tells the views when the analysed data changed, and turns times into event
-// indexes. It keeps no event: every attribute is read from the service when it is needed.
+// The trace engine has the trace service decode as far as somebody wants to see, remembers how far
+// that is, has every view drawn anew after it, and finds events by their times. Events themselves
+// stay with the service and are read where they are needed.
 //
 // Every operation fetches the service anew; without one it does nothing and answers its neutral
 // value. Times are counts of the trace clock.

@@ -10,7 +10,7 @@ namespace kvx {
 // Directory of a path, without a trailing separator; "." for a bare name.
 CString DirectoryOf(const CString& path);
 CString FileNameOf(const CString& path);
-// Text after the last "." of the path; the whole path when it has none.
+// What follows the last "."; without one it is the path itself.
 CString ExtensionOf(const CString& path);
 CString JoinPath(const CString& directory, const CString& name);
 

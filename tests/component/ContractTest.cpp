@@ -96,6 +96,36 @@ TEST(Contract, MenusAndToolbarsOfHostAndWindows) {
     }
 }
 
+// Each value in the order in which it comes; the identifiers are the window's two.
+TEST(Contract, RegistrationsSayWhereTheyComeFromAndWhoseTheyAre) {
+    TestHost host;
+    const ModuleBoxes boxes;
+    const Session session(host);
+    const auto& told = host.docking.told;
+    EXPECT_THAT(told.log,
+                ElementsAre("menu 201 under 1 of component", "menu 9006 under 1 of component",
+                            "bind window", "bind module"));
+    EXPECT_NE(told.bound.at(1), nullptr);
+
+    host.docking.told.log.clear();
+    host.docking.Command(kOpenOSTrace);
+    EXPECT_THAT(told.log, ElementsAre("window -1 \"\" 0 0 under 2 of component",
+                                      "menu 202 under 2 of component", "bind window", "bind module",
+                                      "group 1906 under 3 of second",
+                                      "toolbar 204 0 47110 47111 47401 under 2 of component"));
+    EXPECT_EQ(told.bound.at(2), Having(host, 47100).control);
+
+    host.docking.told.log.clear();
+    host.docking.Command(kOpenOSAnalyze);
+    EXPECT_THAT(told.log, ElementsAre("window -1 \"\" 0 0 under 4 of component",
+                                      "menu 9007 under 4 of component", "bind window",
+                                      "bind module", "toolbar 9010 0 32778 under 4 of component"));
+    EXPECT_EQ(told.bound.at(4), Having(host, 47200).control);
+    ASSERT_EQ(told.modules.size(), 1u);
+    EXPECT_NE(GetProcAddress(static_cast<HMODULE>(*told.modules.begin()), "GetDLLType"), nullptr)
+        << "the resource library";
+}
+
 TEST(Contract, KeysComeAndGoWithTheirWindow) {
     TestHost host;
     const ModuleBoxes boxes;
@@ -141,7 +171,9 @@ TEST(Contract, OtherHostPartsMayForbidToOpenATraceWindow) {
         for (TestBlocker* blocker : {&host.blockerA, &host.blockerB}) {
             blocker->flag = each.flag;
             blocker->status = each.status;
+            host.blockerA.asked = host.blockerB.asked = 0;
             EXPECT_EQ(host.docking.StateOf(kOpenOSTrace).enabled != 0, each.enabled);
+            EXPECT_TRUE(host.blockerA.asked > 0 && host.blockerB.asked > 0) << "both have a say";
             EXPECT_TRUE(host.docking.StateOf(kOpenOSAnalyze).enabled);
             blocker->flag = 0;
         }

@@ -1,7 +1,10 @@
 #include "component/TestDocking.h"
 
+#include <gtest/gtest.h>
+
 #include <QWidget>
 
+#include "host/Identifiers.h"
 #include "platform/Text.h"
 
 namespace kvx::test {
@@ -15,6 +18,70 @@ void CollectCommands(const MenuNode& node, std::vector<std::uint32_t>& commands)
 }
 
 }  // namespace
+
+void TestRegistrations::Note(std::string what, std::uint32_t identifier, const GUID& owner) {
+    const bool own = owner == host::kComponent;
+    const bool second = owner == host::kSecondToolbarOwner;
+    log.push_back(what + " under " + std::to_string(identifier) + " of " +
+                  (own      ? "component"
+                   : second ? "second"
+                            : "nobody"));
+}
+
+HRESULT TestRegistrations::RegisterWindow(HWND docking, HWND control, std::int32_t position,
+                                          BSTR name, std::int32_t a, std::int32_t b,
+                                          std::uint32_t identifier, const GUID& owner) {
+    EXPECT_TRUE(docking && control);
+    Note(FormatText("window %d \"%s\" %d %d", position, ToUtf8(name).c_str(), a, b), identifier,
+         owner);
+    return S_OK;
+}
+
+HRESULT TestRegistrations::AttachMenu(void* module, std::uint32_t menu, std::uint32_t identifier,
+                                      const GUID& owner) {
+    modules.insert(module);
+    Note(FormatText("menu %u", menu), identifier, owner);
+    return S_OK;
+}
+
+HRESULT TestRegistrations::BindWindow(std::uint32_t identifier, HWND window) {
+    bound[identifier] = window;
+    log.push_back("bind window");
+    return S_OK;
+}
+
+HRESULT TestRegistrations::BindModule(std::uint32_t, void* module) {
+    modules.insert(module);
+    log.push_back("bind module");
+    return S_OK;
+}
+
+HRESULT TestRegistrations::RegisterGroup(void* module, std::uint32_t resource,
+                                         std::uint32_t identifier, const GUID& owner) {
+    modules.insert(module);
+    Note(FormatText("group %u", resource), identifier, owner);
+    return S_OK;
+}
+
+HRESULT TestRegistrations::CreateToolbar(HWND docking, void* module, std::uint32_t toolbar,
+                                         std::uint32_t style, std::uint32_t identifier,
+                                         const GUID& owner, const std::uint32_t* reserved,
+                                         const std::uint32_t* optional,
+                                         std::uint32_t optionalCount) {
+    EXPECT_TRUE(docking);
+    modules.insert(module);
+    std::string text = FormatText("toolbar %u %u", toolbar, style);
+    for (int i = 0; i < 8; ++i) EXPECT_EQ(reserved[i], 0u);
+    for (std::uint32_t i = 0; i < optionalCount; ++i) text += ' ' + std::to_string(optional[i]);
+    Note(text, identifier, owner);
+    return S_OK;
+}
+
+HRESULT TestDocking::QueryInterface(const GUID& id, void** out) {
+    if (id != host::kDockingRegistrations) return Counted::QueryInterface(id, out);
+    *out = &told;
+    return S_OK;
+}
 
 const std::vector<std::string>& TestDocking::Operations() {
     static const std::vector<std::string> names = {

@@ -13,8 +13,36 @@
 
 namespace kvx::test {
 
+// Writes down what registrations say beyond the docking host's own operations.
+class TestRegistrations : public Counted<IQDockingRegistrations> {
+  public:
+    std::vector<std::string> log;
+    std::set<void*> modules;  // that resources were said to come from
+    std::map<std::uint32_t, HWND> bound;
+
+    HRESULT KVX_CALL RegisterWindow(HWND docking, HWND control, std::int32_t position, BSTR name,
+                                    std::int32_t a, std::int32_t b, std::uint32_t identifier,
+                                    const GUID& owner) override;
+    HRESULT KVX_CALL AttachMenu(void* module, std::uint32_t menu, std::uint32_t identifier,
+                                const GUID& owner) override;
+    HRESULT KVX_CALL BindWindow(std::uint32_t identifier, HWND window) override;
+    HRESULT KVX_CALL BindModule(std::uint32_t identifier, void* module) override;
+    HRESULT KVX_CALL RegisterGroup(void* module, std::uint32_t resource, std::uint32_t identifier,
+                                   const GUID& owner) override;
+    HRESULT KVX_CALL CreateToolbar(HWND docking, void* module, std::uint32_t toolbar,
+                                   std::uint32_t style, std::uint32_t identifier, const GUID& owner,
+                                   const std::uint32_t* reserved, const std::uint32_t* optional,
+                                   std::uint32_t optionalCount) override;
+
+  private:
+    void Note(std::string what, std::uint32_t identifier, const GUID& owner);
+};
+
 class TestDocking : public Counted<IQDockingHost> {
   public:
+    HRESULT KVX_CALL QueryInterface(const GUID& id, void** out) override;
+
+    TestRegistrations told;
     struct Registration {
         HWND docking = nullptr;
         HWND control = nullptr;

@@ -104,7 +104,9 @@ class TestBlocker : public Counted<IQOpenBlocker> {
   public:
     std::int16_t flag = 0;
     HRESULT status = S_OK;
+    int asked = 0;
     HRESULT KVX_CALL IsOpenBlocked(std::int16_t* out) override {
+        ++asked;
         *out = flag;
         return status;
     }

@@ -1,6 +1,7 @@
 #pragma once
 // The shared objects of a component over a scripted trace.
 
+#include "resources/Tables.h"
 #include "support/ScriptedHost.h"
 #include "support/ScriptedView.h"
 #include "trace/TraceData.h"
@@ -9,6 +10,7 @@ namespace kvx::test {
 
 struct Core {
     explicit Core(ScriptedTrace trace = {}, bool decode = true) : service(std::move(trace)) {
+        SetResourceTable(&resources::Table());
         if (decode) service.DecodeAll();
         data.contexts.Load();
     }

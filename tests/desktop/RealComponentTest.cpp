@@ -39,6 +39,21 @@ class RealComponent : public testing::Test {
     Workbench workbench_{settings_};
 };
 
+// They close while the debugger is there.
+TEST(RealComponentEnd, WindowsKeepTheirSettings) {
+    Settings settings;
+    {
+        Workbench workbench(settings);
+        ASSERT_EQ(workbench.Start(QString::fromLocal8Bit(qgetenv("KVX_BIN_DIR"))), "");
+        auto trace = std::make_unique<service::TraceService>();
+        trace->SetRecording(std::make_unique<test::TestRecording>());
+        ASSERT_TRUE(workbench.Show(std::move(trace)));
+        QApplication::processEvents();
+        EXPECT_FALSE(settings.Get("View/OSTraceViewView").isValid());
+    }
+    EXPECT_EQ(settings.Get("View/OSTraceViewView").toString(), "5,8,5,12,0");
+}
+
 TEST_F(RealComponent, FillsItsDockingWindow) {
     EXPECT_EQ(workbench_.Docking().Windows().All().size(), 1U);
     const auto children = Dock().Area().findChildren<QWidget*>(Qt::FindDirectChildrenOnly);

@@ -90,7 +90,7 @@ TEST_F(WorkbenchTest, StartsAndEndsTheComponentInOrder) {
     for (const char* needsRecording : {"File/Save Recording As…", "File/Reload", "File/Close"})
         EXPECT_FALSE(FindAction(needsRecording)->isEnabled()) << needsRecording;
     workbench_.reset();
-    EXPECT_STREQ(takeLog_(), "debugger disconnected\nterminate 1\ndestroy\n");
+    EXPECT_STREQ(takeLog_(), "terminate 1\ndebugger disconnected\ndestroy\n");
 }
 
 TEST_F(WorkbenchTest, ComponentThatCannotStartIsDestroyedAndNamed) {

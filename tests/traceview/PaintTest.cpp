@@ -1,5 +1,6 @@
 // The chart as recorded drawing: every step of a paint, in its order and with its exact rectangles.
 
+#include "resources/Tables.h"
 #include "support/GoldenText.h"
 #include "support/RecordingGraphics.h"
 #include "traceview/ChartPainter.h"
@@ -33,6 +34,7 @@ ScriptedTrace Sample() {
 }
 
 TEST(ChartPaint, EveryStepInItsOrder) {
+    SetResourceTable(&resources::Table());
     ScriptedTraceService service(Sample());
     ScriptedHost host(service);
     service.DecodeAll();

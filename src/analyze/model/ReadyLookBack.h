@@ -8,7 +8,6 @@
 #include "host/OSTraceService.h"
 #include "host/TraceCodes.h"
 #include "trace/EventReader.h"
-#include "trace/TaskStates.h"
 
 namespace kvx {
 

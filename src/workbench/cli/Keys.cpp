@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "host/CommandIds.h"
-#include "resources/Tables.h"
 #include "traceview/model/KeyLines.h"
 
 namespace kvx::cli {
@@ -40,9 +39,7 @@ struct WindowKeys {
     std::vector<KeyLine> lines;
 };
 
-// The lists of keys are those of the resource library.
 std::vector<WindowKeys> AllKeys() {
-    SetResourceTable(&resources::Table());
     return {{"OS Trace window", TraceKeyLines()},
             {"OS Analyze window", AcceleratorLines(ids::kMenuOSAnalyze)}};
 }

@@ -3,6 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <array>
 
+#include "platform/Resources.h"
+#include "resources/Tables.h"
 #include "workbench/cli/Analyze.h"
 #include "workbench/cli/Events.h"
 #include "workbench/cli/Generate.h"
@@ -19,6 +21,7 @@ constexpr std::array<AddSubCommand, 5> kSubCommands = {
 }  // namespace
 
 void AddSubCommands(CLI::App& app, const Streams& streams, int& status) {
+    SetResourceTable(&resources::Table());
     for (const auto add : kSubCommands) add(app, streams, status);
 }
 

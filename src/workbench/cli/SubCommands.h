@@ -13,7 +13,7 @@ namespace kvx::cli {
 // status is stored in status; streams and status must outlive the parsing.
 using AddSubCommand = void (*)(CLI::App& app, const Streams& streams, int& status);
 
-// Adds all of them.
+// Adds all of them; their texts come from the tables of the resource library.
 void AddSubCommands(CLI::App& app, const Streams& streams, int& status);
 
 // The whole command line with a sub-command in it: parses, runs, answers the exit status. Help and

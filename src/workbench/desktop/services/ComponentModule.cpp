@@ -73,9 +73,10 @@ QString ComponentModule::Connect() {
 
 void ComponentModule::Disconnect() {
     if (!component_) return;
-    host_.Broadcast(host::kEventDebuggerDisconnected);
-    // Still a component while it takes its windows down: they may broadcast.
+    // While the debugger is there, so that the windows keep their settings and leave the trace
+    // service; still a component, for they may broadcast.
     component_->Terminate(kYes);
+    host_.Broadcast(host::kEventDebuggerDisconnected);
     host_.RemoveComponent(component_);
     component_ = nullptr;
     destroy_(kInstanceKey);
