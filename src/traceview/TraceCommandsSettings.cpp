@@ -52,7 +52,8 @@ bool TraceCommands::MaySetRange() const {
 bool TraceCommands::IsMeasuring() const {
     if (!Service() || !view_.IsTargetRunning()) return false;
     constexpr std::size_t kServiceInfo = kvx::host::DebuggerIndex("IN1_Get_service_info");
-    return kvx::host::CallDebugger(kServiceInfo, kMeasuringService) != kNotAvailable;
+    return kvx::host::CallDebugger(kServiceInfo, kMeasuringService, view_.TargetContext()) !=
+           kNotAvailable;
 }
 
 void TraceCommands::TraceStop() {

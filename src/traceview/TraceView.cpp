@@ -64,6 +64,10 @@ bool COSTraceView::IsTargetRunning() const {
     return instance_ && instance_->IsRunning();
 }
 
+IQUnknown* COSTraceView::TargetContext() const {
+    return instance_ ? instance_->TargetContext() : nullptr;
+}
+
 CStatusFrameWnd* COSTraceView::StatusFrame() const {
     return static_cast<CStatusFrameWnd*>(Frame());
 }

@@ -47,6 +47,8 @@ class COSTraceView : public CCoreView, public COSTip, public IViewSender {
     IQOSTraceService* Service() const;
     bool IsOpen() const { return display_ && display_->IsOpen(); }
     bool IsTargetRunning() const;
+    // Which target of the host the window is about; null without an instance.
+    IQUnknown* TargetContext() const;
 
     // Moves the display by so many counts; answers how far it went.
     double ScrollBy(double delta);

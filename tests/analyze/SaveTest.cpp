@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "analyze/AnalyzeWindow.h"
+#include "support/Needs.h"
 
 namespace kvx::test {
 namespace {
@@ -98,7 +99,7 @@ TEST_F(Save, SaysWhyAFileIsNotWritten) {
     SaveTo("");
     EXPECT_EQ(boxes.LastFile().name, "");  // neither is offered again
 
-    if (!fs::exists("/dev/full")) GTEST_SKIP() << "no /dev/full to write to";
+    if (!fs::exists("/dev/full")) KVX_SKIP("no /dev/full to write to");
     boxes.ExpectMessage("/dev/full already exists", IDYES);
     boxes.ExpectMessage("ERROR: Can not write file(/dev/full). The disk may be full.");
     SaveTo("/dev/full");

@@ -7,6 +7,7 @@ usage: check_analyze.py PROGRAM FOLDER   every ITRON kernel text log below the f
 Exit status 77: there is no log to compare with.
 """
 import json
+import os
 import pathlib
 import re
 import subprocess
@@ -168,7 +169,7 @@ def main():
     logs = sorted(log for log in folder.rglob("*.log") if is_text_log(log))
     if not logs:
         print(f"skipped: no log below {folder}")
-        return 77
+        return 1 if "KVX_MUST_RUN" in os.environ else 77
     faults = [fault for log in logs for fault in compare(program, log)]
     print("\n".join(faults) or f"{len(logs)} logs agree")
     return 1 if faults else 0

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "support/Needs.h"
 #include "workbench/cli/SubCommands.h"
 
 namespace kvx::cli {
@@ -137,7 +138,7 @@ TEST_F(Analyze, WritesCsvToAFileAsToTheStream) {
     EXPECT_EQ(Run({log, "--table", "run-time", "--csv", "/nowhere/x.csv"}), kExitFailed);
     EXPECT_EQ(error.str(),
               "kvxostrace: /nowhere/x.csv: cannot be opened: No such file or directory\n");
-    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no /dev/full on this system";
+    if (!std::filesystem::exists("/dev/full")) KVX_SKIP("no /dev/full on this system");
     EXPECT_EQ(Run({log, "--table", "run-time", "--csv", "/dev/full"}), kExitFailed);
     EXPECT_EQ(error.str(), "kvxostrace: /dev/full: cannot be written: No space left on device\n");
 }

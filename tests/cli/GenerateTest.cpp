@@ -11,6 +11,7 @@
 #include <sstream>
 
 #include "simulation/TemporaryFolder.h"
+#include "support/Needs.h"
 
 namespace kvx::cli {
 namespace {
@@ -63,7 +64,7 @@ TEST(Generate, WritesALogAndItsResourceFile) {
 TEST(Generate, ResourceFileHasTheShapeOfARealOne) {
     const std::string source = getenv("KVX_SOURCE_DIR") ? getenv("KVX_SOURCE_DIR") : "";
     std::ifstream file(source + "/../shared/traces/itron-log/asp/asp_long.res");
-    if (!file) GTEST_SKIP() << "the sample traces are not on this machine";
+    if (!file) KVX_SKIP("the sample traces are not on this machine");
     const auto real = nlohmann::json::parse(file).at("Resources");
     const TemporaryFolder folder;
     ASSERT_EQ(Generate({"--events", "1", "-o", folder.Path("x.log")}).status, kExitDone);
@@ -127,7 +128,7 @@ TEST(Generate, WhatCannotBeWrittenIsNamedWithTheReason) {
 }
 
 TEST(Generate, AFullDiskIsNoticed) {
-    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "/dev/full is not on this machine";
+    if (!std::filesystem::exists("/dev/full")) KVX_SKIP("/dev/full is not on this machine");
     for (const char* events : {"10", "100000"}) {
         const auto full = Generate({"--events", events, "-o", "/dev/full"});
         EXPECT_EQ(full.status, kExitFailed);

@@ -119,6 +119,9 @@ TEST(Libraries, WithoutADebuggerLibraryTheHostPerformsTheFunctions) {
     host.runState.running = true;
     host.docking.StateOf(kTraceStop);
     EXPECT_THAT(host.debuggerCalls.called, Contains("IN1_Get_service_info"));
+    EXPECT_EQ(host.debuggerCalls.first, 1050u);
+    EXPECT_EQ(host.debuggerCalls.second, reinterpret_cast<std::uintptr_t>(&host.framework))
+        << "the interface that the host gave for its frame";
 }
 
 }  // namespace

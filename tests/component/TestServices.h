@@ -32,9 +32,13 @@ class TestDebuggerLibrary : public Counted<IQDebuggerLibrary> {
 class TestDebuggerCalls : public Counted<IQDebuggerCalls> {
   public:
     std::vector<std::string> called;
-    std::intptr_t KVX_CALL Call(const char* function, const std::uintptr_t*,
+    std::uintptr_t first = 0;  // arguments of the latest call
+    std::uintptr_t second = 0;
+    std::intptr_t KVX_CALL Call(const char* function, const std::uintptr_t* arguments,
                                 std::uint32_t) override {
         called.emplace_back(function);
+        first = arguments[0];
+        second = arguments[1];
         return 0;
     }
 };

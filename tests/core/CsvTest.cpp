@@ -7,6 +7,7 @@
 
 #include "analyze/model/CsvWriter.h"
 #include "core/CoreFixture.h"
+#include "support/Needs.h"
 
 namespace kvx::test {
 
@@ -88,7 +89,7 @@ TEST_F(Csv, SaysWhetherOpeningOrWritingFailed) {
     EXPECT_FALSE(failure.opened);
     EXPECT_EQ(failure.reason, "No such file or directory");
     EXPECT_EQ(writer.Write(EAnalysis::RunTime, "/nowhere/at/all.csv"), 0);
-    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no /dev/full on this system";
+    if (!std::filesystem::exists("/dev/full")) KVX_SKIP("no /dev/full on this system");
     EXPECT_EQ(writer.Write(EAnalysis::RunTime, "/dev/full", &failure), 0);
     EXPECT_TRUE(failure.opened);
     EXPECT_EQ(failure.reason, "No space left on device");

@@ -9,6 +9,8 @@
 #include <memory>
 #include <string>
 
+#include "support/Needs.h"
+
 namespace {
 
 struct ClosePipe {
@@ -60,7 +62,7 @@ TEST(WindowFreeCore, HoldsNoToolkitSymbol) {
 // What the test above looks for is there to be seen in the back-end.
 TEST(WindowFreeCore, BackEndHoldsToolkitSymbols) {
     const auto backEnd = Library("libkvx_platform_qt.a");
-    if (!std::filesystem::exists(backEnd)) GTEST_SKIP() << "the back-end is not built here";
+    if (!std::filesystem::exists(backEnd)) KVX_SKIP("the back-end is not built here");
     EXPECT_GT(SymbolsOf(backEnd).ofToolkit, 0);
 }
 

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "formats/TraceFiles.h"
+#include "support/Needs.h"
 
 namespace kvx::test {
 namespace {
@@ -17,7 +18,7 @@ using testing::IsEmpty;
 
 #define TRACES_OR_SKIP(folder)               \
     const std::string folder = RealTraces(); \
-    if (folder.empty()) GTEST_SKIP() << "no folder shared/traces beside the project"
+    if (folder.empty()) KVX_SKIP("no folder shared/traces beside the project")
 
 TEST(RealTraces, EveryDispatchOfAspLongIsShown) {
     TRACES_OR_SKIP(folder);
@@ -105,7 +106,7 @@ TEST(RealTraces, CtfEventCountsAgreeWithTheLibrarysProgram) {
           "lttng/multi-domains", "lttng/lttng-tracefile-rotation"}) {
         const auto path = folder + "/ctf/" + name;
         const int expected = LinesOfBabeltrace(path);
-        if (expected < 0) GTEST_SKIP() << "the program babeltrace2 is not installed";
+        if (expected < 0) KVX_SKIP("the program babeltrace2 is not installed");
         const auto trace = Show(path);
         ASSERT_TRUE(trace) << path;
         for (const auto processor : trace->GetRecording()->Processors()) {

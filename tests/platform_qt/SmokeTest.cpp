@@ -10,6 +10,7 @@
 #include <cstdio>
 
 #include "platform/qt/QtBackend.h"
+#include "support/Needs.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ class SmokeTest : public testing::Test {
         kvx::InstallQtBackend();
         for (const char* tool : {"Xvfb", "xdotool"})
             if (QStandardPaths::findExecutable(tool).isEmpty())
-                GTEST_SKIP() << tool << " is not installed: no real display to walk on";
+                KVX_SKIP(tool + std::string(" is not installed: no real display to walk on"));
         server_.start("Xvfb",
                       {"-displayfd", "1", "-screen", "0", "1024x768x24", "-nolisten", "tcp"});
         ASSERT_TRUE(server_.waitForStarted());

@@ -7,6 +7,7 @@
 #include <QStandardPaths>
 #include <functional>
 
+#include "support/Needs.h"
 #include "traceview/TraceWindow.h"
 
 namespace kvx::test {
@@ -19,7 +20,7 @@ class RealUser : public TraceWindow {
     void SetUp() override {
         if (qEnvironmentVariableIsEmpty("DISPLAY") ||
             QStandardPaths::findExecutable("xdotool").isEmpty()) {
-            GTEST_SKIP() << "Xvfb or xdotool is not installed: no real display to work on";
+            KVX_SKIP("Xvfb or xdotool is not installed: no real display to work on");
         }
         TraceWindow::SetUp();
     }
