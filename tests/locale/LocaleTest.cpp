@@ -18,6 +18,7 @@
 #include "support/ResourceFixture.h"
 #include "trace/TraceData.h"
 #include "traceview/StatusTexts.h"
+#include "traceview/model/ChartViewport.h"
 #include "utils/Profile.h"
 #include "workbench/cli/SubCommands.h"
 #include "workbench/desktop/QtText.h"
@@ -82,12 +83,16 @@ TEST_F(CommaLocale, ValueDialogReadsWhatItShows) {
 }
 
 TEST_F(CommaLocale, StatusTexts) {
+    ChartViewport viewport;
+    viewport.Open(0.0, 1e9, 1e9);
+    viewport.gridTime = 1000000.0;
     const auto scale = [&](double value) {
-        return ComposeStatusTexts(data.engine, data.markers, value, 1000000.0)[2];
+        viewport.Show({0.0, 1e9 / value, value});
+        return ComposeStatusTexts(data.engine, data.markers, viewport)[2];
     };
-    EXPECT_EQ(scale(0.5), "Scale: * 0.500000");
+    EXPECT_EQ(scale(1.5), "Scale: * 1.500000");
     EXPECT_EQ(scale(2500000.0), "Scale: * 2.500000e+06");
-    EXPECT_EQ(ComposeStatusTexts(data.engine, data.markers, 1.0, 1000000.0)[3], "Grid: 1000000");
+    EXPECT_EQ(ComposeStatusTexts(data.engine, data.markers, viewport)[3], "Grid: 1000000");
 }
 
 TEST_F(CommaLocale, SortedTableAndItsCsv) {

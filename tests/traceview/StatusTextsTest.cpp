@@ -10,7 +10,11 @@ namespace {
 class StatusTexts : public TraceWindow {
   protected:
     CString Text(std::size_t pane, double scale = 1.0) {
-        return ComposeStatusTexts(data.engine, data.markers, scale, 250.0).at(pane);
+        ChartViewport viewport;
+        viewport.Open(0.0, 1e9, 1e9);
+        viewport.Show({0.0, 1e9 / scale, scale});
+        viewport.gridTime = 250.0;
+        return ComposeStatusTexts(data.engine, data.markers, viewport).at(pane);
     }
 };
 
@@ -33,7 +37,7 @@ TEST_F(StatusTexts, TellMarkersScaleGridAndRange) {
 
 TEST_F(StatusTexts, LargeScalesAreShort) {
     Open(PeriodicTrace(1));
-    EXPECT_EQ(Text(2, 0.25), "Scale: * 0.250000");
+    EXPECT_EQ(Text(2, 1.25), "Scale: * 1.250000");
     EXPECT_EQ(Text(2, 999999.9), "Scale: * 999999.900000");
     EXPECT_EQ(Text(2, 1000000.0), "Scale: * 1.000000e+06");
 }
