@@ -206,6 +206,23 @@ TEST_F(WorkbenchTest, DockingStatesAreTheOnesThatComponentsRead) {
     EXPECT_EQ(dock.State(), kDockShow | kDockMayDock);
 }
 
+TEST_F(WorkbenchTest, DockingWindowThatNobodyFillsGoesWhenItIsHidden) {
+    Start();
+    IQDockingHost& docking = workbench_->Docking();
+    HWND window = nullptr;
+    Bstr given;
+    ASSERT_EQ(docking.CreateDockingWindow(Bstr("{X}").Get(), Bstr("X").Get(), 0x1804, 59422,
+                                          &window, given.Receive()),
+              S_OK);
+    EXPECT_EQ(docking.SetWindowState(window, kDockShow), S_OK);
+    EXPECT_EQ(docking.SetWindowState(window, kDockHide), S_OK);
+    EXPECT_TRUE(Docks().All().empty());
+    HWND found = nullptr;
+    EXPECT_TRUE(
+        Failed(docking.FindDockingWindow(given.Get(), Bstr("X").Get(), 0x10, 59422, &found)));
+    EXPECT_TRUE(Failed(docking.SetWindowState(window, kDockShow)));
+}
+
 TEST_F(WorkbenchTest, ToolbarOfAWindowIsShownHiddenAndRemembered) {
     Start();
     Show();

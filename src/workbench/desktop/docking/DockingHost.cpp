@@ -101,12 +101,13 @@ HRESULT DockingHost::FindDockingWindow(BSTR name, BSTR title, std::uint32_t, std
     });
 }
 
+// One that is hidden and that nobody fills is what is left of a window that could not be made.
 HRESULT DockingHost::SetWindowState(HWND docking, std::int32_t state) {
     DockingWindow* window = windows_.Find(docking);
     if (!window) return E_INVALIDARG;
     return Guarded([&] {
+        if (state == kDockHide && !window->target) return windows_.Close(*window);
         windows_.SetState(*window, state);
-        return S_OK;
     });
 }
 
