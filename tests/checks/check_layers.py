@@ -37,6 +37,8 @@ ALLOWED = {
     "resources": ["platform", "host"],
     "workbench/service": ["platform", "host"],
     "workbench/kernels": ["platform", "host", "workbench/service"],
+    # A program of its own: what it shares with the readers is the form of its messages.
+    "workbench/ctf_reader": ["platform", "workbench/formats", "workbench/kernels"],
     "workbench/formats": ["platform", "host", "workbench/service", "workbench/kernels"],
     "workbench/simulation": ["platform"],
     "workbench/target": ["host", "platform", "workbench/service", "workbench/simulation"],

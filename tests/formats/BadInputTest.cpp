@@ -192,6 +192,143 @@ TEST(BadInput, CtfFolders) {
     EXPECT_THAT(CountersOf(summary.losses), ElementsAre("damaged_tail 1"));
     EXPECT_THAT(trace->GetRecording()->Warnings(),
                 ElementsAre(HasSubstr("damaged behind event 2")));
+    // Sequences in both contexts, and no events: the library ends its process.
+    folder.Write("abort/channel0", std::string("\0\0\0", 3));
+    refuses(
+        "abort",
+        "/* CTF 1.8 */\ntypealias integer { size = 8; align = 8; signed = false; } := uint8_t;\n"
+        "trace { major = 1; minor = 8; byte_order = le; };\n"
+        "stream { event.context := struct { uint8_t __n; uint8_t _x[__n]; };\n"
+        "  packet.context := struct { uint8_t __m; uint8_t _y[__m]; }; };\n",
+        "the CTF library gave up (Aborted), before the first event");
+}
+
+// A trace of two packets, in pieces that tests can damage.
+class PacketTrace {
+  public:
+    std::string metadata =
+        "/* CTF 1.8 */\ntypealias integer { size = 8; align = 8; signed = false; } := uint8_t;\n"
+        "typealias integer { size = 32; align = 8; signed = false; } := uint32_t;\n"
+        "trace { major = 1; minor = 8; byte_order = le;\n"
+        "  packet.header := struct { uint32_t magic; uint32_t stream_id; }; };\n"
+        "struct context { uint32_t content_size; uint32_t packet_size; };\n"
+        "stream { id = 0; packet.context := struct context;\n"
+        "  event.header := struct { uint8_t id; }; };\n"
+        "event { name = \"tick\"; id = 7; stream_id = 0; };\n";
+    std::uint32_t contentOfSecond = 8 * (kHead + 3);
+    std::uint32_t sizeOfSecond = 8 * kPacket;
+    std::uint64_t indexedOffset = kPacket;
+    std::size_t cut = 0;  // bytes off the end of the stream
+
+    // The metadata in packets of 64 bytes and what stands in front of each.
+    std::string PackedMetadata() const {
+        std::string packed;
+        for (std::size_t at = 0; at < metadata.size(); at += 64) {
+            const auto piece = metadata.substr(at, 64);
+            const auto bits = static_cast<std::uint32_t>(8 * (37 + piece.size()));
+            packed += "\x57\x1D\xD1\x75" + std::string(20, '\0') + Little(bits) + Little(bits) +
+                      std::string("\0\0\0\1\x08", 5) + piece;
+        }
+        return packed;
+    }
+    std::string Write(const TempFolder& folder) const {
+        auto stream = Packet(8 * (kHead + 3), 8 * kPacket) + Packet(contentOfSecond, sizeOfSecond);
+        stream.resize(stream.size() - cut);
+        folder.Write("trace/metadata", metadata);
+        folder.Write("trace/channel0", stream);
+        folder.Write("trace/index/channel0.idx", "\xC1\xF1\xDC\xC1" + Big(1, 4) + Big(0, 4) +
+                                                     Big(56, 4) + Entry(0) + Entry(indexedOffset));
+        return folder.Path("trace");
+    }
+
+  private:
+    static constexpr std::size_t kHead = 16;
+    static constexpr std::size_t kPacket = 32;
+
+    static std::string Big(std::uint64_t value, int bytes) {
+        std::string text;
+        for (int i = bytes - 1; i >= 0; --i) text += static_cast<char>(value >> 8 * i);
+        return text;
+    }
+    static std::string Little(std::uint32_t value) {
+        const auto big = Big(value, 4);
+        return {big.rbegin(), big.rend()};
+    }
+    static std::string Packet(std::uint32_t content, std::uint32_t size) {
+        auto packet =
+            Little(0xC1FC1FC1) + std::string(4, '\0') + Little(content) + Little(size) + "\7\7\7";
+        packet.resize(kPacket);
+        return packet;
+    }
+    static std::string Entry(std::uint64_t offset) {
+        return Big(offset, 8) + Big(8 * kPacket, 8) + Big(8 * (kHead + 3), 8) +
+               std::string(32, '\0');
+    }
+};
+
+struct PacketCase {
+    const char* what;
+    void (*damage)(PacketTrace& trace);
+    std::uint32_t records;
+    std::uint64_t lost;
+    const char* warning;  // empty: none
+};
+
+TEST(BadInput, DamagedCtfFilesAreKeptFromTheLibrary) {
+    const PacketCase kCases[] = {
+        {"nothing", [](PacketTrace&) {}, 6, 0, ""},
+        {"content beyond the file",
+         [](PacketTrace& t) { t.contentOfSecond = t.sizeOfSecond = 8000; }, 3, 1,
+         "channel0: byte 32: the packet has 1000 bytes, but only 32 are left"},
+        {"packet beyond all files", [](PacketTrace& t) { t.sizeOfSecond = 0xFFFFFFF8; }, 3, 1,
+         "channel0: byte 32: the packet says that it has 536870911 bytes"},
+        {"more used than there is", [](PacketTrace& t) { t.sizeOfSecond = 64; }, 3, 1,
+         "channel0: byte 32: the packet says that it has 64 bits"},
+        {"header cut", [](PacketTrace& t) { t.cut = 21; }, 3, 1,
+         "channel0: byte 32: the file ends in the header of a packet"},
+        {"padding cut", [](PacketTrace& t) { t.cut = 9; }, 6, 0, ""},
+        {"index", [](PacketTrace& t) { t.indexedOffset = 1u << 20; }, 6, 0,
+         "index/channel0.idx: entry 2 does not agree"}};
+    for (const auto& row : kCases) {
+        PacketTrace packets;
+        row.damage(packets);
+        const TempFolder folder;
+        const auto trace = Show(packets.Write(folder));
+        ASSERT_TRUE(trace) << row.what;
+        const auto summary = trace->Summarize();
+        EXPECT_EQ(summary.records, row.records) << row.what;
+        EXPECT_EQ(summary.losses.Get(service::Loss::DamagedTail), row.lost) << row.what;
+        const auto& warnings = trace->GetRecording()->Warnings();
+        const bool told = std::ranges::any_of(warnings, [&](const std::string& warning) {
+            return warning.find(row.warning) != std::string::npos;
+        });
+        EXPECT_TRUE(told) << row.what << ": " << testing::PrintToString(warnings);
+    }
+}
+
+TEST(BadInput, MetadataInPacketsCutAtAnyLength) {
+    PacketTrace packets;
+    const auto packed = packets.PackedMetadata();
+    const TempFolder folder;
+    packets.Write(folder);
+    for (std::size_t length = 4; length < packed.size(); length += 3) {
+        const auto path = folder.Write("trace/metadata", packed.substr(0, length));
+        EXPECT_THAT(MessageFor(folder.Path("trace")),
+                    AllOf(StartsWith(path + ": "), Not(HasSubstr("\n"))))
+            << length;
+    }
+    folder.Write("trace/metadata", packed);
+    EXPECT_EQ(Show(folder.Path("trace"))->Summarize().records, 6u);
+    // The same by other names.
+    const auto here = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path("trace"));
+    for (const char* name : {".", "../trace/", "metadata"})
+        EXPECT_EQ(Show(name)->Summarize().records, 6u) << name;
+    folder.Write("trace/metadata",
+                 "/* CTF 1.8 */\ntrace { major = 1; minor = 8; byte_order = up; };");
+    for (const char* name : {".", "../trace/"})
+        EXPECT_THAT(MessageFor(name), HasSubstr("metadata: the library cannot make sense of it"));
+    std::filesystem::current_path(here);
 }
 
 TEST(BadInput, CancellingIsNoFault) {
@@ -202,9 +339,23 @@ TEST(BadInput, CancellingIsNoFault) {
     std::string log;
     for (int i = 0; i < 100000; ++i) log += "[" + std::to_string(i) + "] dispatch to task 1.\n";
     Stop stop;
-    const auto recording = formats::OpenRecording(folder.Write("x.log", log), {}, &stop);
-    ASSERT_FALSE(recording);
-    EXPECT_TRUE(recording.GetError().cancelled);
+    for (const auto& path : {folder.Write("x.log", log), PacketTrace().Write(folder)}) {
+        const auto recording = formats::OpenRecording(path, {}, &stop);
+        ASSERT_FALSE(recording);
+        EXPECT_TRUE(recording.GetError().cancelled);
+    }
+}
+
+TEST(BadInput, ALogOfWhichNothingIsKnownSaysSo) {
+    const auto warningsOf = [](std::string_view log) {
+        const TempFolder folder;
+        return Show(folder.Write("x.log", log))->GetRecording()->Warnings();
+    };
+    EXPECT_THAT(warningsOf("[1] a log\n[2] of somebody else\n"),
+                ElementsAre(HasSubstr("looked for \"dispatch to task\"")));
+    EXPECT_THAT(warningsOf("[1]A.b=c\n[2]A.d(e)\n"),
+                ElementsAre(HasSubstr("looked for \"TASK.dispatch()\"")));
+    EXPECT_THAT(warningsOf("[1] a log\n[2] dispatch to task 1.\n"), IsEmpty());
 }
 
 }  // namespace

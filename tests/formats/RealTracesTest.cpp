@@ -150,5 +150,36 @@ TEST(RealTraces, PacketsThatTheTracerDroppedAreALoss) {
         ElementsAre("discarded_packets 2"));
 }
 
+// Files on which the library ends its process, or never comes back.
+TEST(RealTraces, DamagedCtfGivesOneAnswerAndWhatCanBeRead) {
+    TRACES_OR_SKIP(folder);
+    const auto path = [&](const std::string& name) { return folder + "/damaged/" + name; };
+    for (const auto& [name, message] :
+         {std::pair{"hang-metadata-truncated/bug446190-cut-at-29649", "/metadata: byte 28672: "},
+          {"hang-metadata-truncated/trace-with-index", "/metadata: byte 0: "},
+          {"crash-meta-ctx-sequence", ": the trace holds no events"}}) {
+        const auto recording = formats::OpenRecording(path(name));
+        ASSERT_FALSE(recording) << name;
+        EXPECT_THAT(recording.GetError().message, testing::StartsWith(path(name) + message));
+    }
+    struct Row {
+        const char* name;
+        const char* warning;
+        std::uint32_t records;
+    };
+    for (const auto& row :
+         {Row{"crash-stream-packet-size", "/channel0_2: byte 0: the packet says", 29242},
+          {"crash-index-offset", "/index/channel0_1.idx: entry 3 does not agree", 31556},
+          {"crash-index-offset-2", "/index/ust_channel_2.idx: entry 5 does not agree", 4000},
+          {"message-zephyr-clock-wraps", ": damaged behind event 4108: the times step back",
+           4108}}) {
+        const auto trace = Show(path(row.name));
+        ASSERT_TRUE(trace);
+        EXPECT_EQ(trace->Summarize().records, row.records);
+        EXPECT_THAT(trace->GetRecording()->Warnings(),
+                    testing::Contains(testing::StartsWith(path(row.name) + row.warning)));
+    }
+}
+
 }  // namespace
 }  // namespace kvx::test

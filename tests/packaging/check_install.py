@@ -26,8 +26,17 @@ EXPECTED = (
     "share/mime/packages/kvxostrace.xml",
     "share/man/man1/kvxostrace.1.gz",
     "share/bash-completion/completions/kvxostrace",
+    "lib/kvxostrace/kvxostrace-ctf",
 )
 NO_PLACE = re.compile(r"(^|/)(test_|bench_)|gtest|gmock|benchmark|\.(a|h|cmake)$")
+
+
+CTF_METADATA = """/* CTF 1.8 */
+typealias integer { size = 8; align = 8; signed = false; } := uint8_t;
+trace { major = 1; minor = 8; byte_order = le; };
+stream { event.header := struct { uint8_t id; }; };
+event { name = tick; id = 7; };
+"""
 
 
 def run(*command, **options):
@@ -61,6 +70,11 @@ def check_program(prefix, work):
     run(program, "generate", "--events", "500", "-o", "run.log", **options)
     picture = run(program, "render", "run.log", "-o", "-", "--size", "640x480", **options)
     faults = [] if picture.startswith(b"\x89PNG") and len(picture) > 2000 else ["render gives no picture"]
+    (work / "ctf").mkdir(exist_ok=True)
+    (work / "ctf" / "metadata").write_text(CTF_METADATA)
+    (work / "ctf" / "channel0").write_bytes(b"\x07\x07")
+    if b'"records": 2' not in run(program, "info", "--json", "ctf", **options):
+        faults.append("a CTF trace is not read")
     run(program, "run.log", **options)
     if not (work / "run.log.png").is_file():
         faults.append("without a display there is no picture")

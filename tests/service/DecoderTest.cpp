@@ -278,5 +278,32 @@ TEST(Decoder, AnApplicationsCallIsNoneOfAnotherKernels) {
     EXPECT_THAT(LossesOfLog(kLog, true), ElementsAre("wait_cause_unknown 1"));
 }
 
+// Whole days are taken off times that floating point does not tell apart.
+TEST(Decoder, LargeTimesStayExact) {
+    constexpr const char* kNanoseconds = R"({"TimeScale":"ns","Resources":{}})";
+    EXPECT_THAT(EventsOfLog("[1700000000000000001] dispatch to task 1.\n"
+                            "[1700000000000000301] dispatch from task 1.\n",
+                            kNanoseconds),
+                ElementsAre("80000000000001 run Unknown: task 1", "80000000000301 run task 1: Idle",
+                            "80000000000301 state task 1: RDY"));
+    EXPECT_THAT(EventsOfLog("[20000000000001] dispatch to task 1.\n[20000000000003] x\n",
+                            R"({"TimeScale":"us","TimeRadix":16,"Resources":{}})"),
+                ElementsAre("85654740993 run Unknown: task 1"));
+    EXPECT_THAT(EventsOfLog("[20000000000000000] dispatch to task 1.\n",
+                            R"({"TimeScale":"ticks","Resources":{}})"),
+                ElementsAre("0 run Unknown: task 1"));
+    EXPECT_THAT(EventsOfLog("[9007199254740990] dispatch to task 1.\n", kNanoseconds),
+                ElementsAre("9007199254740990 run Unknown: task 1"));
+}
+
+TEST(Decoder, ALogOfOneProcessorIsOfTheOneThatItsResourcesName) {
+    constexpr const char* kResources =
+        R"({"Resources":{"A":{"Type":"Task","Attributes":{"id":1,"prcId":2}},
+        "B":{"Type":"Task","Attributes":{"id":2,"prcId":2}}}})";
+    EXPECT_THAT(
+        EventsOfLog("[1] dispatch to task 1.\n[2] task 2 becomes RUNNABLE.\n", kResources, 2),
+        ElementsAre("1 run Unknown: A", "2 state B: RDY"));
+}
+
 }  // namespace
 }  // namespace kvx::test

@@ -33,7 +33,7 @@ Json CountersAsJson(const service::LossCounters& losses, bool isLoss) {
     return counters;
 }
 
-void WriteJson(const Summary& summary, std::ostream& out) {
+void WriteJson(const Summary& summary, std::int64_t origin, std::ostream& out) {
     Json json;
     json["file"] = summary.path;
     json["format"] = summary.format;
@@ -48,6 +48,7 @@ void WriteJson(const Summary& summary, std::ostream& out) {
     json["first_time"] = summary.firstTime;
     json["last_time"] = summary.lastTime;
     json["time_unit"] = summary.timeUnit;
+    if (origin != 0) json["time_origin"] = origin;
     json["losses"] = CountersAsJson(summary.losses, true);
     json["notes"] = CountersAsJson(summary.losses, false);
     out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
@@ -69,7 +70,8 @@ void WriteCounters(const Summary& summary, bool isLoss, std::ostream& out) {
     if (!any && isLoss) WriteRow(out, "losses", "none");
 }
 
-void WriteText(const Summary& summary, const service::TraceClock& clock, std::ostream& out) {
+void WriteText(const Summary& summary, const service::TraceClock& clock, std::int64_t origin,
+               std::ostream& out) {
     std::string processors;
     for (const auto processor : summary.processors)
         processors.append(processors.empty() ? "" : ", ").append(std::to_string(processor));
@@ -92,6 +94,8 @@ void WriteText(const Summary& summary, const service::TraceClock& clock, std::os
     WriteRow(out, "first time", timeText(summary.firstTime));
     WriteRow(out, "last time", timeText(summary.lastTime));
     WriteRow(out, "time unit", summary.timeUnit);
+    if (origin != 0)
+        WriteRow(out, "time origin", std::to_string(origin) + "  (taken off all times)");
     WriteCounters(summary, true, out);
     WriteCounters(summary, false, out);
 }
@@ -111,10 +115,11 @@ int RunInfo(const InfoOptions& options, const Streams& streams) {
     const auto service = OpenTrace(options.trace, streams, status);
     if (!service) return status;
     const Summary summary = service->Summarize();
+    const service::Recording& recording = *service->GetRecording();
     if (options.json)
-        WriteJson(summary, streams.out);
+        WriteJson(summary, recording.TimeOrigin(), streams.out);
     else
-        WriteText(summary, service->GetRecording()->Clock(), streams.out);
+        WriteText(summary, recording.Clock(), recording.TimeOrigin(), streams.out);
     return FinalStatus(options.trace, summary.losses, streams);
 }
 

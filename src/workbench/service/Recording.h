@@ -61,6 +61,8 @@ class Recording {
 
     // Whose calls the records speak of. Holds for the life of the program.
     virtual const Kernel& GetKernel() const { return UnknownKernel(); }
+    // What is taken off the times of the file, so that they stay exact in floating point.
+    virtual std::int64_t TimeOrigin() const { return 0; }
     // False: the records never say when a task becomes ready.
     virtual bool TellsReady() const { return true; }
 };

@@ -67,6 +67,15 @@ std::string TraceClock::Format(std::int64_t count) const {
     return text;
 }
 
+std::int64_t OriginOf(std::int64_t first, std::int64_t last, const TraceClock& clock) {
+    constexpr std::int64_t kExact = std::int64_t{1} << 53;
+    constexpr std::int64_t kDay = std::int64_t{86400} * 1000000000;
+    constexpr std::int64_t kPeriod = 1000000000000;
+    if (last < kExact) return 0;
+    const auto unit = clock.Known() ? kDay / clock.NanosecondsPerCount() : kPeriod;
+    return first / unit * unit;
+}
+
 TimeUnit TimeUnitOf(std::string_view name) {
     for (std::size_t i = 0; i < kUnits.size(); ++i)
         if (kUnits[i].name == name) return static_cast<TimeUnit>(i);

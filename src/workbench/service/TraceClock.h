@@ -39,6 +39,10 @@ class TraceClock {
     TimeUnit unit_ = TimeUnit::Counts;
 };
 
+// What to take off the times of a recording that lie beyond what floating point tells apart: whole
+// days, or, where the clock is not known, whole multiples of a power of ten; else 0.
+std::int64_t OriginOf(std::int64_t first, std::int64_t last, const TraceClock& clock);
+
 // The unit of a name such as "us"; Counts for a name that is not known.
 TimeUnit TimeUnitOf(std::string_view name);
 

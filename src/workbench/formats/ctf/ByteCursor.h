@@ -11,6 +11,8 @@ class ByteCursor {
   public:
     explicit ByteCursor(std::string_view bytes) : rest_(bytes) {}
 
+    bool AtEnd() const { return rest_.empty(); }
+
     // Seven bits a byte, lowest first; the top bit says that more follows.
     std::uint64_t Number() {
         std::uint64_t value = 0;

@@ -5,7 +5,8 @@
 
 #include "workbench/formats/Registry.h"
 #include "workbench/formats/ctf/CtfRecording.h"
-#include "workbench/formats/ctf/EventSource.h"
+#include "workbench/formats/ctf/LibraryRun.h"
+#include "workbench/formats/ctf/Loader.h"
 #include "workbench/formats/ctf/Metadata.h"
 
 namespace kvx::formats {
@@ -41,41 +42,18 @@ bool Recognises(const Candidate& candidate) {
     return !FindTraces(candidate.path).empty();
 }
 
-// Why the metadata of one of the folders cannot be read; empty: it looks well.
-std::string FindFault(const std::vector<std::string>& folders) {
-    for (const auto& folder : folders) {
-        const auto path = (fs::path(folder) / kMetadata).string();
-        const auto file = MappedFile::Open(path);
-        if (!file) return file.GetError().message;
-        if (file->Text().empty()) return path + ": the file is empty";
-        if (!LooksLikeMetadata(file->Text())) return path + ": not the metadata of a CTF 1.8 trace";
-        if (const auto fault = FindMetadataFault(file->Text()); !fault.empty())
-            return path + ": " + fault;
-    }
-    return {};
-}
-
-// Bytes of the files of the folders, streams and others.
-std::uint64_t SizeOf(const std::vector<std::string>& folders) {
-    std::uint64_t bytes = 0;
-    std::error_code error;
-    for (const auto& folder : folders)
-        for (auto at = fs::directory_iterator(folder, error);
-             !error && at != fs::directory_iterator(); at.increment(error))
-            if (at->is_regular_file(error) && at->path().filename() != kMetadata)
-                bytes += at->file_size(error);
-    return bytes;
-}
-
 std::string WhyNothing(const std::string& path, const std::vector<std::string>& folders,
-                       const RunResult& result) {
-    if (result.end == RunEnd::Complete) return path + ": the trace holds no events";
-    // The library then keeps to itself what it does not like.
-    for (const auto& folder : folders)
-        if (result.reason == "Cannot create trace for `" + folder + "`")
-            return folder +
+                       const std::vector<CheckedTrace>& traces, const RunResult& result) {
+    // The library keeps to itself what it does not like about metadata.
+    for (std::size_t i = 0; i < traces.size(); ++i)
+        if (result.reason == "Cannot create trace for `" + traces[i].folder + "`")
+            return folders[i] +
                    "/metadata: the library cannot make sense of it, and does not say where";
-    return path + ": " + result.reason;
+    const bool empty = std::ranges::all_of(
+        traces, [](const CheckedTrace& trace) { return trace.streamBytes == 0; });
+    if (result.reason.empty() || (empty && result.gaveUp))
+        return path + ": the trace holds no events";
+    return path + ": " + result.reason + ", before the first event";
 }
 
 Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions& /*options*/,
@@ -85,18 +63,30 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
     const auto folders = FindTraces(path.empty() ? "." : path);
     if (folders.empty())
         return Error{candidate.path + ": metadata of a CTF trace, but not called \"metadata\""};
-    if (const auto fault = FindFault(folders); !fault.empty()) return Error{fault};
+    std::vector<CheckedTrace> traces;
+    Damage damage;
+    std::uint64_t bytes = 0;
+    for (const auto& folder : folders) {
+        auto checked = CheckTrace(folder);
+        if (!checked) return checked.GetError();
+        bytes += checked->streamBytes;
+        damage.streams += checked->damagedStreams;
+        damage.warnings.insert(damage.warnings.end(), checked->warnings.begin(),
+                               checked->warnings.end());
+        traces.push_back(std::move(*checked));
+    }
+    if (bytes == 0 && !damage.warnings.empty()) return Error{damage.warnings.front()};
     Trace trace;
-    Loader loader(trace, SizeOf(folders), progress);
-    EventSource source(loader);
-    const auto result = RunGraph(folders, source);
+    Loader loader(trace, bytes, progress);
+    auto result = RunLibrary(traces, bytes, loader);
     if (loader.IsEndless())
         return Error{candidate.path + ": the metadata describes events that take no room"};
-    if (result.end == RunEnd::Stopped)
-        return Error{candidate.path + ": opening was cancelled", true};
-    if (trace.records.Count() == 0) return Error{WhyNothing(candidate.path, folders, result)};
+    if (result.stopped) return Error{candidate.path + ": opening was cancelled", true};
+    if (trace.records.Count() == 0)
+        return Error{WhyNothing(candidate.path, folders, traces, result)};
+    damage.reason = std::move(result.reason);
     return std::unique_ptr<Recording>(
-        std::make_unique<CtfRecording>(candidate.path, std::move(trace), result.reason));
+        std::make_unique<CtfRecording>(candidate.path, std::move(trace), damage));
 }
 
 }  // namespace

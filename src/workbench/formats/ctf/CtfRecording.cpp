@@ -1,6 +1,7 @@
 #include "workbench/formats/ctf/CtfRecording.h"
 
 #include "platform/Text.h"
+#include "workbench/kernels/Registry.h"
 #include "workbench/service/Task.h"
 
 namespace kvx::formats::ctf {
@@ -16,7 +17,7 @@ constexpr std::int64_t kDay = std::int64_t{86400} * 1000000000;
 
 }  // namespace
 
-CtfRecording::CtfRecording(std::string path, Trace trace, const std::string& damage)
+CtfRecording::CtfRecording(std::string path, Trace trace, const Damage& damage)
     : path_(std::move(path)),
       trace_(std::move(trace)),
       clock_(trace_.hasClock ? service::TimeUnit::Nanoseconds : service::TimeUnit::Counts),
@@ -27,10 +28,17 @@ CtfRecording::CtfRecording(std::string path, Trace trace, const std::string& dam
     if (trace_.hasClock && first > kDay) origin_ = first / kDay * kDay;
     losses_.Add(Loss::DiscardedRecords, trace_.discardedEvents);
     losses_.Add(Loss::DiscardedPackets, trace_.discardedPackets);
-    losses_.Add(Loss::DamagedTail, trace_.leftOut > 0 || !damage.empty() ? 1 : 0);
-    if (!damage.empty())
-        warnings_.push_back(FormatText("%s: damaged behind event %u: %s", path_.c_str(),
-                                       trace_.records.Count(), damage.c_str()));
+    const bool endsEarly = trace_.leftOut > 0 || !damage.reason.empty();
+    losses_.Add(Loss::DamagedTail, damage.streams + (endsEarly ? 1 : 0));
+    warnings_ = damage.warnings;
+    if (!damage.reason.empty())
+        warnings_.push_back(
+            FormatText("%s: damaged behind event %u: %s; what comes after is not "
+                       "shown",
+                       path_.c_str(), trace_.records.Count(), damage.reason.c_str()));
+    if (!trace_.saysWhoRuns && losses_.Get(Loss::DamagedTail) == 0)
+        warnings_.push_back(path_ + ": no event says which task runs (looked for " +
+                            kernels::KnownSwitchEvents() + "); no run is shown");
     if (trace_.contexts) contexts_ = trace_.contexts->Declared();
 }
 

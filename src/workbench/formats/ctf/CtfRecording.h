@@ -9,10 +9,17 @@
 
 namespace kvx::formats::ctf {
 
+// What could not be read of a trace.
+struct Damage {
+    std::uint64_t streams = 0;          // cut or left out
+    std::vector<std::string> warnings;  // of files
+    std::string reason;                 // why reading ended early, if it did
+};
+
 class CtfRecording final : public Recording {
   public:
-    // trace must hold records. damage: why reading ended early, if it did.
-    CtfRecording(std::string path, Trace trace, const std::string& damage);
+    // trace must hold records.
+    CtfRecording(std::string path, Trace trace, const Damage& damage);
 
     std::string Path() const override { return path_; }
     std::string FormatName() const override;
@@ -31,6 +38,7 @@ class CtfRecording final : public Recording {
     bool RecordsStates() const override;
     bool TellsReady() const override { return trace_.tellsReady; }
     const service::Kernel& GetKernel() const override;
+    std::int64_t TimeOrigin() const override { return origin_; }
     const service::LossCounters& Losses() const override { return losses_; }
     const std::vector<std::string>& Warnings() const override { return warnings_; }
 

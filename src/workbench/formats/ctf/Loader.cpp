@@ -44,7 +44,9 @@ bool Loader::OnEvent(std::uint32_t kind, std::optional<std::int64_t> nanoseconds
     const auto number = planOfKind_[kind];
     const EventPlan& plan = trace_.plans[number];
     const auto cpu = static_cast<std::uint16_t>(ValueOf(plan.processor).number);
-    if (plan.kind != RecordKind::Comment) trace_.processors.insert(cpu);
+    if (plan.kind != RecordKind::Comment) NoteProcessor(cpu);
+    if (plan.kind == RecordKind::DispatchTo || plan.kind == RecordKind::Switch)
+        trace_.saysWhoRuns = true;
     if (!trace_.records.Add(latest_, number, cpu)) {
         ++trace_.leftOut;
         return true;
@@ -52,6 +54,12 @@ bool Loader::OnEvent(std::uint32_t kind, std::optional<std::int64_t> nanoseconds
     if (plan.subject || plan.kind == RecordKind::Runs) LearnNames(plan);
     if (plan.kind != RecordKind::Comment) Pack(plan);
     return true;
+}
+
+void Loader::NoteProcessor(std::uint16_t processor) {
+    if (processor == latestProcessor_ && !trace_.processors.empty()) return;
+    latestProcessor_ = processor;
+    trace_.processors.insert(processor);
 }
 
 void Loader::OnDiscarded(Discarded what, std::uint64_t count) {
@@ -63,7 +71,8 @@ bool Loader::OnBatch() {
 }
 
 Value Loader::ValueOf(kernels::FieldRef field) const {
-    return field ? values_[static_cast<std::size_t>(field.index)] : Value();
+    const auto index = static_cast<std::size_t>(field.index);
+    return field && index < values_.size() ? values_[index] : Value();
 }
 
 void Loader::Pack(const EventPlan& plan) {

@@ -26,6 +26,7 @@ struct Trace {
     std::set<std::uint32_t> processors;
     bool hasClock = true;
     bool tellsReady = false;
+    bool saysWhoRuns = false;  // some event does
     std::uint64_t discardedEvents = 0;
     std::uint64_t discardedPackets = 0;
     std::uint64_t leftOut = 0;  // events beyond what can be numbered
@@ -61,6 +62,7 @@ class Loader final : public IEventSink {
     bool IsEndless() const { return endless_; }
 
   private:
+    void NoteProcessor(std::uint16_t processor);
     void Pack(const kernels::EventPlan& plan);
     void PackDetails(const kernels::EventPlan& plan);
     void LearnNames(const kernels::EventPlan& plan);
@@ -76,6 +78,7 @@ class Loader final : public IEventSink {
     std::unordered_map<std::string, std::uint64_t> callNumbers_;
     std::uint64_t running_ = 0;  // number of the task, of a kernel that says who idles
     std::int64_t latest_ = 0;
+    std::uint16_t latestProcessor_ = 0;
 };
 
 }  // namespace kvx::formats::ctf

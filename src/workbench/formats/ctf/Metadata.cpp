@@ -13,12 +13,16 @@ constexpr std::size_t kLargestText = std::size_t{16} << 20;  // worth a look
 constexpr std::string_view kTextBegin = "/* CTF 1.8";
 constexpr std::string_view kPacketLittle = "\x57\x1D\xD1\x75";
 constexpr std::string_view kPacketBig = "\x75\xD1\x1D\x57";
+constexpr std::size_t kPacketHead = 37;  // bytes
+constexpr std::size_t kContentSizeAt = 24;
+constexpr std::size_t kPacketSizeAt = 28;
 
 std::size_t LineOf(std::string_view text, std::size_t at) {
     return static_cast<std::size_t>(std::ranges::count(text.substr(0, at), '\n')) + 1;
 }
 
-// The text with comments and strings blanked out; line ends stay.
+}  // namespace
+
 std::string WithoutCommentsAndStrings(std::string_view text) {
     std::string bare(text);
     for (std::size_t i = 0; i < bare.size();) {
@@ -42,6 +46,8 @@ std::string WithoutCommentsAndStrings(std::string_view text) {
     }
     return bare;
 }
+
+namespace {
 
 std::string FindBracketFault(std::string_view bare) {
     struct Open {
@@ -97,8 +103,39 @@ bool LooksLikeMetadata(std::string_view bytes) {
            bytes.starts_with(kPacketBig);
 }
 
+Result<std::string> MetadataText(std::string_view bytes) {
+    if (bytes.starts_with(kTextBegin)) return std::string(bytes);
+    const bool big = bytes.starts_with(kPacketBig);
+    const auto number = [&](std::string_view from, std::size_t at) {
+        std::uint32_t value = 0;
+        for (std::size_t i = 0; i < 4; ++i)
+            value = value << 8 | static_cast<unsigned char>(from[at + (big ? i : 3 - i)]);
+        return value;
+    };
+    const auto damaged = [](std::size_t at, std::size_t size, std::size_t left) {
+        return Error{FormatText("byte %zu: a packet of %zu bytes, of which the file has %zu", at,
+                                size, left)};
+    };
+    std::string text;
+    for (std::size_t at = 0; at < bytes.size();) {
+        const auto rest = bytes.substr(at);
+        if (rest.size() < kPacketHead) return damaged(at, kPacketHead, rest.size());
+        if (!rest.starts_with(big ? kPacketBig : kPacketLittle))
+            return Error{FormatText("byte %zu: no packet begins here, though one should", at)};
+        const std::size_t content = number(rest, kContentSizeAt) / 8;
+        const std::size_t packet = number(rest, kPacketSizeAt) / 8;
+        if (content > rest.size()) return damaged(at, content, rest.size());
+        if (content < kPacketHead || packet < content)
+            return Error{FormatText("byte %zu: a packet of %zu bytes, %zu of them used", at, packet,
+                                    content)};
+        text += rest.substr(kPacketHead, content - kPacketHead);
+        at += packet;
+    }
+    return text;
+}
+
 std::string FindMetadataFault(std::string_view text) {
-    if (!text.starts_with(kTextBegin) || text.size() > kLargestText) return {};
+    if (text.size() > kLargestText) return {};
     const auto bare = WithoutCommentsAndStrings(text);
     const auto fault = FindBracketFault(bare);
     return fault.empty() ? FindVersionFault(bare) : fault;

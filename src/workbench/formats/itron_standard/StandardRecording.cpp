@@ -41,7 +41,7 @@ StandardRecording::StandardRecording(OpenedLog log)
     // their interleaving.
     if (processors_.size() == 1)
         log_.losses.Add(service::Loss::TimeStepsBack, log_.index.stepsBack);
-    CountCutLine();
+    LookThrough("\"TASK.dispatch()\", \"TASK.state=\", \"TASK.enterSVC()\"");
 }
 
 void StandardRecording::MeetObjects() {

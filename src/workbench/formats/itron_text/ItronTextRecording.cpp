@@ -1,5 +1,7 @@
 #include "workbench/formats/itron_text/ItronTextRecording.h"
 
+#include <set>
+
 #include "workbench/formats/Registry.h"
 #include "workbench/formats/itron_text/Message.h"
 #include "workbench/formats/text/LogProbe.h"
@@ -10,9 +12,18 @@ namespace kvx::formats::itron_text {
 ItronTextRecording::ItronTextRecording(OpenedLog log)
     : TextLog(std::move(log), kernels::itron::Kernel()) {
     processors_ = log_.index.processors;
-    if (processors_.empty()) processors_.push_back(0);
+    if (processors_.empty()) TakeOneProcessor();
     log_.losses.Add(service::Loss::TimeStepsBack, log_.index.stepsBack);
-    CountCutLine();
+    LookThrough("\"dispatch to task\", \"task N becomes\", \"enter to\"");
+}
+
+// The lines name no processor: it is the one that the resource file names, or has no number.
+void ItronTextRecording::TakeOneProcessor() {
+    std::set<std::uint32_t> named;
+    for (const auto& context : log_.resources.contexts)
+        if (context.processor != service::kAnyProcessor) named.insert(context.processor);
+    processors_.push_back(named.size() == 1 ? *named.begin() : 0);
+    for (auto& context : log_.resources.contexts) context.processor = processors_.front();
 }
 
 void ItronTextRecording::ParseMessage(std::uint32_t /*number*/, std::string_view message,

@@ -12,6 +12,7 @@ class ItronTextRecording final : public TextLog {
     std::string FormatName() const override { return "ITRON kernel text log"; }
 
   private:
+    void TakeOneProcessor();
     void ParseMessage(std::uint32_t number, std::string_view message,
                       service::Record& record) const override;
     std::string ParseDetail(std::string_view message) const override;

@@ -7,7 +7,6 @@
 namespace kvx::formats {
 namespace {
 constexpr std::size_t kProbed = std::size_t{256} << 10;
-constexpr unsigned kHexadecimal = 16;
 }  // namespace
 
 bool LooksLikeLog(std::string_view text, bool (*isForm)(std::string_view message)) {
@@ -22,8 +21,8 @@ bool LooksLikeLog(std::string_view text, bool (*isForm)(std::string_view message
         if (IsBlank(line)) continue;
         if (line.ends_with('\r')) line.remove_suffix(1);
         ++lines;
-        const auto parsed = ParseTimedLine(line, kHexadecimal);
-        if (parsed && isForm(parsed->message)) ++fitting;
+        std::string_view message;
+        if (LooksTimed(line, message) && isForm(message)) ++fitting;
     }
     return fitting > 0 && fitting * 4 >= lines;
 }

@@ -28,7 +28,9 @@ Result<OpenedLog> OpenLog(const std::string& path, MappedFile file, const OpenOp
 }
 
 TextLog::TextLog(OpenedLog log, const service::Kernel& kernel)
-    : log_(std::move(log)), kernel_(kernel), clock_(log_.resources.timeUnit) {}
+    : log_(std::move(log)), kernel_(kernel), clock_(log_.resources.timeUnit) {
+    origin_ = service::OriginOf(log_.index.firstTime, log_.index.lastTime, clock_);
+}
 
 bool TextLog::StartsIdle(std::uint32_t processor) const {
     return std::ranges::any_of(log_.resources.idleAtStart, [&](std::uint32_t idle) {
@@ -46,9 +48,9 @@ void TextLog::Parse(std::uint32_t number, std::string_view line, Record& record)
     record = {};
     record.kind = RecordKind::Unreadable;
     record.processor = processors_.front();
-    record.time = log_.index.lastTime;
+    record.time = LastTime();
     if (const auto parsed = ParseTimedLine(line, log_.resources.timeRadix)) {
-        record.time = parsed->time;
+        record.time = parsed->time - origin_;
         if (parsed->processor) record.processor = *parsed->processor;
         ParseMessage(number, parsed->message, record);
     }
@@ -72,6 +74,25 @@ Record TextLog::At(std::uint32_t record) const {
     Record parsed;
     Parse(record, LineOf(record), parsed);
     return parsed;
+}
+
+void TextLog::LookThrough(const char* lookedFor) {
+    CountCutLine();
+    if (!SaysAnything())
+        log_.warnings.push_back(log_.path +
+                                ": no line says anything of tasks or system calls (looked for " +
+                                lookedFor + "); nothing is shown");
+}
+
+bool TextLog::SaysAnything() {
+    LineReader reader(log_.index);
+    Record record;
+    for (std::uint32_t number = 0; number < log_.index.records; ++number) {
+        Parse(number, reader.Next(), record);
+        if (record.kind != RecordKind::Comment && record.kind != RecordKind::Unreadable)
+            return true;
+    }
+    return false;
 }
 
 void TextLog::CountCutLine() {

@@ -38,8 +38,8 @@ class TextLog : public Recording {
     }
     bool StartsIdle(std::uint32_t processor) const override;
     std::uint32_t RecordCount() const override { return log_.index.records; }
-    std::int64_t FirstTime() const override { return log_.index.firstTime; }
-    std::int64_t LastTime() const override { return log_.index.lastTime; }
+    std::int64_t FirstTime() const override { return log_.index.firstTime - origin_; }
+    std::int64_t LastTime() const override { return log_.index.lastTime - origin_; }
     void Read(std::uint32_t first, std::span<service::Record> out) override;
     std::string Detail(std::uint32_t record) const override;
     std::string NameOf(std::uint32_t record) const override { return std::string(At(record).name); }
@@ -47,6 +47,7 @@ class TextLog : public Recording {
     const service::LossCounters& Losses() const override { return log_.losses; }
     const std::vector<std::string>& Warnings() const override { return log_.warnings; }
     const service::Kernel& GetKernel() const override { return kernel_; }
+    std::int64_t TimeOrigin() const override { return origin_; }
 
   protected:
     // kernel: whose log it is; borrowed.
@@ -58,12 +59,14 @@ class TextLog : public Recording {
     virtual std::string ParseDetail(std::string_view message) const = 0;
     // False: the message may be the beginning of a longer one.
     virtual bool IsComplete(std::string_view message) const = 0;
-    // Counts the last line if the end of the file cuts it. For the end of construction.
-    void CountCutLine();
+    // For the end of construction: counts the last line if the end of the file cuts it, and warns
+    // if no line says anything of the schedule. lookedFor: how such lines begin, for people.
+    void LookThrough(const char* lookedFor);
 
     OpenedLog log_;
     const service::Kernel& kernel_;
     service::TraceClock clock_;
+    std::int64_t origin_ = 0;  // subtracted from all times
     std::vector<std::uint32_t> processors_;
 
   private:
@@ -71,6 +74,8 @@ class TextLog : public Recording {
     std::string_view LineOf(std::uint32_t record) const;
     service::Record At(std::uint32_t record) const;
     bool IsCut(std::string_view line) const;
+    void CountCutLine();
+    bool SaysAnything();
 
     LineReader reader_{log_.index};
     mutable LineReader textReader_{log_.index};  // of texts, which are often asked for in order

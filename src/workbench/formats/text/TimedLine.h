@@ -35,6 +35,17 @@ inline std::optional<TimedLine> ParseTimedLine(std::string_view line, unsigned r
     return parsed;
 }
 
+// The line begins like one, whatever the size of its numbers.
+inline bool LooksTimed(std::string_view line, std::string_view& message) {
+    LineCursor cursor(line);
+    if (!cursor.Accept("[") || cursor.AcceptWord().empty() || !cursor.Accept("]")) return false;
+    LineCursor ahead = cursor;
+    if (ahead.Accept(":[") && !ahead.AcceptWord().empty() && ahead.Accept("]:")) cursor = ahead;
+    cursor.Accept(" ");
+    message = cursor.Rest();
+    return true;
+}
+
 // White space only.
 inline bool IsBlank(std::string_view line) {
     return line.find_first_not_of(" \t\r") == std::string_view::npos;

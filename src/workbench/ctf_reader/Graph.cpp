@@ -1,13 +1,12 @@
-#include "workbench/formats/ctf/Graph.h"
+#include "workbench/ctf_reader/Graph.h"
 
 #include <algorithm>
-#include <exception>
 #include <memory>
 #include <sstream>
 
 #include "platform/Text.h"
 
-namespace kvx::formats::ctf {
+namespace kvx::ctf_reader {
 namespace {
 
 template <auto Release>
@@ -33,6 +32,22 @@ std::string Readable(const std::string& message) {
     return text;
 }
 
+// The number behind a name in a message of the library; empty: it is not there.
+std::string NumberIn(const std::string& message, const char* name) {
+    const auto at = message.find(name);
+    if (at == std::string::npos) return {};
+    const auto begin = at + std::string_view(name).size();
+    return message.substr(begin, message.find_first_not_of("-0123456789", begin) - begin);
+}
+
+// In words for whoever recorded the trace, where the library's are about itself.
+std::string Plain(const std::string& message) {
+    const auto before = NumberIn(message, "last-returned-ts=");
+    if (before.empty()) return Readable(message);
+    return "the times step back there, from " + before + " to " + NumberIn(message, " ts=") +
+           " ns: the clock of the tracer began anew";
+}
+
 // What went wrong, the innermost cause first.
 std::string TakeReason() {
     const bt_error* error = bt_current_thread_take_error();
@@ -40,7 +55,7 @@ std::string TakeReason() {
     std::vector<std::string> causes;
     for (std::uint64_t i = 0; i < bt_error_get_cause_count(error); ++i)
         causes.push_back(
-            Readable(bt_error_cause_get_message(bt_error_borrow_cause_by_index(error, i))));
+            Plain(bt_error_cause_get_message(bt_error_borrow_cause_by_index(error, i))));
     bt_error_release(error);
     return causes.empty() ? std::string("the reader gives no reason") : causes.front();
 }
@@ -49,9 +64,6 @@ std::string TakeReason() {
 class Sink {
   public:
     explicit Sink(IMessages& messages) : messages_(messages) {}
-
-    bool Stopped() const { return stopped_; }
-    std::exception_ptr Failure() const { return failure_; }
 
     static bt_graph_simple_sink_component_consume_func_status Consume(bt_message_iterator* iterator,
                                                                       void* self) {
@@ -81,37 +93,27 @@ class Sink {
         return BT_GRAPH_SIMPLE_SINK_COMPONENT_CONSUME_FUNC_STATUS_OK;
     }
 
-    // No exception may pass through the library.
+    // No exception may pass through the library: one ends the program.
     void Handle(const bt_message* message) noexcept {
-        if (stopped_) return;
-        try {
-            stopped_ = !HandOn(message);
-        } catch (...) {
-            failure_ = std::current_exception();
-            stopped_ = true;
-        }
-    }
-
-    bool HandOn(const bt_message* message) {
         std::uint64_t discarded = 0;
         switch (bt_message_get_type(message)) {
             case BT_MESSAGE_TYPE_EVENT:
                 return messages_.OnEvent(bt_message_event_borrow_event_const(message),
                                          TimeOf(message));
+            case BT_MESSAGE_TYPE_PACKET_BEGINNING:
+                return messages_.OnPacket(bt_message_packet_beginning_borrow_packet_const(message));
             case BT_MESSAGE_TYPE_DISCARDED_EVENTS:
                 if (bt_message_discarded_events_get_count(message, &discarded) !=
                     BT_PROPERTY_AVAILABILITY_AVAILABLE)
                     discarded = 1;
-                messages_.OnDiscarded(Discarded::Events, discarded);
-                return true;
+                return messages_.OnDiscarded(Discarded::Events, discarded);
             case BT_MESSAGE_TYPE_DISCARDED_PACKETS:
                 if (bt_message_discarded_packets_get_count(message, &discarded) !=
                     BT_PROPERTY_AVAILABILITY_AVAILABLE)
                     discarded = 1;
-                messages_.OnDiscarded(Discarded::Packets, discarded);
-                return true;
+                return messages_.OnDiscarded(Discarded::Packets, discarded);
             default:
-                return true;
+                return;
         }
     }
 
@@ -127,8 +129,6 @@ class Sink {
     }
 
     IMessages& messages_;
-    bool stopped_ = false;
-    std::exception_ptr failure_;
 };
 
 PluginPtr FindPlugin(const char* name) {
@@ -187,25 +187,21 @@ bool Build(bt_graph* graph, const bt_plugin* ctf, const bt_plugin* utils,
 
 }  // namespace
 
-RunResult RunGraph(const std::vector<std::string>& folders, IMessages& messages) {
+std::string RunGraph(const std::vector<std::string>& folders, IMessages& messages) {
     bt_logging_set_global_level(BT_LOGGING_LEVEL_NONE);
     const auto ctf = FindPlugin("ctf");
     const auto utils = FindPlugin("utils");
-    if (!ctf || !utils)
-        return {RunEnd::Failed, "the babeltrace2 plug-ins \"ctf\" and \"utils\" are not installed"};
+    if (!ctf || !utils) return "the babeltrace2 plug-ins \"ctf\" and \"utils\" are not installed";
     bt_graph* graph = bt_graph_create(0);
     const GraphPtr owner(graph);
     Sink sink(messages);
-    if (!graph || !Build(graph, ctf.get(), utils.get(), folders, sink))
-        return {RunEnd::Failed, TakeReason()};
+    if (!graph || !Build(graph, ctf.get(), utils.get(), folders, sink)) return TakeReason();
     for (;;) {
         const auto status = bt_graph_run_once(graph);
-        if (sink.Failure()) std::rethrow_exception(sink.Failure());
         if (status == BT_GRAPH_RUN_ONCE_STATUS_END) return {};
         if (status != BT_GRAPH_RUN_ONCE_STATUS_OK && status != BT_GRAPH_RUN_ONCE_STATUS_AGAIN)
-            return {RunEnd::Failed, TakeReason()};
-        if (sink.Stopped() || !messages.OnBatch()) return {RunEnd::Stopped, {}};
+            return TakeReason();
     }
 }
 
-}  // namespace kvx::formats::ctf
+}  // namespace kvx::ctf_reader

@@ -1,8 +1,8 @@
-#include "workbench/formats/ctf/Fields.h"
+#include "workbench/ctf_reader/Fields.h"
 
 #include "platform/Text.h"
 
-namespace kvx::formats::ctf {
+namespace kvx::ctf_reader {
 namespace {
 
 constexpr std::uint64_t kMostElements = 16;  // of an array that are written out
@@ -73,29 +73,6 @@ std::string Render(const bt_field* field, int depth) {
 
 }  // namespace
 
-const bt_field* FieldOf(const bt_event* event, FieldPlace place) {
-    const bt_field* parent = nullptr;
-    switch (place.scope) {
-        case Scope::None:
-            return nullptr;
-        case Scope::Payload:
-            parent = bt_event_borrow_payload_field_const(event);
-            break;
-        case Scope::Specific:
-            parent = bt_event_borrow_specific_context_field_const(event);
-            break;
-        case Scope::Common:
-            parent = bt_event_borrow_common_context_field_const(event);
-            break;
-        case Scope::Packet:
-            if (const auto* packet = bt_event_borrow_packet_const(event))
-                parent = bt_packet_borrow_context_field_const(packet);
-            break;
-    }
-    return parent ? bt_field_structure_borrow_member_field_by_index_const(parent, place.index)
-                  : nullptr;
-}
-
 std::uint64_t NumberOf(const bt_field* field) {
     if (!field) return 0;
     if (IsType(field, BT_FIELD_CLASS_TYPE_UNSIGNED_INTEGER))
@@ -116,4 +93,4 @@ std::string TextOf(const bt_field* field) {
     return Render(field, 0);
 }
 
-}  // namespace kvx::formats::ctf
+}  // namespace kvx::ctf_reader

@@ -1,0 +1,57 @@
+#pragma once
+// Writes the library's events as messages (formats/ctf/Wire.h).
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "workbench/ctf_reader/BlockWriter.h"
+#include "workbench/ctf_reader/Fields.h"
+#include "workbench/ctf_reader/Graph.h"
+#include "workbench/kernels/EventShape.h"
+
+namespace kvx::ctf_reader {
+
+class EventWriter final : public IMessages {
+  public:
+    // out is borrowed. onProgress is called now and then, when something was written.
+    EventWriter(BlockWriter& out, void (*onProgress)()) : out_(out), onProgress_(onProgress) {}
+
+    void OnEvent(const bt_event* event, std::optional<std::int64_t> nanoseconds) override;
+    void OnPacket(const bt_packet* packet) override;
+    void OnDiscarded(Discarded what, std::uint64_t count) override;
+
+  private:
+    struct Field {
+        std::uint32_t index = 0;
+        kernels::EventField::Form form;
+    };
+    struct Kind {
+        std::uint64_t number = 0;
+        bool hasTime = false;
+        bool hasPacket = false;
+        std::vector<Field> payload, specific, common;
+    };
+
+    const Kind& KindOf(const bt_event_class* cls, bool hasTime);
+    std::uint64_t NamesOf(const bt_stream_class* cls);
+    std::uint64_t StreamOf(const bt_stream* stream);
+    void EndMessage();
+    void Write(const std::vector<Field>& fields, const bt_field* structure);
+    void Write(const Field& field, const bt_field* value);
+
+    BlockWriter& out_;
+    void (*onProgress_)();
+    std::unordered_map<const bt_event_class*, Kind> kinds_;
+    std::unordered_map<const bt_stream_class*, std::uint64_t> names_;
+    std::unordered_map<const bt_stream*, std::uint64_t> streams_;
+    const bt_event_class* latestClass_ = nullptr;
+    const Kind* latestKind_ = nullptr;
+    const bt_stream* latestStream_ = nullptr;
+    std::uint64_t latestStreamNumber_ = 0;
+    std::int64_t latestTime_ = 0;
+};
+
+}  // namespace kvx::ctf_reader

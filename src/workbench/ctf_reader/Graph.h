@@ -1,0 +1,32 @@
+#pragma once
+// Runs the library's reader over the traces of a folder.
+
+#include <babeltrace2/babeltrace.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "workbench/formats/ctf/EventSink.h"
+
+namespace kvx::ctf_reader {
+
+using formats::ctf::Discarded;
+
+class IMessages {
+  public:
+    virtual ~IMessages() = default;
+    // nanoseconds: since the clock's origin; none where the trace has no clock.
+    virtual void OnEvent(const bt_event* event, std::optional<std::int64_t> nanoseconds) = 0;
+    // The events of its stream that follow are the packet's.
+    virtual void OnPacket(const bt_packet* packet) = 0;
+    virtual void OnDiscarded(Discarded what, std::uint64_t count) = 0;
+};
+
+// folders: each holds a file "metadata". Events come in order of time over all of them. The library
+// writes nothing to the terminal. Answers why it failed, as the library gives it; empty: it read
+// all.
+std::string RunGraph(const std::vector<std::string>& folders, IMessages& messages);
+
+}  // namespace kvx::ctf_reader
