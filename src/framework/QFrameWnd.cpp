@@ -11,6 +11,7 @@ const MessageMap& CQFrameWnd::GetMessageMap() const {
         ON_WM_CREATE<&CQFrameWnd::OnCreate>(),
         ON_WM_SIZE<&CQFrameWnd::OnSize>(),
         ON_WM_DROPFILES<&CQFrameWnd::OnDropFiles>(),
+        ON_MESSAGE<WM_SETFOCUS, &CQFrameWnd::OnSetFocus>(),
     };
     static const MessageMap kMap{&CWnd::GetMessageMap(), kEntries};
     return kMap;
@@ -33,6 +34,12 @@ void CQFrameWnd::OnSize(UINT, int cx, int cy) {
     Default();
     if (!View()) return;
     view_->SetWindowPos(nullptr, 0, 0, cx, cy, SWP_NOZORDER | SWP_SHOWWINDOW);
+}
+
+// The keyboard is the view's.
+LRESULT CQFrameWnd::OnSetFocus(WPARAM, LPARAM) {
+    if (View()) view_->SetFocus();
+    return 0;
 }
 
 CQView* CQFrameWnd::CreateView(const CRuntimeClass* viewClass, UINT id) {

@@ -38,6 +38,7 @@ class CQFrameWnd : public CWnd {
     int OnCreate(const CREATESTRUCT* create);
     void OnSize(UINT type, int cx, int cy);
     void OnDropFiles(HDROP drop);
+    LRESULT OnSetFocus(WPARAM, LPARAM);
 
     // Null before it is made and after its window has gone.
     CQView* View() const { return FromHandlePermanent(viewWindow_) == view_ ? view_ : nullptr; }

@@ -16,6 +16,7 @@ const MessageMap& CFrameInstanceCtrl::GetMessageMap() const {
     static constexpr MessageMapEntry kEntries[] = {
         ON_WM_CREATE<&Self::OnCreate>(),
         ON_WM_SIZE<&Self::OnSize>(),
+        ON_MESSAGE<WM_SETFOCUS, &Self::OnSetFocus>(),
     };
     static const MessageMap kMap{&CKvxDebugInstanceDataCtrl::GetMessageMap(), kEntries};
     return kMap;
@@ -34,7 +35,14 @@ int CFrameInstanceCtrl::OnCreate(const CREATESTRUCT* create) {
     ApplyFont();
     ConnectView();
     RefreshData();
+    // The docking window may have had the keyboard before there was a view to take it.
+    if (GetFocus() == this) frame_.SetFocus();
     return result;
+}
+
+LRESULT CFrameInstanceCtrl::OnSetFocus(WPARAM, LPARAM) {
+    if (frame_.IsWindow()) frame_.SetFocus();
+    return 0;
 }
 
 void CFrameInstanceCtrl::RegisterWithDocking() {

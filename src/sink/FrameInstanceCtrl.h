@@ -42,6 +42,7 @@ class CFrameInstanceCtrl : public CKvxDebugInstanceDataCtrl {
     const MessageMap& GetMessageMap() const override;
     int OnCreate(const CREATESTRUCT* create);
     void OnSize(UINT type, int cx, int cy);
+    LRESULT OnSetFocus(WPARAM, LPARAM);
     void ApplyFont() override { frame_.SetDisplayFont(WindowFont()); }
 
     // The view as it names itself in display-changed events; null without a view.

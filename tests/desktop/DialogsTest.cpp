@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -69,6 +70,30 @@ TEST(FindDialog, SixControlsMakeTheCondition) {
     });
     EXPECT_FALSE(dialogs.AskSearchCondition(next));
     EXPECT_EQ(next.text, "ercd=-50") << "untouched when the user gives up";
+}
+
+// What was searched for before completes nothing, and the first Enter searches.
+TEST(FindDialog, LooksForWhatIsTyped) {
+    Settings settings;
+    settings.Set("Find/history", QStringList({"wai_sem", "WAI_FLG"}));
+    ServiceDialogs dialogs(settings, nullptr);
+    service::SearchCondition condition;
+    for (const QString typed : {"wai", "WAI"}) {
+        WhenAsked([typed](QWidget& dialog) {
+            auto* edit = dialog.findChild<QComboBox*>()->lineEdit();
+            edit->clear();
+            QTest::keyClicks(edit, typed);
+            EXPECT_EQ(edit->text(), typed);
+            QTest::keyClick(edit, Qt::Key_Return);
+            if (dialog.isVisible()) {
+                ADD_FAILURE() << "Enter was swallowed";
+                static_cast<QDialog&>(dialog).reject();
+            }
+        });
+        EXPECT_TRUE(dialogs.AskSearchCondition(condition));
+        EXPECT_EQ(condition.text, typed.toStdString());
+        EXPECT_EQ(dialogs.LastCondition().text, typed.toStdString());
+    }
 }
 
 TEST(PickUpDialog, OffersCallsWithCountsToBeTicked) {

@@ -8,9 +8,12 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include "TestRecording.h"
 #include "host/CommandIds.h"
+#include "host/OSTraceRange.h"
+#include "host/Services.h"
 #include "workbench/desktop/Workbench.h"
 
 namespace kvx::desktop {
@@ -92,6 +95,29 @@ TEST_F(RealComponent, ClosesAndOpensAgainWithTheTrace) {
     ASSERT_EQ(workbench_.Docking().Windows().All().size(), 1U);
     workbench_.Docking().UpdateCommands();
     EXPECT_TRUE(Command(ids::kExpand)->isEnabled()) << "it found the trace";
+}
+
+// The window that shows the trace has the keyboard from the start, without a click.
+TEST_F(RealComponent, KeysReachTheChartOfAWindowThatOpened) {
+    const auto displayed = [this] {
+        auto* range = host::Service<host::IQOSTraceRange>(&workbench_.Host(), host::kOSTraceRange);
+        host::OSTracePosition position;
+        EXPECT_EQ(range->GetPosition(&position), S_OK);
+        return position.displayEnd - position.displayStart;
+    };
+    for (const bool reopened : {false, true}) {
+        if (reopened) {
+            Dock().close();
+            workbench_.OpenTraceWindow();
+        }
+        workbench_.Window().activateWindow();
+        QApplication::processEvents();
+        const double before = displayed();
+        QWidget* focus = QApplication::focusWidget();
+        ASSERT_NE(focus, nullptr);
+        QTest::keyClicks(focus, "+");
+        EXPECT_LT(displayed(), before) << reopened;
+    }
 }
 
 TEST_F(RealComponent, FileDroppedOnTheChartOpens) {

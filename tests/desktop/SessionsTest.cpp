@@ -135,6 +135,41 @@ TEST_F(Sessions, WorkspaceBringsBackLinesMarkersAndTheDisplay) {
     EXPECT_TRUE(IsModified());
 }
 
+TEST_F(Sessions, AWindowThatWasClosedOpensWhereItStood) {
+    ASSERT_TRUE(workbench_->Open(log_));
+    const host::OSTracePosition wanted{1000, 2000, 50, 1100, 1510, 1700};
+    ASSERT_EQ(Range()->SetPosition(&wanted), S_OK);
+    Dock("OS Trace")->close();
+    host::OSTracePosition position;
+    EXPECT_EQ(Range()->GetPosition(&position), E_FAIL);
+    workbench_->OpenTraceWindow();
+    ASSERT_EQ(Range()->GetPosition(&position), S_OK);
+    EXPECT_EQ(position, wanted);
+    // Another recording is shown from its start.
+    Dock("OS Trace")->close();
+    ASSERT_TRUE(workbench_->Open(log_));
+    ASSERT_EQ(Range()->GetPosition(&position), S_OK);
+    EXPECT_NE(position.displayStart, wanted.displayStart);
+}
+
+TEST_F(Sessions, AllLinesAreShownWhereTheDisplayStands) {
+    ASSERT_TRUE(workbench_->Open(log_));
+    const host::OSTracePosition wanted{1000, 2000, 50, 1100, 1510, 1700};
+    ASSERT_EQ(Range()->SetPosition(&wanted), S_OK);
+    EXPECT_FALSE(workbench_->Window().isAnyLineHidden());
+    workbench_->Trace().ArrangeLines({{kContextTask, 3, true},
+                                      {kContextTask, 1, false},
+                                      {kContextTask, 2, true},
+                                      {kContextTask, 4, true}});
+    EXPECT_TRUE(workbench_->Window().isAnyLineHidden());
+    workbench_->Window().onShowAllLines();
+    EXPECT_FALSE(workbench_->Window().isAnyLineHidden());
+    EXPECT_EQ(workbench_->Trace().LineName(0), "task 3") << "the order stays";
+    host::OSTracePosition position;
+    ASSERT_EQ(Range()->GetPosition(&position), S_OK);
+    EXPECT_EQ(position, wanted);
+}
+
 TEST_F(Sessions, FilesAreSavedBesideTheTrace) {
     const auto configuration = [this] {
         auto* project =
@@ -319,7 +354,10 @@ TEST_F(Sessions, TargetRunsIsStoppedAndShown) {
     EXPECT_TRUE(Command("OS Trace", ids::kRangeFullCommand)->isChecked()) << "as it was";
     EXPECT_TRUE(Command("OS Trace", ids::kTraceStop)->isEnabled());
     EXPECT_FALSE(Command("OS Trace", ids::kTraceRestart)->isEnabled());
+    BoxAnswer box;
     Dock("OS Trace")->close();
+    EXPECT_EQ(box.texts.size(), 1);
+    EXPECT_TRUE(box.texts.value(0).contains("while the target runs"));
     EXPECT_EQ(Shown(), QStringList({"OS Trace", "OS Analyze"})) << "not while it runs";
     workbench_->Target()->Advance(50'000);
 

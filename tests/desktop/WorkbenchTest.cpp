@@ -164,15 +164,33 @@ TEST_F(WorkbenchTest, AnyProcessorCanBeChosen) {
     EXPECT_FALSE(menu->isVisible()) << "there is nothing to choose";
 }
 
+// Commands are asked for their state after what may have changed it, and not while nothing happens.
+TEST_F(WorkbenchTest, IdleAsksNoCommand) {
+    Start();
+    Show();
+    int updates = 0;
+    workbench_->Docking().onCommandsUpdated = [&] { ++updates; };
+    QTest::qWait(200);
+    updates = 0;
+    QTest::qWait(700);
+    EXPECT_EQ(updates, 0);
+    QTest::mouseClick(&Window(), Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return updates == 1; }));
+    workbench_->Host().Broadcast(host::kEventDisplayChanged);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return updates == 2; }));
+}
+
 TEST_F(WorkbenchTest, ClosedWindowOpensAgain) {
     Start();
     Show();
     DockingWindow* dock = Docks().All().front();
     set_(test::kRefuseClose, 1);
     takeLog_();
+    BoxAnswer box;
     dock->close();
     EXPECT_STREQ(takeLog_(), "close request OS Trace\n");
     EXPECT_EQ(Docks().All().size(), 1U);
+    EXPECT_EQ(box.texts, QStringList("OS Trace cannot be closed now.")) << "it says why";
     set_(test::kRefuseClose, 0);
     dock->close();
     EXPECT_TRUE(Docks().All().empty());

@@ -2,10 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <QDesktopServices>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QUrl>
+#include <QTest>
 
 #include "host/CommandIds.h"
 #include "platform/Module.h"
@@ -61,7 +60,7 @@ struct WindowPage {
 
 TEST(Help, ThePageOfAWindowHasARowForEveryCommandOfItsMenu) {
     const Resources resources;
-    const HelpBook book(BuiltHelp());
+    const HelpBook book(nullptr, BuiltHelp());
     for (const WindowPage& window :
          {WindowPage{kvx::ids::kMenuOSTrace, "OSTrace.chm>F1HelpWindow", 20},
           WindowPage{kvx::ids::kMenuOSAnalyze, "OSAnalyze.chm>F1HelpWindow", 9}}) {
@@ -98,32 +97,57 @@ TEST(Help, AKeyNamesItsPageAndEveryOtherTheIndex) {
         QFile page(folder.filePath(QString(name) + ".html"));
         ASSERT_TRUE(page.open(QIODevice::WriteOnly));
     }
-    const HelpBook book(folder.path());
+    const HelpBook book(nullptr, folder.path());
     EXPECT_EQ(book.PagePath("OSTrace.chm>F1HelpWindow"), folder.filePath("ostrace.html"));
     EXPECT_EQ(book.PagePath("Keys.chm"), folder.filePath("keys.html"));
     for (const char* key : {"", "OSAnalyze.chm>F1HelpWindow", "nonsense", ".chm>F1HelpWindow",
                             "../keys.chm", "/etc/passwd.chm>x"}) {
         EXPECT_EQ(book.PagePath(key), folder.filePath("index.html")) << key;
     }
-    EXPECT_EQ(HelpBook(folder.filePath("absent")).PagePath("OSTrace.chm>F1HelpWindow"), "");
-    EXPECT_FALSE(HelpBook(folder.filePath("absent")).Open(""));
+    EXPECT_EQ(HelpBook(nullptr, folder.filePath("absent")).PagePath("OSTrace.chm>F1HelpWindow"),
+              "");
+    EXPECT_FALSE(HelpBook(nullptr, folder.filePath("absent")).Open(""));
 }
 
-// Stands in for the user's browser.
-class Browser : public QObject {
-    Q_OBJECT
-  public:
-    QList<QUrl> opened;
-    Q_INVOKABLE void Open(const QUrl& url) { opened.append(url); }
-};
+// A program that stands in for the user's browser: it notes the page and ends with the status.
+QString Opener(const QTemporaryDir& folder, int status) {
+    QFile script(folder.filePath("opener"));
+    EXPECT_TRUE(script.open(QIODevice::WriteOnly));
+    script.write(QStringLiteral("#!/bin/sh\necho \"$1\" > %1\nexit %2\n")
+                     .arg(folder.filePath("opened"))
+                     .arg(status)
+                     .toUtf8());
+    script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return script.fileName();
+}
 
 TEST(Help, APageOpensInTheBrowser) {
-    Browser browser;
-    QDesktopServices::setUrlHandler("file", &browser, "Open");
-    EXPECT_TRUE(HelpBook(BuiltHelp()).Open("OSAnalyze.chm>F1HelpWindow"));
-    QDesktopServices::unsetUrlHandler("file");
-    ASSERT_EQ(browser.opened.size(), 1);
-    EXPECT_TRUE(browser.opened[0].toLocalFile().endsWith("/osanalyze.html"));
+    const QTemporaryDir folder;
+    HelpBook book(nullptr, BuiltHelp(), Opener(folder, 0));
+    EXPECT_TRUE(book.Open("OSAnalyze.chm>F1HelpWindow"));
+    const auto opened = [&] { return QFileInfo(folder.filePath("opened")).size() > 0; };
+    ASSERT_TRUE(QTest::qWaitFor(opened, 20000));
+    EXPECT_TRUE(Read(folder.filePath("opened")).trimmed().endsWith("/osanalyze.html"));
+    QTest::qWait(200);
+    EXPECT_EQ(book.Window(), nullptr);
+}
+
+TEST(Help, WithoutABrowserThePageOpensInAWindow) {
+    const QTemporaryDir folder;
+    for (const QString& opener : {Opener(folder, 3), folder.filePath("absent")}) {
+        HelpBook book(nullptr, BuiltHelp(), opener);
+        EXPECT_TRUE(book.Open("OSAnalyze.chm>F1HelpWindow"));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return book.Window() != nullptr; }, 20000));
+        auto* page = book.Window()->findChild<QTextBrowser*>();
+        EXPECT_TRUE(book.Window()->isVisible());
+        EXPECT_TRUE(page->toPlainText().contains("OS Analyze"));
+        // Its links lead on, and back.
+        page->setSource(QUrl("keys.html"));
+        EXPECT_TRUE(page->toPlainText().contains("Ctrl+F"));
+        page->backward();
+        EXPECT_TRUE(page->source().path().endsWith("osanalyze.html"));
+        delete book.Window();
+    }
 }
 
 TEST(Icon, IsDrawnInEverySizeThatADesktopAsksFor) {
@@ -136,5 +160,3 @@ TEST(Icon, IsDrawnInEverySizeThatADesktopAsksFor) {
 }
 
 }  // namespace
-
-#include "HelpTest.moc"

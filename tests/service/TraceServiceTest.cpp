@@ -20,8 +20,10 @@ class Answers final : public service::IServiceDialogs {
         if (giveUp) return false;
         last = asked;
         asked = condition;
+        answered_ = condition;
         return true;
     }
+    service::SearchCondition LastCondition() const override { return answered_; }
     bool AskPickUp(const std::vector<service::NameCount>& calls, service::PickUp& chosen) override {
         offered = calls;
         chosen = pickUp;
@@ -33,6 +35,9 @@ class Answers final : public service::IServiceDialogs {
     service::PickUp pickUp;
     std::vector<service::NameCount> offered;
     bool giveUp = false;
+
+  private:
+    service::SearchCondition answered_;
 };
 
 class TraceServiceTest : public testing::Test {
@@ -42,6 +47,11 @@ class TraceServiceTest : public testing::Test {
           "LOW":{"Type":"Task","Attributes":{"id":2}},"HIGH":{"Type":"Task","Attributes":{"id":1}},
           "CYC":{"Type":"CyclicHandler","Attributes":{"id":1}},
           "TIMER":{"Type":"InterruptHandler","Attributes":{"id":5}}}})");
+        Open();
+    }
+
+    // A service and a recording of their own, as a host makes them when a file is read anew.
+    void Open() {
         trace_ =
             Show(folder_.Write("x.log",
                                "[10] dispatch to task 1.\n"
@@ -158,6 +168,11 @@ TEST_F(TraceServiceTest, SearchesNameParametersAndReturn) {
     EXPECT_LT(trace_->SearchPrevious(found, &found), 0);
     ASSERT_EQ(trace_->SearchNext(0xFFFFFFFFu, &found), S_OK);  // from before the first event
     EXPECT_EQ(EventLine(*trace_, found), kWait);
+    // The condition is the host's: it holds for the recording that is read anew.
+    Open();
+    Decode(8);
+    ASSERT_EQ(trace_->SearchNext(found, &found), S_OK);
+    EXPECT_EQ(EventLine(*trace_, found), "40 call HIGH: wai_sem(semid=2) -> ercd=0");
     EXPECT_EQ(search("nothing of the kind"), "none");
     EXPECT_EQ(more, VARIANT_FALSE);
     EXPECT_EQ(answers_.last.text, "wai_sem");

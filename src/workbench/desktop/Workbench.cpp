@@ -9,11 +9,6 @@
 #include "workbench/simulation/Generate.h"
 
 namespace kvx::desktop {
-namespace {
-
-constexpr int kRefreshMilliseconds = 500;
-
-}  // namespace
 
 Workbench::Workbench(Settings& settings)
     : settings_(settings),
@@ -24,28 +19,37 @@ Workbench::Workbench(Settings& settings)
       docking_(window_, settings, window_.HelpMenu()),
       dialogs_(settings, &window_),
       component_(host_),
-      workspace_(host_, services_.Workspace(), *this) {
+      workspace_(host_, services_.Workspace(), *this),
+      help_(&window_) {
     host_.AddService(host::kDockingHost, static_cast<IQDockingHost*>(&docking_));
     Install(std::make_unique<service::TraceService>());
     ConnectMenus();
     // Trace Stop and Trace Restart are commands.
     docking_.onCommandDone = [this] {
         if (target_) target_->FollowRecording();
+        FollowWindows();
     };
+    docking_.onClosing = [this] { positionBefore_ = Position(); };
+    docking_.onCloseRefused = [this](const QString& title) {
+        window_.ShowError("Window Stays Open",
+                          target_ && target_->IsRunning()
+                              ? title + " cannot be closed while the target runs. Stop it first."
+                              : title + " cannot be closed now.");
+    };
+    docking_.onCommandsUpdated = [this] { ShowState(); };
+    host_.onEvent = [this] { docking_.UpdateCommandsSoon(); };
     docking_.Windows().onChanged = [this] {
         window_.ShowStartPage(!docking_.Windows().IsAnyShown());
     };
-    // Losses are found while the recording is decoded.
-    QObject::connect(&refresh_, &QTimer::timeout, [this] { ShowState(); });
-    refresh_.start(kRefreshMilliseconds);
     targetMenu_.Show(nullptr);
     ShowState();
 }
 
 Workbench::~Workbench() {
-    refresh_.stop();
     DropRecording();
     component_.Disconnect();
+    host_.onEvent = nullptr;
+    docking_.onCommandsUpdated = nullptr;
 }
 
 QString Workbench::Start(const QString& directory, const char* component) {
@@ -153,6 +157,7 @@ void Workbench::TraceIsIn(const QString& path) {
 
 void Workbench::RecordingChanged() {
     tracePath_.clear();
+    closedAt_.reset();
     docking_.UpdateCommands();
     window_.ShowRecording(trace_.get());
     window_.ShowUnsaved(trace_->GetRecording() && (demonstration_ || target_));

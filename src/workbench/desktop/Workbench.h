@@ -2,7 +2,6 @@
 // The host as a whole: its services, the component, the main window and the recording that is open.
 
 #include <QTemporaryDir>
-#include <QTimer>
 #include <memory>
 
 #include "workbench/desktop/BackgroundRead.h"
@@ -13,6 +12,7 @@
 #include "workbench/desktop/services/ServiceDialogs.h"
 #include "workbench/desktop/sessions/TargetMenu.h"
 #include "workbench/desktop/sessions/WorkspaceControl.h"
+#include "workbench/desktop/window/HelpBook.h"
 #include "workbench/desktop/window/MainWindow.h"
 
 namespace kvx::desktop {
@@ -94,6 +94,10 @@ class Workbench final : private IWorkspaceHost {
     std::optional<WorkspaceTrace> OpenTrace() const;
     bool ShowWorkspaceTrace(const desktop::Workspace& workspace, QStringList& damage);
     host::IQOSTraceRange* Range();
+    // Nothing while no OS Trace window shows a trace.
+    std::optional<host::OSTracePosition> Position();
+    void FollowWindows();
+    void ShowAllLines();
     bool MayLeaveWorkspace();
 
     // Menus and state.
@@ -123,7 +127,10 @@ class Workbench final : private IWorkspaceHost {
     QString tracePath_;  // absolute; empty: in no file that stays
     ComponentModule component_;
     WorkspaceControl workspace_;
-    QTimer refresh_;
+    HelpBook help_;
+    // Where the OS Trace window stood when its user closed it; it opens there again.
+    std::optional<host::OSTracePosition> positionBefore_;
+    std::optional<host::OSTracePosition> closedAt_;
 };
 
 }  // namespace kvx::desktop

@@ -4,11 +4,11 @@
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <algorithm>
 
 #include "host/FormatViewClient.h"
 #include "workbench/desktop/Workbench.h"
 #include "workbench/desktop/services/FormatDialog.h"
-#include "workbench/desktop/window/HelpBook.h"
 
 namespace kvx::desktop {
 namespace {
@@ -31,6 +31,11 @@ void Workbench::ConnectMenus() {
     window_.onQuit = [this] { return MayLeaveWorkspace(); };
     window_.onProcessor = [this](std::uint32_t processor) { ShowProcessor(processor); };
     window_.onFormat = [this] { ShowFormat(); };
+    window_.onShowAllLines = [this] { ShowAllLines(); };
+    window_.isAnyLineHidden = [this] {
+        const service::LineArrangement lines = trace_->Lines();
+        return !std::ranges::all_of(lines, &service::ArrangedLine::shown);
+    };
     window_.onHelp = [this](bool ofWindow) { ShowHelp(ofWindow ? docking_.HelpKey() : QString()); };
     window_.onDemonstration = [this] { OpenDemonstration(); };
     window_.onSimulation = [this] { ConnectTarget(); };
@@ -76,9 +81,9 @@ void Workbench::ShowFormat() {
 }
 
 void Workbench::ShowHelp(const QString& key) {
-    if (HelpBook().Open(key)) return;
+    if (help_.Open(key)) return;
     window_.ShowError("Cannot Open Help",
-                      "No program opens the help pages in " + HelpBook::Folder() + ".");
+                      "The help pages are not there: " + HelpBook::Folder() + ".");
 }
 
 void Workbench::ShowAbout() {

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <utility>
 
 #include "workbench/desktop/QtText.h"
 #include "workbench/desktop/Workbench.h"
@@ -62,13 +63,38 @@ host::IQOSTraceRange* Workbench::Range() {
     return host::Service<host::IQOSTraceRange>(&host_, host::kOSTraceRange);
 }
 
+std::optional<host::OSTracePosition> Workbench::Position() {
+    host::IQOSTraceRange* const range = Range();
+    host::OSTracePosition position;
+    if (!range || Failed(range->GetPosition(&position))) return std::nullopt;
+    return position;
+}
+
+// After a command, or a window that the user closed.
+void Workbench::FollowWindows() {
+    const auto position = Position();
+    if (!position && positionBefore_) closedAt_ = positionBefore_;
+    positionBefore_.reset();
+    if (!position || !closedAt_) return;
+    const host::OSTracePosition before = *std::exchange(closedAt_, std::nullopt);
+    Range()->SetPosition(&before);
+}
+
+// The trace is shown anew where it stood: components read the lines then.
+void Workbench::ShowAllLines() {
+    const auto position = Position();
+    service::LineArrangement lines = trace_->Lines();
+    for (service::ArrangedLine& line : lines) line.shown = true;
+    trace_->ArrangeLines(std::move(lines));
+    host_.Broadcast(host::kEventTraceReady);
+    if (position && Range()) Range()->SetPosition(&*position);
+}
+
 desktop::Workspace Workbench::Describe() {
     desktop::Workspace workspace{OpenTrace(), {}, {}, docking_.Windows().Layout(), {}};
     if (!workspace.trace) return workspace;
     workspace.lines = trace_->Lines();
-    host::IQOSTraceRange* const range = Range();
-    host::OSTracePosition position;
-    if (range && Succeeded(range->GetPosition(&position))) workspace.position = position;
+    workspace.position = Position();
     return workspace;
 }
 

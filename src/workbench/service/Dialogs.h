@@ -30,6 +30,8 @@ class IServiceDialogs {
     virtual ~IServiceDialogs() = default;
     // condition comes in with the last one used. False: the user gave up.
     virtual bool AskSearchCondition(SearchCondition& condition) = 0;
+    // The one that was asked for last, of whatever recording.
+    virtual SearchCondition LastCondition() const = 0;
     // calls in order of name. False: the user gave up.
     virtual bool AskPickUp(const std::vector<NameCount>& calls, PickUp& chosen) = 0;
 };

@@ -33,7 +33,7 @@ HRESULT TraceService::SearchFirst(std::uint32_t from, std::uint32_t* found, VARI
     if (!found || !more || !hit) return E_POINTER;
     if (!session_ || !dialogs_) return E_FAIL;
     return Guarded([&] {
-        SearchCondition condition = session_->Condition();
+        SearchCondition condition = dialogs_->LastCondition();
         if (!dialogs_->AskSearchCondition(condition)) return E_FAIL;
         session_->Condition() = condition;
         const auto event =
@@ -47,15 +47,21 @@ HRESULT TraceService::SearchFirst(std::uint32_t from, std::uint32_t* found, VARI
 
 HRESULT TraceService::SearchPrevious(std::uint32_t from, std::uint32_t* found) {
     if (!found) return E_POINTER;
-    if (!session_) return E_FAIL;
-    return Guarded([&] { return Answer(session_->FindBefore(from), found); });
+    if (!session_ || !dialogs_) return E_FAIL;
+    return Guarded([&] {
+        session_->Condition() = dialogs_->LastCondition();
+        return Answer(session_->FindBefore(from), found);
+    });
 }
 
 // from 2^32 - 1 stands for "before the first event".
 HRESULT TraceService::SearchNext(std::uint32_t from, std::uint32_t* found) {
     if (!found) return E_POINTER;
-    if (!session_) return E_FAIL;
-    return Guarded([&] { return Answer(session_->FindFrom(from + 1), found); });
+    if (!session_ || !dialogs_) return E_FAIL;
+    return Guarded([&] {
+        session_->Condition() = dialogs_->LastCondition();
+        return Answer(session_->FindFrom(from + 1), found);
+    });
 }
 
 HRESULT TraceService::StartPickUp() {

@@ -11,7 +11,6 @@
 namespace kvx::desktop {
 namespace {
 
-constexpr int kIdleMilliseconds = 200;
 constexpr char kWatched[] = "kvxWatched";
 
 QString ToolbarName(const DockingWindow& window) {
@@ -21,13 +20,14 @@ QString ToolbarName(const DockingWindow& window) {
 }  // namespace
 
 DockingHost::DockingHost(QMainWindow& window, Settings& settings, QAction* windowMenusBefore)
-    : main_(window), settings_(settings), windows_(window, windowMenusBefore) {
-    QObject::connect(&idle_, &QTimer::timeout, [this] { UpdateCommands(); });
-    idle_.start(kIdleMilliseconds);
-}
+    : main_(window),
+      settings_(settings),
+      windows_(window, windowMenusBefore),
+      updates_([this] { UpdateCommands(); }) {}
 
 void DockingHost::UpdateCommands() {
     for (const auto& [identifier, registration] : registrations_) registration.commands->Update();
+    if (onCommandsUpdated) onCommandsUpdated();
 }
 
 bool DockingHost::GiveCommand(std::uint32_t command) {
@@ -299,8 +299,12 @@ void DockingHost::CommandDone() {
 
 void DockingHost::RequestClose(DockingWindow& window) {
     if (!window.target) return windows_.SetState(window, kDockHide);
-    if (window.target->OnCloseRequest() == S_OK) windows_.Close(window);
+    if (onClosing) onClosing();
+    const QString title = window.windowTitle();
+    const bool closes = window.target->OnCloseRequest() == S_OK;
+    if (closes) windows_.Close(window);
     CommandDone();
+    if (!closes && onCloseRefused) onCloseRefused(title);
 }
 
 }  // namespace kvx::desktop

@@ -1,7 +1,6 @@
 #pragma once
 // What components see of the docking windows, menus, toolbars and keys of the main window.
 
-#include <QTimer>
 #include <map>
 #include <memory>
 #include <vector>
@@ -10,6 +9,7 @@
 #include "workbench/desktop/Settings.h"
 #include "workbench/desktop/docking/CommandSet.h"
 #include "workbench/desktop/docking/CommandToolbar.h"
+#include "workbench/desktop/docking/CommandUpdates.h"
 #include "workbench/desktop/docking/DockingWindows.h"
 #include "workbench/desktop/services/Interface.h"
 
@@ -24,8 +24,17 @@ class DockingHost final : public Implementation<IQDockingHost, host::kDockingHos
     // After a command was carried out, or the user closed a docking window.
     std::function<void()> onCommandDone;
 
-    // Asks every command for its state; also done five times a second.
+    // The user's request to close that window was refused by its component.
+    std::function<void(const QString& title)> onCloseRefused;
+    // Before a docking window's component is asked to close it.
+    std::function<void()> onClosing;
+    // After the states of all commands were asked for.
+    std::function<void()> onCommandsUpdated;
+
+    // Asks every command for its state.
     void UpdateCommands();
+    // The same, soon: something may have changed them. Input of the user needs no call.
+    void UpdateCommandsSoon() { updates_.Soon(); }
     // Gives a command of the host's menus. False when no component put it there.
     bool GiveCommand(std::uint32_t command);
 
@@ -91,9 +100,9 @@ class DockingHost final : public Implementation<IQDockingHost, host::kDockingHos
     QMainWindow& main_;
     Settings& settings_;
     DockingWindows windows_;
-    QTimer idle_;
     std::uint32_t nextIdentifier_ = 1;
     std::map<std::uint32_t, Registration> registrations_;
+    CommandUpdates updates_;
 };
 
 }  // namespace kvx::desktop

@@ -21,6 +21,7 @@ FindDialog::FindDialog(const service::SearchCondition& condition, const QStringL
       down_(new QRadioButton("&Down")) {
     setWindowTitle("Find");
     text_->setEditable(true);
+    text_->setCompleter(nullptr);  // what is typed is what is looked for
     text_->setMinimumWidth(260);
     text_->lineEdit()->setPlaceholderText("In name, parameters or return");
     text_->addItems(history);

@@ -41,6 +41,7 @@ HRESULT HostObject::BroadcastEvent(const EventRecord* record) {
                 component->Notify(record);
             }
         }
+        if (onEvent) onEvent();
         return S_OK;
     });
 }

@@ -1,6 +1,7 @@
 #pragma once
 // The host object that components are given: services by identifier, advised clients, events.
 
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -14,6 +15,9 @@ class HostObject final : public IQHost {
     // A component takes part in events between these two calls.
     void AddComponent(IQComponent* component);
     void RemoveComponent(IQComponent* component);
+
+    // After every event.
+    std::function<void()> onEvent;
 
     // To every component, in the order in which they were added.
     void Broadcast(const GUID& event);

@@ -16,7 +16,7 @@ bool ServiceDialogs::AskSearchCondition(service::SearchCondition& condition) {
     QStringList history = settings_.Get(kHistory).toStringList();
     FindDialog dialog(condition, history, parent_);
     if (dialog.exec() != QDialog::Accepted) return false;
-    condition = dialog.Condition();
+    condition = condition_ = dialog.Condition();
     const QString text = FromUtf8(condition.text);
     history.removeAll(text);
     history.prepend(text);

@@ -15,10 +15,12 @@ class ServiceDialogs final : public service::IServiceDialogs {
     ServiceDialogs(Settings& settings, QWidget* parent) : settings_(settings), parent_(parent) {}
 
     bool AskSearchCondition(service::SearchCondition& condition) override;
+    service::SearchCondition LastCondition() const override { return condition_; }
     bool AskPickUp(const std::vector<service::NameCount>& calls, service::PickUp& chosen) override;
 
   private:
     Settings& settings_;
+    service::SearchCondition condition_;  // outlives the recordings
     QPointer<QWidget> parent_;
 };
 

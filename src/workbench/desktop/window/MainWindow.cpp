@@ -126,6 +126,9 @@ void MainWindow::MakeFileMenu() {
 void MainWindow::MakeViewMenu() {
     QMenu* view = menuBar()->addMenu("&View");
     view->addAction("&Format…", this, [this] { onFormat(); });
+    showAllLines_ = view->addAction("Show All &Lines", this, [this] { onShowAllLines(); });
+    connect(view, &QMenu::aboutToShow, this,
+            [this] { showAllLines_->setEnabled(isAnyLineHidden()); });
     QMenu* menu = view->addMenu("&Appearance");
     auto* group = new QActionGroup(menu);
     const auto add = [&](const QString& text, Appearance appearance) {

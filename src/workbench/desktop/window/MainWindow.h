@@ -29,6 +29,8 @@ class MainWindow final : public QMainWindow {
     std::function<void(const QString& path)> onSaveWorkspace;  // empty: where it is already
     std::function<void()> onCloseWorkspace;
     std::function<void()> onFormat;
+    std::function<void()> onShowAllLines;
+    std::function<bool()> isAnyLineHidden;
     std::function<void(bool ofWindow)> onHelp;  // of the active window, or the first page
     std::function<void()> onDemonstration;
     std::function<void()> onSimulation;
@@ -87,6 +89,7 @@ class MainWindow final : public QMainWindow {
     QMenu* traceMenu_ = nullptr;
     QMenu* processorMenu_ = nullptr;
     QMenu* helpMenu_ = nullptr;
+    QAction* showAllLines_ = nullptr;
     QAction* reload_ = nullptr;
     QAction* close_ = nullptr;
     QAction* saveRecording_ = nullptr;
