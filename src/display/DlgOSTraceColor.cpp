@@ -13,6 +13,11 @@ constexpr UINT kResetCalls = 4113;
 constexpr UINT kResetOthers = 4119;
 constexpr UINT kVariablePoolLabel = 9007;
 
+// To the colour that it has at first.
+void Reset(COSColor& colors, EColor color) {
+    colors[color] = kColorRows[static_cast<std::size_t>(color)].standard;
+}
+
 struct ColorControls {
     EColor color;
     UINT button;
@@ -68,7 +73,11 @@ CDlgOSTraceColor::CDlgOSTraceColor(const COSColor& colors, bool offersVariablePo
       offersVariablePools_(offersVariablePools) {}
 
 const MessageMap& CDlgOSTraceColor::GetMessageMap() const {
-    static constexpr MessageMapEntry kEntries[] = {ON_WM_PAINT<&CDlgOSTraceColor::OnPaint>()};
+    static constexpr MessageMapEntry kEntries[] = {
+        ON_WM_PAINT<&CDlgOSTraceColor::OnPaint>(),
+        ON_WM_LBUTTONDOWN<&CDlgOSTraceColor::OnLButtonDown>(),
+        ON_COMMAND<kvx::ids::kResetAllColors, &CDlgOSTraceColor::ResetAll>(),
+    };
     static const MessageMap kMap{&CDialog::GetMessageMap(), kEntries};
     return kMap;
 }
@@ -106,9 +115,28 @@ void CDlgOSTraceColor::ChooseColor(EColor which) {
 void CDlgOSTraceColor::ResetGroup(UINT reset) {
     for (const ColorControls& row : kRows) {
         if (row.reset != reset) continue;
-        colors_[row.color] = kColorRows[static_cast<std::size_t>(row.color)].standard;
+        Reset(colors_, row.color);
     }
     PaintSwatches();
+}
+
+void CDlgOSTraceColor::ResetAll() {
+    for (const ColorControls& row : kRows) Reset(colors_, row.color);
+    PaintSwatches();
+}
+
+// Label and swatch, which stand beside a button, do as it does.
+void CDlgOSTraceColor::OnLButtonDown(UINT, CPoint point) {
+    for (const ColorControls& row : kRows) {
+        const CWnd* const button = GetDlgItem(row.button);
+        const CWnd* const swatch = GetDlgItem(row.swatch);
+        if (!button || !swatch || !swatch->IsWindowVisible()) continue;
+        CRect area = swatch->GetWindowRect();
+        area.left = button->GetWindowRect().left;
+        ScreenToClient(&area);
+        if (area.PtInRect(point)) return ChooseColor(row.color);
+    }
+    Default();
 }
 
 void CDlgOSTraceColor::OnPaint() {

@@ -1,6 +1,7 @@
 #pragma once
-// The dialog "Color...": the chart's 36 colours, each with a button that opens the colour picker
-// and a swatch that shows it. It works on a copy: the caller takes the colours after IDOK.
+// The dialog "Color...": the chart's 36 colours, each with a button and a label that open the
+// colour picker and a swatch that shows it, and opens it too. It works on a copy: the caller takes
+// the colours after IDOK.
 
 #include "display/model/Color.h"
 #include "platform/Dialog.h"
@@ -18,6 +19,8 @@ class CDlgOSTraceColor : public CDialog {
   protected:
     const MessageMap& GetMessageMap() const override;
     void OnPaint();
+    void OnLButtonDown(UINT flags, CPoint point);
+    void ResetAll();
 
   private:
     void ChooseColor(EColor which);

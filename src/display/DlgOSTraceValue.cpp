@@ -101,6 +101,7 @@ bool CDlgOSTraceValue::OnInitDialog() {
     SetDlgItemText(kReduceRate, kvx::FormatText("%f", reduceRate));
     LimitText(*this, kExpandRate, kLongCharacters);
     LimitText(*this, kReduceRate, kLongCharacters);
+    if (auto* first = static_cast<CEdit*>(GetDlgItem(kFirstField))) first->SetSel(0, -1);
     return true;
 }
 

@@ -11,7 +11,13 @@ constexpr int kTextMargin = 6;  // pixels added to the width of a pane's text
 }  // namespace
 
 const MessageMap& CFrameStatusBar::GetMessageMap() const {
-    static constexpr MessageMapEntry kEntries[] = {ON_WM_CREATE<&CFrameStatusBar::OnCreate>()};
+    static constexpr MessageMapEntry kEntries[] = {
+        ON_WM_CREATE<&CFrameStatusBar::OnCreate>(),
+        ON_WM_MOUSEMOVE<&CFrameStatusBar::OnMouseMove>(),
+        ON_MESSAGE<WM_MOUSELEAVE, &CFrameStatusBar::OnMouseGone>(),
+        ON_MESSAGE<WM_CANCELMODE, &CFrameStatusBar::OnMouseGone>(),
+        ON_WM_DESTROY<&CFrameStatusBar::OnDestroy>(),
+    };
     static const MessageMap kMap{&CStatusBarCtrl::GetMessageMap(), kEntries};
     return kMap;
 }
@@ -74,4 +80,31 @@ void CFrameStatusBar::ShowPanes(int x, int spacing, const std::vector<CString>& 
     dc.SelectObject(previous);
     SetParts(static_cast<int>(edges.size()), edges.data());
     for (std::size_t i = 0; i < texts.size(); ++i) SetText(texts[i], static_cast<int>(i));
+}
+
+void CFrameStatusBar::OnMouseMove(UINT, CPoint point) {
+    Default();
+    const int part = PartAt(point);
+    if (part < 0 || !IsTextCut(part)) return HideTip();
+    if (!tip_) {
+        tip_ = std::make_unique<CTipWindow>();
+        if (!tip_->CreateTip(*this)) return tip_.reset();
+    }
+    tip_->Show(*this, GetFont(), {GetText(part)}, GetSysColor(COLOR_INFOBK), point);
+}
+
+LRESULT CFrameStatusBar::OnMouseGone(WPARAM, LPARAM) {
+    HideTip();
+    return Default();
+}
+
+void CFrameStatusBar::OnDestroy() {
+    HideTip();
+    CStatusBarCtrl::OnDestroy();
+}
+
+void CFrameStatusBar::HideTip() {
+    if (!tip_) return;
+    tip_->DestroyWindow();
+    tip_.reset();
 }

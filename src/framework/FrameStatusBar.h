@@ -1,8 +1,10 @@
 #pragma once
-// Status bar of the component's frames.
+// Status bar of the component's frames. A text that has no room shows whole in a tip.
 
+#include <memory>
 #include <vector>
 
+#include "framework/TipWindow.h"
 #include "platform/StatusBarCtrl.h"
 
 class CFrameStatusBar : public CStatusBarCtrl {
@@ -17,14 +19,22 @@ class CFrameStatusBar : public CStatusBarCtrl {
     // One pane; it is wider than its text by the bar's vertical border too.
     void SetPane(const CString& text);
     int CharWidth() const { return charWidth_; }
+    // Null while none is shown.
+    const CTipWindow* Tip() const { return tip_.get(); }
 
   protected:
     const MessageMap& GetMessageMap() const override;
     int OnCreate(const CREATESTRUCT* create);
+    void OnMouseMove(UINT flags, CPoint point);
+    LRESULT OnMouseGone(WPARAM, LPARAM);
+    void OnDestroy();
 
   private:
     void ShowPanes(int x, int spacing, const std::vector<CString>& texts);
 
+    void HideTip();
+
+    std::unique_ptr<CTipWindow> tip_;
     int charWidth_ = 0;
     int lineHeight_ = 0;
 };

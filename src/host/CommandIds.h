@@ -80,6 +80,7 @@ inline constexpr UINT kToolbarOSAnalyze = 9010;
 // Dialog templates.
 inline constexpr UINT kDialogFind = 163;
 inline constexpr UINT kDialogColor = 9000;
+inline constexpr UINT kResetAllColors = 4129;
 inline constexpr UINT kDialogValue = 9005;
 inline constexpr UINT kDialogKeys = 9013;
 inline constexpr UINT kKeysColumn = 9016;

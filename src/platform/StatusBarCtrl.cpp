@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/ClientDC.h"
 #include "platform/SystemInfo.h"
+#include "platform/Text.h"
 
 const CRuntimeClass CStatusBarCtrl::kClass =
     MakeDynamicClass<CStatusBarCtrl>("CStatusBarCtrl", &CWnd::kClass);
@@ -15,6 +17,19 @@ constexpr int kVerticalBorder = 2;
 constexpr int kSpacing = 2;
 constexpr int kTextMargin = 2;  // from a part's left edge
 constexpr int kGripSize = 12;
+
+// The text, or as much of its beginning as fits before an ellipsis.
+CString FittingText(CDC& dc, const CString& text, int room) {
+    if (dc.GetTextExtent(text).cx <= room) return text;
+    const CString ellipsis = "\u2026";
+    std::size_t length = text.size();
+    while (length > 0) {
+        const CString shorter(kvx::Utf8Prefix(text, --length));
+        length = shorter.size();
+        if (dc.GetTextExtent(shorter + ellipsis).cx <= room) return shorter + ellipsis;
+    }
+    return ellipsis;
+}
 
 // One pixel on each side.
 void DrawEdge(CDC& dc, const RECT& r, COLORREF topLeft, COLORREF bottomRight) {
@@ -103,6 +118,27 @@ bool CStatusBarCtrl::GetRect(int part, RECT* rect) const {
     return true;
 }
 
+// Pixels for a text in the part, as far as the bar reaches.
+int CStatusBarCtrl::RoomFor(const RECT& rect) const {
+    return std::min(rect.right, GetClientRect().right) - rect.left - kTextMargin;
+}
+
+bool CStatusBarCtrl::IsTextCut(int part) {
+    RECT area;
+    if (!GetRect(part, &area)) return false;
+    CClientDC dc(this);
+    if (CFont* font = GetFont()) dc.SelectObject(font);
+    return dc.GetTextExtent(GetText(part)).cx > RoomFor(area);
+}
+
+int CStatusBarCtrl::PartAt(CPoint point) const {
+    for (int i = 0; i < static_cast<int>(parts_.size()); ++i) {
+        RECT area;
+        if (GetRect(i, &area) && CRect(area).PtInRect(point)) return i;
+    }
+    return -1;
+}
+
 COLORREF CStatusBarCtrl::SetBkColor(COLORREF colour) {
     Invalidate();
     return std::exchange(background_, colour);
@@ -133,7 +169,8 @@ void CStatusBarCtrl::DrawPart(CDC& dc, const Part& part, const RECT& rect) {
     if (part.type == SBT_POPOUT) DrawEdge(dc, rect, light, dark);
     if (part.text.empty()) return;
     const int y = rect.top + (rect.Height() - dc.GetTextExtent(part.text).cy) / 2;
-    dc.ExtTextOut(rect.left + kTextMargin, y, ETO_CLIPPED, &rect, part.text);
+    dc.ExtTextOut(rect.left + kTextMargin, y, ETO_CLIPPED, &rect,
+                  FittingText(dc, part.text, RoomFor(rect)));
 }
 
 // Three slanted ridges in the lower right corner.

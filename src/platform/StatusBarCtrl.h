@@ -26,6 +26,10 @@ class CStatusBarCtrl : public CWnd {
     // Widths of the horizontal and vertical border, and the space between parts.
     bool GetBorders(int& horizontal, int& vertical, int& spacing) const;
     bool GetRect(int part, RECT* rect) const;
+    // The part has no room for its whole text, which ends in an ellipsis on the screen.
+    bool IsTextCut(int part);
+    // The part at the point in client coordinates; -1: there is none.
+    int PartAt(CPoint point) const;
     // CLR_DEFAULT: the system's. Answers the previous one.
     COLORREF SetBkColor(COLORREF colour);
 
@@ -43,6 +47,7 @@ class CStatusBarCtrl : public CWnd {
         int type = SBT_SUNKEN;
     };
     void DrawPart(CDC& dc, const Part& part, const RECT& rect);
+    int RoomFor(const RECT& rect) const;
     void DrawGrip(CDC& dc);
     std::vector<Part> parts_ = std::vector<Part>(1);
     COLORREF background_ = CLR_DEFAULT;

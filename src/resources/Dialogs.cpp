@@ -167,9 +167,9 @@ constexpr ColourRow kColourRows[] = {
     {"Tip Window (System Call)", 4077, 4126, kRight, Row(kOthers, 2)},
 };
 
-// Three frames, three controls a colour, three Reset buttons, OK and Cancel.
+// Three frames, three controls a colour, three Reset buttons, Reset All, OK and Cancel.
 constexpr auto MakeColourControls() {
-    std::array<ControlResource, 3 + 3 * std::size(kColourRows) + 5> controls{};
+    std::array<ControlResource, 3 + 3 * std::size(kColourRows) + 6> controls{};
     std::size_t n = 0;
     controls[n++] = Group(IDC_STATIC, "Task Status", 7, 5, 228, 126);
     controls[n++] = Group(IDC_STATIC, "System Call", 7, 132, 228, 110);
@@ -186,6 +186,7 @@ constexpr auto MakeColourControls() {
     controls[n++] = Button(4114, "Reset", 188, 114, 42, 13);
     controls[n++] = Button(4113, "Reset", 188, 225, 42, 13);
     controls[n++] = Button(4119, "Reset", 188, 295, 42, 12);
+    controls[n++] = Button(ids::kResetAllColors, "Reset All", 7, 313, 50, 14);
     controls[n++] = Button(IDOK, "OK", 131, 313, 50, 14, BS_DEFPUSHBUTTON);
     controls[n++] = Button(IDCANCEL, "Cancel", 185, 313, 50, 14);
     return controls;

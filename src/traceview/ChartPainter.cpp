@@ -80,9 +80,13 @@ void DrawGrid(CDC& dc, const ChartGeometry& geometry, const std::vector<GridLine
     CPen dotted(PS_DOT, 1, run);
     CPen* const previous = dc.SelectObject(&dotted);
     const int mode = dc.SetBkMode(TRANSPARENT);
+    int free = geometry.left;
     for (const GridLine& line : grid) {
         DrawVertical(dc, line.x, geometry.lineHeight, geometry.LinesBottom());
-        dc.TextOut(line.x, 0, std::to_string(line.number));
+        if (line.x < free) continue;
+        const CString number = std::to_string(line.number);
+        dc.TextOut(line.x, 0, number);
+        free = line.x + dc.GetTextExtent(number).cx + geometry.charWidth / 2;
     }
     dc.SetBkMode(mode);
     dc.SelectObject(previous);

@@ -22,6 +22,7 @@ void DrawTable(CDC& dc, CHeaderCellPainter& painter, const TraceColumns& columns
 // The dotted line of every context, and the mark where a dragged line would land (-1: none).
 void DrawRowLines(CDC& dc, const ChartGeometry& geometry, int tableLeft, int dropLine,
                   COLORREF run);
+// A number that would run into the one before it is left out; its line stays.
 void DrawGrid(CDC& dc, const ChartGeometry& geometry, const std::vector<GridLine>& grid,
               COLORREF run);
 void DrawStates(CDC& dc, const ChartGeometry& geometry, const std::vector<StateBar>& bars,

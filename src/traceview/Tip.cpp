@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <string_view>
 
+#include "framework/TipWindow.h"
 #include "host/DebuggerFunctions.h"
 #include "host/ModuleHost.h"
 #include "platform/Automation.h"
-#include "traceview/TipWindow.h"
 
 namespace {
 

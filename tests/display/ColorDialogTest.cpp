@@ -37,7 +37,7 @@ constexpr Row kOthers[] = {{EColor::SysCallBack, 4074, 4117}, {EColor::MarkerS, 
                            {EColor::MarkerE, 4071, 4112},     {EColor::Indicator, 4073, 4115},
                            {EColor::TipMcuExe, 4075, 4120},   {EColor::TipTaskStat, 4076, 4123},
                            {EColor::TipSysCall, 4077, 4126}};
-constexpr UINT kResetStates = 4114, kResetCalls = 4113, kResetOthers = 4119;
+constexpr UINT kResetStates = 4114, kResetCalls = 4113, kResetOthers = 4119, kResetAll = 4129;
 
 class ColorDialog : public ResourceFixture {
   protected:
@@ -87,6 +87,38 @@ TEST_F(ColorDialog, EachButtonChoosesItsColour) {
     }
 }
 
+// A press on the label or the swatch is a press on the button.
+TEST_F(ColorDialog, TheWholeRowChoosesItsColour) {
+    CDlgOSTraceColor dialog(Odd(), false);
+    COSColor wanted = Odd();
+    boxes.ExpectDialog([&](CDialog& shown) {
+        const auto press = [&](UINT id, int right) {
+            CRect rect = shown.GetDlgItem(id)->GetWindowRect();
+            shown.ScreenToClient(&rect);
+            shown.SendMessage(WM_LBUTTONDOWN, MK_LBUTTON,
+                              MakePointParam(rect.left + right, rect.top + 3));
+        };
+        for (const Row& row : {kStates[2], kCalls[7], kOthers[0]}) {
+            wanted[row.color] = RGB(9u, 8u, row.swatch % 256);
+            boxes.ExpectColour(wanted[row.color]);
+            press(row.swatch, 4);
+            EXPECT_EQ(Shown(shown, row.swatch), wanted[row.color]) << row.swatch;
+            wanted[row.color] = RGB(7u, 6u, row.swatch % 256);
+            boxes.ExpectColour(wanted[row.color]);
+            press(row.button, 40);
+            EXPECT_EQ(Shown(shown, row.swatch), wanted[row.color]) << row.button;
+        }
+        press(4158, 4);                // a row that is not offered
+        press(kStates[2].swatch, 60);  // beside the swatch
+        Click(shown, IDOK);
+    });
+    EXPECT_EQ(dialog.DoModal(), static_cast<int>(IDOK));
+    for (std::size_t i = 0; i < kColorRows.size(); ++i) {
+        const auto color = static_cast<EColor>(i);
+        EXPECT_EQ(dialog.Colors()[color], wanted[color]) << kColorRows[i].key;
+    }
+}
+
 TEST_F(ColorDialog, ResetRestoresItsGroupAlone) {
     const auto afterReset = [&](UINT reset) {
         CDlgOSTraceColor dialog(Odd(), true);
@@ -111,6 +143,10 @@ TEST_F(ColorDialog, ResetRestoresItsGroupAlone) {
             const bool inGroup = std::ranges::count(group.rows, color, &Row::color) > 0;
             EXPECT_EQ(colors[color], inGroup ? Standard(color) : before[color]) << group.reset;
         }
+    }
+    const COSColor all = afterReset(kResetAll);
+    for (std::size_t i = 0; i < kColorRows.size(); ++i) {
+        EXPECT_EQ(all[static_cast<EColor>(i)], kColorRows[i].standard) << kColorRows[i].key;
     }
 }
 

@@ -62,6 +62,11 @@ TEST_F(ValueDialog, OffersWhatTheTimeModeKnows) {
     for (int mode = kTimeMilliseconds; mode <= kTimeNanoseconds; ++mode) {
         SampleDialog dialog(mode);
         boxes.ExpectDialog([&](CDialog& shown) {
+            int from = -1;
+            int to = -1;
+            static_cast<const CEdit*>(shown.GetDlgItem(kHours))->GetSel(from, to);
+            EXPECT_EQ(from, 0) << "typing replaces the first field";
+            EXPECT_EQ(to, 1);
             const auto offered = static_cast<std::size_t>(mode) + 3;
             for (std::size_t i = 0; i < std::size(kTimeFields); ++i) {
                 const CWnd* const field = shown.GetDlgItem(kTimeFields[i]);

@@ -1,10 +1,10 @@
 // The chart as recorded drawing: every step of a paint, in its order and with its exact rectangles.
 
+#include "framework/TipWindow.h"
 #include "resources/Tables.h"
 #include "support/GoldenText.h"
 #include "support/RecordingGraphics.h"
 #include "traceview/ChartPainter.h"
-#include "traceview/TipWindow.h"
 #include "traceview/TraceWindow.h"
 
 namespace kvx::test {
@@ -88,6 +88,28 @@ TEST(ChartPaint, EveryStepInItsOrder) {
     EXPECT_EQ(tips.HitTest(geometry.X(350), geometry.LineCentre(1), &event), 1);
     EXPECT_EQ(service.Trace().kind[event], kEventDispatch);
     EXPECT_EQ(tips.HitTest(geometry.X(350), geometry.LineCentre(1) + 8, &event), 0);
+}
+
+TEST(GridPaint, NumbersThatWouldRunIntoEachOtherAreLeftOut) {
+    ChartGeometry geometry;
+    geometry.left = 100;
+    geometry.right = 400;
+    geometry.lineHeight = 18;
+    geometry.charWidth = kCharWidth;
+    geometry.lineCount = 2;
+    RecordingGraphics graphics;
+    CDC dc(&graphics);
+    const std::vector<GridLine> grid = {{100, -100}, {110, -99}, {140, -98}, {145, -97},
+                                        {180, 0},    {182, 1},   {200, 2}};
+    chart::DrawGrid(dc, geometry, grid, RGB(0, 0, 0));
+    const std::string text = graphics.Text();
+    for (const char* drawn : {"-100", "-98", "\"0\"", "\"2\""})
+        EXPECT_NE(text.find(drawn), std::string::npos) << drawn << text;
+    for (const char* left : {"-99", "-97", "\"1\""})
+        EXPECT_EQ(text.find(left), std::string::npos) << left;
+    std::size_t lines = 0;
+    for (std::size_t at = 0; (at = text.find("line", at)) != std::string::npos; ++at) ++lines;
+    EXPECT_EQ(lines, grid.size()) << text;
 }
 
 TEST(TipPlace, StaysInTheWorkAreaAndAboveThePointerAtItsBottom) {

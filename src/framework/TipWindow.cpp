@@ -1,4 +1,4 @@
-#include "traceview/TipWindow.h"
+#include "framework/TipWindow.h"
 
 #include <algorithm>
 
