@@ -109,7 +109,7 @@ TEST_F(ColorDialog, TheWholeRowChoosesItsColour) {
             EXPECT_EQ(Shown(shown, row.swatch), wanted[row.color]) << row.button;
         }
         press(4158, 4);                // a row that is not offered
-        press(kStates[2].swatch, 60);  // beside the swatch
+        press(kStates[2].button, -4);  // beside the row
         Click(shown, IDOK);
     });
     EXPECT_EQ(dialog.DoModal(), static_cast<int>(IDOK));
