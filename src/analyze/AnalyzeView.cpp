@@ -1,5 +1,6 @@
 #include "analyze/AnalyzeView.h"
 
+#include <chrono>
 #include <mutex>
 
 #include "analyze/Tables.h"
@@ -11,6 +12,7 @@
 #include "host/CommandIds.h"
 #include "host/DebuggerFunctions.h"
 #include "host/ModuleHost.h"
+#include "platform/Resources.h"
 #include "platform/SystemInfo.h"
 #include "trace/TraceData.h"
 #include "traceview/model/MarkText.h"
@@ -21,6 +23,9 @@ namespace {
 
 constexpr char kSettingsPrefix[] = "OSAnalyzeView";
 constexpr char kSettingsEntry[] = "View";
+constexpr UINT kSortOn = WM_USER + 1;
+// A window that works in pieces of this length answers its user between them.
+constexpr std::chrono::milliseconds kPiece{50};
 
 }  // namespace
 
@@ -49,6 +54,7 @@ const MessageMap& COSAnalyzeView::GetMessageMap() const {
         ON_COMMAND<ids::kPickUp, &Self::OnPickUp>(),
         ON_UPDATE_COMMAND_UI<ids::kPickUp, &Self::OnUpdatePickUp>(),
         ON_UPDATE_COMMAND_UI<ids::kSave, &Self::OnUpdateSave>(),
+        ON_MESSAGE<kSortOn, &Self::OnSortOn>(),
     };
     static const MessageMap kMap{&CCoreView::GetMessageMap(), kEntries};
     return kMap;
@@ -154,7 +160,8 @@ void COSAnalyzeView::OnDraw(CDC* dc) {
     geometry.charWidth = charWidth_;
     geometry.firstRow = Rows().First();
     geometry.visibleRows = visibleRows_;
-    kvx::table::DrawTable(*dc, painter_, geometry, Table(), Columns(), *data_, Service());
+    kvx::table::DrawTable(*dc, painter_, geometry, Table(), Columns(), *data_,
+                          IsSorted() ? Service() : nullptr);
     dc->SelectObject(previous);
     dc->SetViewportOrg(origin);
     gesture_.Draw(*dc);
@@ -169,5 +176,19 @@ void COSAnalyzeView::RefreshStatus() {
 
 void COSAnalyzeView::UpdateStatusText() {
     if (!IsOpen() || !StatusFrame()) return;
-    StatusFrame()->SetStatusText(kvx::MarkText(data_->engine, data_->markers));
+    StatusFrame()->SetStatusText(sorting_ ? LoadString(ids::kStringSorting)
+                                          : kvx::MarkText(data_->engine, data_->markers));
+}
+
+bool COSAnalyzeView::IsSorted() {
+    if (Table() != EAnalysis::SysCall || data_->sysCalls.SortFor(kPiece)) return true;
+    if (!sorting_) sorting_ = PostMessage(kSortOn);
+    return false;
+}
+
+LRESULT COSAnalyzeView::OnSortOn(WPARAM, LPARAM) {
+    sorting_ = false;
+    const std::lock_guard guard(data_->lock);
+    if (IsSorted()) ApplyMode();
+    return 0;
 }

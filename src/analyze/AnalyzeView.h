@@ -55,6 +55,7 @@ class COSAnalyzeView : public CCoreView, public IViewSender {
     void OnLButtonUp(UINT flags, CPoint point);
     void OnCaptureChanged();
     void OnCancelMode();
+    LRESULT OnSortOn(WPARAM, LPARAM);
 
     void OnRunTime() { SetMode(EAnalysis::RunTime); }
     void OnUpdateRunTime(CCmdUI& ui);
@@ -97,6 +98,9 @@ class COSAnalyzeView : public CCoreView, public IViewSender {
     void PressExtreme(Record* record, int x, std::size_t max, std::size_t min);
     void GoToCall(int row);
 
+    // The rows of the table are in their order; sorts a little while, else goes on from the
+    // message loop.
+    bool IsSorted();
     void UpdateStatusText();
     CStatusFrameWnd* StatusFrame() const;
     void SettingsChanged();
@@ -117,4 +121,5 @@ class COSAnalyzeView : public CCoreView, public IViewSender {
     int horizontal_ = 0;                  // in characters
     int horizontalMaximum_ = 0;
     CGestureRun gesture_{*this};
+    bool sorting_ = false;  // a message that goes on with it is on its way
 };

@@ -47,7 +47,7 @@ void COSAnalyzeView::ApplyMode() {
 void COSAnalyzeView::FollowIndicator() {
     IQOSTraceService* const service = Service();
     const int rows = data_->sysCalls.EntryCount();
-    if (Table() != EAnalysis::SysCall || !service || rows == 0) return;
+    if (Table() != EAnalysis::SysCall || !service || rows == 0 || !IsSorted()) return;
     std::uint32_t history = 0;
     const bool onCall = Succeeded(
         service->GetHistoryIndex(data_->markers.GetMarkerEvent(kMarkerIndicator), &history));

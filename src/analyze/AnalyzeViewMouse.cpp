@@ -111,7 +111,7 @@ void COSAnalyzeView::PressExtreme(Record* record, int x, std::size_t max, std::s
 void COSAnalyzeView::GoToCall(int row) {
     IQOSTraceService* const service = Service();
     std::uint32_t event = 0;
-    if (!service || row >= data_->sysCalls.RowCount()) return;
+    if (!service || row >= data_->sysCalls.RowCount() || !IsSorted()) return;
     if (Failed(service->GetHistoryEvent(data_->sysCalls.RowHistoryIndex(row), &event))) return;
     data_->markers.SetMarker(this, kMarkerIndicator, event);
     Invalidate(true);

@@ -64,6 +64,7 @@ inline constexpr UINT kStringCannotWriteFile = 47516;
 inline constexpr UINT kStringUserInput = 47517;
 inline constexpr UINT kStringIdle = 47518;
 inline constexpr UINT kStringUnknown = 47519;
+inline constexpr UINT kStringSorting = 47520;
 
 // Menus.
 inline constexpr UINT kMenuHostOSTrace = 201;

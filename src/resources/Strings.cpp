@@ -55,6 +55,7 @@ constexpr StringResource kStrings[] = {
     {ids::kStringGridOutOfRange, "Grid time is out of range."},
 
     {ids::kStringAnalyzing, "Analyzing..."},
+    {ids::kStringSorting, "Sorting..."},
     {ids::kStringIdle, "Idle"},
     {ids::kStringUnknown, "Unknown"},
     {ids::kStringStatusMark, "Mark: %s - %s = %s"},

@@ -36,23 +36,31 @@ TEST(SortKeys, FollowTheBytesOfTheTexts) {
     for (int round = 0; round < 400; ++round) {
         SortKeys keys;
         std::vector<CString> texts;
-        const int width = static_cast<int>(random() % 12);
         for (std::uint64_t i = random() % 200; i > 0; --i) {
             const auto value = static_cast<std::int64_t>(random()) >> (random() % 64);
             CString text(random() % 30, 'a');
             for (char& c : text) c = static_cast<char>(random() % 4 ? 'a' : random() % 255 + 1);
-            if (round % 2) text = NumberKey(value, static_cast<std::size_t>(width));
-            if (round % 2) {
-                EXPECT_EQ(text, Printed("%*lld", width, static_cast<long long>(value)));
-            }
+            if (round % 2) text = NumberKey(value);
             texts.push_back(text);
             keys.Add(text);
         }
         EXPECT_EQ(keys.Order(true), TextOrder(texts, true));
         EXPECT_EQ(keys.Order(false), TextOrder(texts, false));
     }
-    EXPECT_EQ(NumberKey(7, 5, '0'), "00007");
-    EXPECT_EQ(NumberKey(123456, 5, '0'), "123456");
+}
+
+TEST(SortKeys, OfNumbersAreInTheirOrder) {
+    std::mt19937_64 random(2);
+    for (int round = 0; round < 20000; ++round) {
+        const auto draw = [&] { return static_cast<std::int64_t>(random()) >> (random() % 64); };
+        const std::int64_t a = draw();
+        const std::int64_t b = round % 9 ? draw() : a;
+        EXPECT_EQ(NumberKey(a) < NumberKey(b), a < b) << a << " " << b;
+        const double x = static_cast<double>(a) / 1000.0;
+        const double y = static_cast<double>(b) / (round % 2 ? 1000.0 : 1e9);
+        EXPECT_EQ(NumberKey(x) < NumberKey(y), x < y) << x << " " << y;
+    }
+    EXPECT_EQ(NumberKey(0.0), NumberKey(-0.0));
 }
 
 // Tasks and handlers with numbers of every length, some of which run, wait and call.
@@ -81,6 +89,11 @@ ScriptedTrace Mixed(std::mt19937& random) {
     return trace;
 }
 
+// Right-aligned, however large: the order of such texts is that of the numbers, from -1000 on.
+CString Number(std::int64_t value) {
+    return Printed("%24lld", static_cast<long long>(value) + 1000);
+}
+
 CString RunTimeKey(const Core& core, int line, int column) {
     const CContextMng& contexts = core.data.contexts;
     const CRunTime& r = *core.data.runTime.Find(static_cast<std::uint32_t>(line));
@@ -89,25 +102,25 @@ CString RunTimeKey(const Core& core, int line, int column) {
     const auto count = [](double d) { return static_cast<long long>(d); };
     switch (column) {
         case 0:
-            return type == 1 ? Printed("%10d", number) : "";
+            return type == 1 ? Number(number) : "";
         case 1:
-            return type == 1 ? Printed("%06X", contexts.GetTableAddress(line)) : "";
+            return type == 1 ? Number(contexts.GetTableAddress(line)) : "";
         case 2:
-            return type == 2 && number ? Printed(" %10d", number) : "";
+            return type == 2 && number ? Number(number) : "";
         case 3:
             return CString(Utf8Prefix(Printed(" %s", contexts.GetShownName(line).c_str()), 255));
         case 4:
-            return Printed("%10d", r.Num);
+            return Number(r.Num);
         case 5:
-            return Printed("%20lld", count(r.Max));
+            return Number(count(r.Max));
         case 6:
-            return Printed("%20lld", count(r.Min));
+            return Number(count(r.Min));
         case 7:
-            return Printed("%20lld", count(r.Avg));
+            return Number(count(r.Avg));
         case 8:
-            return Printed("%20lld", count(r.Total));
+            return Number(count(r.Total));
         default:
-            return Printed("%8f", r.Ratio);
+            return Printed("%40.30f", r.Ratio);
     }
 }
 
@@ -117,17 +130,17 @@ CString RdyToRunKey(const Core& core, int position, int column) {
     const auto count = [](double d) { return static_cast<long long>(d); };
     switch (column) {
         case 0:
-            return Printed("%3d", core.data.contexts.GetNumber(line));
+            return Number(core.data.contexts.GetNumber(line));
         case 1:
             return CString(Utf8Prefix(core.data.contexts.GetShownName(line), 255));
         case 2:
-            return Printed("%05d", r.Num);
+            return Number(r.Num);
         case 3:
-            return Printed("%20lld", count(r.Max));
+            return Number(count(r.Max));
         case 4:
-            return Printed("%20lld", count(r.Min));
+            return Number(count(r.Min));
         default:
-            return Printed("%20lld", count(r.Avg));
+            return Number(count(r.Avg));
     }
 }
 
@@ -137,8 +150,8 @@ CString SysCallKey(Core& core, std::uint32_t history, int column) {
     Bstr text;
     core.service.GetHistoryNumber(history, &number);
     core.service.GetHistoryTime(history, &time);
-    if (column == 0) return Printed("%10d", number);
-    if (column == 4) return Printed("%20lld", static_cast<long long>(time));
+    if (column == 0) return Number(number);
+    if (column == 4) return Number(time);
     if (column == 1) core.service.GetHistoryName(history, text.Receive());
     if (column == 2) core.service.GetHistoryParameter(history, text.Receive());
     if (column == 3) core.service.GetHistoryReturnParameter(history, text.Receive());
@@ -195,6 +208,39 @@ TEST(Tables, SortByTheTextsOfTheirKeys) {
         EXPECT_EQ(data.sysCalls.FindRow(data.sysCalls.RowHistoryIndex(k)), k);
     EXPECT_EQ(data.sysCalls.FindRow(*data.sysCalls.Entry(0) - 1), -1);
     EXPECT_EQ(data.sysCalls.FindRow(*data.sysCalls.Entry(data.sysCalls.EntryCount() - 1) + 1), -1);
+}
+
+// In pieces of no length at all, and without reading a text a second time.
+TEST(Tables, CallsAreSortedInPiecesAndTheirTextsReadOnce) {
+    std::mt19937 random(14);
+    Core core(Mixed(random));
+    core.SetRange(3, 250);
+    COSSysCallList& calls = core.data.sysCalls;
+    calls.Sort(COSSysCallList::Time, 0);
+    calls.Sort(COSSysCallList::Parameter, 0);
+    core.service.reads = 0;
+    calls.Sort(COSSysCallList::Name, 0);
+    EXPECT_EQ(core.service.reads, 0u);  // nothing is read before somebody looks
+    int pieces = 0;
+    while (!calls.SortFor(std::chrono::milliseconds(-1)) && ++pieces < 100) {
+        calls.SortFor(std::chrono::milliseconds(1));
+    }
+    EXPECT_GT(pieces, 0);
+    const std::uint64_t read = core.service.reads;
+    EXPECT_GE(read, static_cast<std::uint64_t>(calls.EntryCount()));
+    for (const std::uint32_t end : {240u, 260u}) {
+        const auto time = static_cast<double>(core.service.Trace().time[end]);
+        core.data.markers.MoveEndIntoDisplay(nullptr, time);
+        core.service.reads = 0;
+        calls.FindRow(*calls.Entry(0));
+        EXPECT_LT(core.service.reads, 30u) << end;
+        CString before;
+        for (int k = 0; k < calls.RowCount(); ++k) {
+            const CString name = SysCallKey(core, calls.RowHistoryIndex(k), 1);
+            EXPECT_LE(before, name);
+            before = name;
+        }
+    }
 }
 
 TEST(Tables, RepeatOrForgetTheirSortWhenRebuilt) {

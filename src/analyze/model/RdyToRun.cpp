@@ -121,16 +121,16 @@ CString CRdyToRunAnalysis::Key(const CRdyToRun& record, int column) const {
     const int number = line < contexts_->GetCount() ? contexts_->GetNumber(line) : 0;
     switch (column) {
         case Id:
-            return number != 0 ? kvx::NumberKey(number, 3) : CString();
+            return number != 0 ? kvx::NumberKey(std::int64_t{number}) : CString();
         case Name:
             return line < contexts_->GetCount() ? contexts_->GetShownName(line) : CString();
         case Num:
-            return kvx::NumberKey(record.Num, 5, '0');
+            return kvx::NumberKey(std::int64_t{record.Num});
         case Max:
-            return kvx::NumberKey(kvx::ToCount(record.Max), kvx::kTimeKey);
+            return kvx::NumberKey(kvx::ToCount(record.Max));
         case Min:
-            return kvx::NumberKey(kvx::ToCount(record.Min), kvx::kTimeKey);
+            return kvx::NumberKey(kvx::ToCount(record.Min));
         default:
-            return kvx::NumberKey(kvx::ToCount(record.Avg), kvx::kTimeKey);
+            return kvx::NumberKey(kvx::ToCount(record.Avg));
     }
 }

@@ -5,7 +5,6 @@
 
 #include "analyze/model/SortKeys.h"
 #include "host/ModuleHost.h"
-#include "platform/Text.h"
 #include "trace/ContextMng.h"
 #include "trace/EventReader.h"
 #include "trace/TimeCount.h"
@@ -110,26 +109,26 @@ CString CRunTimeAnalysis::Key(int line, int column) const {
     const int number = contexts_->GetNumber(line);
     const bool task = contexts_->GetType(line) == kContextTask && number != 0;
     if (column == Name) return ' ' + contexts_->GetShownName(line);
-    if (column == Vec && handler) return kvx::NumberKey(number, 10);
+    if (column == Vec && handler) return kvx::NumberKey(std::int64_t{number});
     if (column == Table && handler)
-        return kvx::FormatText("%06X", contexts_->GetTableAddress(line));
-    if (column == Id && task) return ' ' + kvx::NumberKey(number, 10);
+        return kvx::NumberKey(std::int64_t{contexts_->GetTableAddress(line)});
+    if (column == Id && task) return kvx::NumberKey(std::int64_t{number});
     return {};
 }
 
 CString CRunTimeAnalysis::ValueKey(const CRunTime& record, int column) const {
     switch (column) {
         case Num:
-            return kvx::NumberKey(record.Num, 10);
+            return kvx::NumberKey(std::int64_t{record.Num});
         case Max:
-            return kvx::NumberKey(kvx::ToCount(record.Max), kvx::kTimeKey);
+            return kvx::NumberKey(kvx::ToCount(record.Max));
         case Min:
-            return kvx::NumberKey(kvx::ToCount(record.Min), kvx::kTimeKey);
+            return kvx::NumberKey(kvx::ToCount(record.Min));
         case Avg:
-            return kvx::NumberKey(kvx::ToCount(record.Avg), kvx::kTimeKey);
+            return kvx::NumberKey(kvx::ToCount(record.Avg));
         case Total:
-            return kvx::NumberKey(kvx::ToCount(record.Total), kvx::kTimeKey);
+            return kvx::NumberKey(kvx::ToCount(record.Total));
         default:
-            return kvx::FormatText("%8f", record.Ratio);
+            return kvx::NumberKey(record.Ratio);
     }
 }

@@ -2,22 +2,35 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
+#include <bit>
 #include <cstring>
 #include <numeric>
 
 namespace kvx {
 
 namespace {
+
 constexpr std::size_t kChunk = sizeof(std::uint64_t);
+constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
+
+// Sixteen characters, hexadecimal.
+std::string Digits(std::uint64_t bits) {
+    std::string digits(16, '0');
+    for (auto at = digits.rbegin(); at != digits.rend(); ++at, bits >>= 4)
+        *at = "0123456789abcdef"[bits & 15];
+    return digits;
 }
 
-std::string NumberKey(std::int64_t value, std::size_t width, char fill) {
-    std::array<char, 24> digits;
-    const char* const end = std::to_chars(digits.begin(), digits.end(), value).ptr;
-    const auto length = static_cast<std::size_t>(end - digits.data());
-    std::string key(width > length ? width - length : 0, fill);
-    return key.append(digits.data(), length);
+}  // namespace
+
+std::string NumberKey(std::int64_t value) {
+    return Digits(static_cast<std::uint64_t>(value) ^ kSign);
+}
+
+// Doubles are ordered as their bits are, but for the sign.
+std::string NumberKey(double value) {
+    const auto bits = std::bit_cast<std::uint64_t>(value + 0.0);
+    return Digits(bits & kSign ? ~bits : bits ^ kSign);
 }
 
 void SortKeys::Reserve(std::size_t rows, std::size_t bytesPerRow) {

@@ -15,11 +15,10 @@ namespace kvx {
 // Longest key, in characters.
 inline constexpr std::size_t kMaxKey = 255;
 
-// Width of the keys of times.
-inline constexpr std::size_t kTimeKey = 20;
-
-// The number right-aligned in width, as "%*d" gives it; a longer number is not cut.
-std::string NumberKey(std::int64_t value, std::size_t width, char fill = ' ');
+// Keys whose order by bytes is the order of the numbers, and that no text of a key comes before but
+// the empty one.
+std::string NumberKey(std::int64_t value);
+std::string NumberKey(double value);
 
 class SortKeys {
   public:

@@ -1,39 +1,19 @@
 #include "analyze/model/SysCallList.h"
 
-#include "analyze/model/HistoryText.h"
-#include "analyze/model/SortKeys.h"
 #include "host/ModuleHost.h"
-#include "platform/Text.h"
 #include "trace/EventReader.h"
 #include "trace/TimeSearch.h"
 #include "traceview/model/Marker.h"
 
 namespace {
 
+constexpr std::chrono::hours kAsLongAsItTakes{24};
+
 // The event of a history entry; nothing that the list holds when it has none.
 std::uint32_t HistoryEvent(IQOSTraceService& service, std::uint32_t history) {
     std::uint32_t event = 0xFFFFFFFFu;
     service.GetHistoryEvent(history, &event);
     return event;
-}
-
-CString SortKey(IQOSTraceService& service, std::uint32_t history, int column) {
-    std::int32_t number = 0;
-    std::int64_t time = 0;
-    switch (column) {
-        case COSSysCallList::No:
-            service.GetHistoryNumber(history, &number);
-            return kvx::NumberKey(number, 10);
-        case COSSysCallList::Name:
-            return kvx::HistoryText(service, &IQOSTraceService::GetHistoryName, history);
-        case COSSysCallList::Parameter:
-            return kvx::HistoryText(service, &IQOSTraceService::GetHistoryParameter, history);
-        case COSSysCallList::ReturnParameter:
-            return kvx::HistoryText(service, &IQOSTraceService::GetHistoryReturnParameter, history);
-        default:
-            service.GetHistoryTime(history, &time);
-            return kvx::NumberKey(time, kvx::kTimeKey);
-    }
 }
 
 }  // namespace
@@ -44,10 +24,16 @@ void COSSysCallList::Clear() {
     rowOf_ = {};
 }
 
+void COSSysCallList::BeginRows() {
+    rows_.Begin(first_, count_);
+    rowOf_ = {};
+}
+
 void COSSysCallList::Build() {
     IQOSTraceService* const service = kvx::host::TraceService();
     if (!service) return;
-    Clear();
+    first_ = count_ = 0;
+    BeginRows();
     if (!marker_->IsKeepSort()) sort_.Reset();
     std::uint32_t historyCount = 0;
     service->GetHistoryCount(&historyCount);
@@ -55,6 +41,7 @@ void COSSysCallList::Build() {
         std::uint32_t last = 0;
         if (!FindRange(*service, historyCount, &last)) return;
         count_ = last < first_ ? 0 : last - first_ + 1;
+        BeginRows();
     }
     if (marker_->IsKeepSort() && sort_.Column() != -1) Sort(sort_.Column(), 1);
 }
@@ -89,20 +76,22 @@ bool COSSysCallList::FindRange(IQOSTraceService& service, std::uint32_t historyC
 }
 
 void COSSysCallList::Sort(int column, int again) {
-    IQOSTraceService* const service = kvx::host::TraceService();
-    if (!service) return;
+    if (!kvx::host::TraceService()) return;
     const auto direction = sort_.Begin(column, again);
     if (!direction) return;
-    kvx::SortKeys keys;
-    keys.Reserve(count_, 20);
-    // In the order of the history, which a service reads faster than any other.
-    for (std::uint32_t n = 0; n < count_; ++n) {
-        const CString key = SortKey(*service, first_ + n, column);
-        keys.Add(kvx::Utf8Prefix(key, kvx::kMaxKey));
-    }
-    rows_ = keys.Order(*direction == kvx::kAscending, std::move(rows_));
-    rowOf_.resize(count_);
-    for (std::uint32_t k = 0; k < count_; ++k) rowOf_[rows_[k]] = k;
+    rows_.SortBy(column, *direction == kvx::kAscending);
+    rowOf_ = {};
+}
+
+bool COSSysCallList::SortFor(std::chrono::milliseconds time) const {
+    if (!rows_.IsDue()) return true;
+    IQOSTraceService* const service = kvx::host::TraceService();
+    return service && rows_.Continue(*service, kvx::CallOrder::Clock::now() + time);
+}
+
+const std::vector<std::uint32_t>& COSSysCallList::Rows() const {
+    SortFor(kAsLongAsItTakes);
+    return rows_.Order();
 }
 
 std::optional<std::uint32_t> COSSysCallList::Entry(int n) const {
@@ -112,11 +101,18 @@ std::optional<std::uint32_t> COSSysCallList::Entry(int n) const {
 
 std::uint32_t COSSysCallList::RowHistoryIndex(int k) const {
     const auto row = static_cast<std::uint32_t>(k);
-    return first_ + (rows_.empty() ? row : rows_[row]);
+    const std::vector<std::uint32_t>& rows = Rows();
+    return first_ + (rows.empty() ? row : rows[row]);
 }
 
 int COSSysCallList::FindRow(std::uint32_t history) const {
     const std::uint32_t entry = history - first_;
     if (history < first_ || entry >= count_) return -1;
-    return static_cast<int>(rowOf_.empty() ? entry : rowOf_[entry]);
+    const std::vector<std::uint32_t>& rows = Rows();
+    if (rows.empty()) return static_cast<int>(entry);
+    if (rowOf_.empty()) {
+        rowOf_.resize(count_);
+        for (std::uint32_t k = 0; k < count_; ++k) rowOf_[rows[k]] = k;
+    }
+    return static_cast<int>(rowOf_[entry]);
 }

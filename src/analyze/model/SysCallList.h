@@ -5,13 +5,14 @@
 #include <optional>
 #include <vector>
 
+#include "analyze/model/CallOrder.h"
 #include "analyze/model/SortState.h"
 #include "host/OSTraceService.h"
 
 class COSMarker;
 
-// Entries are consecutive history indexes, so the list is their first index and their count; the
-// display order is held only once it differs from the order of the entries.
+// Entries are consecutive history indexes, so the list is their first index and their count. Rows
+// are put into order when somebody reads them.
 class COSSysCallList {
   public:
     static constexpr int kColumns = 5;
@@ -31,6 +32,10 @@ class COSSysCallList {
     // History index of the n-th entry; nothing when n is out of range.
     std::optional<std::uint32_t> Entry(int n) const;
 
+    // Puts the rows into order for at most so long; true when they are. Reading a row does what is
+    // left, however long it takes.
+    bool SortFor(std::chrono::milliseconds time) const;
+
     // One row an entry.
     int RowCount() const { return EntryCount(); }
     std::uint32_t RowHistoryIndex(int k) const;
@@ -41,12 +46,14 @@ class COSSysCallList {
     int ColumnState(int column) const { return sort_.State(column); }
 
   private:
+    void BeginRows();
+    const std::vector<std::uint32_t>& Rows() const;
     bool FindRange(IQOSTraceService& service, std::uint32_t historyCount, std::uint32_t* last);
 
     std::uint32_t first_ = 0;
     std::uint32_t count_ = 0;
-    std::vector<std::uint32_t> rows_;   // entry of each row; empty: rows are in entry order
-    std::vector<std::uint32_t> rowOf_;  // row of each entry; empty as rows_
+    mutable kvx::CallOrder rows_;               // entry of each row
+    mutable std::vector<std::uint32_t> rowOf_;  // row of each entry; empty: not asked for yet
     kvx::SortState<kColumns> sort_;
     COSMarker* marker_ = nullptr;
 };
