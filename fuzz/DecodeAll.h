@@ -39,7 +39,7 @@ inline void DecodeAll(const std::string& path) {
         trace.ShowProcessor(processors[i]);
         const auto whole = trace.Summarize();
         Require(trace.Check().empty(), trace.Check());
-        AskForTexts(trace, whole.events);
+        AskForTexts(trace, whole.Shown().events);
         trace.DiscardData();
         std::int64_t a = 0;
         std::int64_t b = 0;
@@ -51,7 +51,7 @@ inline void DecodeAll(const std::string& path) {
         Require(trace.Check().empty(), trace.Check());
         std::uint32_t events = 0;
         trace.GetEventCount(&events);
-        Require(events == whole.events, "pieces give other events than the whole");
+        Require(events == whole.Shown().events, "pieces give other events than the whole");
     }
 }
 

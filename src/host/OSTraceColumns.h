@@ -3,6 +3,8 @@
 // it by query-interface (kvx::host::kOSTraceColumns). A service without it is read by its plain
 // operations, with the same result.
 
+#include <atomic>
+
 #include "host/Host.h"
 
 namespace kvx::host {
@@ -26,11 +28,15 @@ struct EventList {
 // dispatch leaves the context that the one before it entered; GetSysCallEvent of a system call is
 // the event itself. Every pointer is the service's and holds until its next AnalyzeRecords,
 // DiscardData or change of the line order.
+//
+// A service may know more events than it shows (eventCount): then knownEvents says how many there
+// are in the columns, and an interval may end with one of those. Others leave knownEvents at 0.
 struct OSTraceColumns {
     std::uint32_t eventCount = 0;
     const std::int64_t* time = nullptr;       // count of each event, non-decreasing
     const std::uint32_t* endEvent = nullptr;  // kinds 1 and 2: the event that ends the interval, or
-                                              // kOpenEnd; not meaningful for kind 3
+                                              // kOpenEnd; not meaningful for kind 3. May change
+                                              // while it is read: see EndOf
     const std::uint32_t* context = nullptr;   // GetEventContext
     const std::uint32_t* next = nullptr;      // kind 1: GetEventNextContext; kind 2: state context
     const std::uint8_t* kind = nullptr;       // 1 dispatch, 2 state, 3 system call
@@ -47,7 +53,15 @@ struct OSTraceColumns {
     // the reader then finds them in the lists of all.
     const EventList* dispatchesTo = nullptr;
     const EventList* sysCallsOf = nullptr;
+
+    std::uint32_t knownEvents = 0;
 };
+
+// An element of endEvent. The service may write it at the same time: an interval that is open ends.
+inline std::uint32_t EndOf(const std::uint32_t* endEvent, std::uint32_t event) {
+    auto& element = const_cast<std::uint32_t&>(endEvent[event]);
+    return std::atomic_ref(element).load(std::memory_order_relaxed);
+}
 
 class IQOSTraceColumns : public IQUnknown {
   public:

@@ -97,8 +97,10 @@ class ColumnEvents {
         return e < c_.eventCount ? static_cast<double>(c_.time[e]) : 0.0;
     }
     double EndTime(std::uint32_t e) const {
-        if (e >= c_.eventCount || c_.endEvent[e] >= c_.eventCount) return 0.0;
-        const std::int64_t end = c_.time[c_.endEvent[e]];
+        if (e >= c_.eventCount) return 0.0;
+        const std::uint32_t by = host::EndOf(c_.endEvent, e);
+        if (by >= std::max(c_.eventCount, c_.knownEvents)) return 0.0;
+        const std::int64_t end = c_.time[by];
         return static_cast<double>(end == 0 ? host::kEndAtZero : end);
     }
     std::uint32_t Context(std::uint32_t e) const { return Line(c_.context, e); }

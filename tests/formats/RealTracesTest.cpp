@@ -56,7 +56,7 @@ TEST(RealTraces, EveryItronLogOpensAndNamesNoLossThatItDoesNotHave) {
         for (const auto processor : trace->GetRecording()->Processors()) {
             ASSERT_TRUE(trace->ShowProcessor(processor));
             const auto summary = trace->Summarize();
-            EXPECT_GT(summary.dispatches, 50u) << entry.path();
+            EXPECT_GT(summary.Shown().dispatches, 50u) << entry.path();
             EXPECT_EQ(trace->Check(), "") << entry.path();
             // Of asp_long.log a stretch was overwritten, and with it the issue of one sig_sem.
             const bool damaged = entry.path().filename() == "asp_long.log";
@@ -123,10 +123,10 @@ TEST(RealTraces, ZephyrSwitchesAreDispatches) {
     const auto trace = Show(folder + "/ctf/zephyr/v3.3-rt_mix");
     const auto summary = trace->Summarize();
     // 1294 switches, and 444 interrupts that are dispatched to and back from.
-    EXPECT_EQ(summary.dispatches, 1294u + 2 * 444u);
+    EXPECT_EQ(summary.Shown().dispatches, 1294u + 2 * 444u);
     EXPECT_THAT(CountersOf(summary.losses), IsEmpty());
     const auto metadata = Show(folder + "/ctf/zephyr/v3.3-rt_mix/metadata");
-    EXPECT_EQ(metadata->Summarize().events, summary.events);
+    EXPECT_EQ(metadata->Summarize().totals.events, summary.totals.events);
 }
 
 TEST(RealTraces, InvalidCtfIsRefusedOrReadUpToTheDamage) {

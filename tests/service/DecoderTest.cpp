@@ -181,6 +181,7 @@ constexpr const char* kTwoProcessors = R"({"Resources":{
   "TIMER1":{"Type":"InterruptHandler","Attributes":{"id":5,"prcIdI":1}},
   "TIMER2":{"Type":"InterruptHandler","Attributes":{"id":5,"prcIdI":2}}}})";
 
+// A task that moves runs until the log takes the processor from it.
 TEST(Decoder, OneProcessorIsShownWithTheTasksThatAreOnIt) {
     const char* log =
         "[10]:[1]: dispatch to task 1.\n[20]:[2]: enter to int handler 5.\n"
@@ -192,8 +193,8 @@ TEST(Decoder, OneProcessorIsShownWithTheTasksThatAreOnIt) {
         "[99]:[2]: leave from mig_tsk ercd=0.\n";
     EXPECT_THAT(EventsOfLog(log, kTwoProcessors, 1),
                 ElementsAre("10 run Unknown: A", "30 call A: act_tsk(tskid=2)",
-                            "70 call A: mig_tsk(tskid=0, prcid=2) -> ercd=0",
-                            "80 state A: DMT+PAUSE", "90 run A: Idle"));
+                            "70 call A: mig_tsk(tskid=0, prcid=2) -> ercd=0", "90 run A: Idle",
+                            "90 state A: DMT+PAUSE"));
     EXPECT_THAT(EventsOfLog(log, kTwoProcessors, 2),
                 ElementsAre("20 state B: DMT", "20 run Unknown: TIMER2", "40 state B: RDY",
                             "50 run TIMER2: Unknown", "60 run Unknown: B", "90 state A: RDY",

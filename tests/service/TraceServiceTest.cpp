@@ -351,25 +351,31 @@ TEST_F(TraceServiceTest, ARecordedTraceIsNotMeasured) {
     EXPECT_EQ(range, kRangeFree);
 }
 
+// What the events of a store have to say about themselves when they are published.
+std::string Fault(service::EventStore& store) {
+    store.Publish();
+    return store.Check();
+}
+
 TEST(EventStoreCheck, FindsWhatCannotBe) {
-    service::EventStore store;
+    service::EventStore store(10);
     store.AddDispatch(10, 0, 1, 0);
     const auto state = store.AddState(11, 2, 1, 0, 1);
     store.AddDispatch(12, 1, 2, 2);
-    EXPECT_EQ(store.Check(), "");
+    EXPECT_EQ(Fault(store), "");
     store.Close(state, 0);
-    EXPECT_THAT(store.Check(), testing::HasSubstr("event 1 ends nowhere"));
+    EXPECT_THAT(Fault(store), testing::HasSubstr("event 1 ends nowhere"));
     store.Close(state, 2);
-    EXPECT_EQ(store.Check(), "");
+    EXPECT_EQ(Fault(store), "");
     store.AddDispatch(13, 1, 3, 3);  // 2 was running
-    EXPECT_THAT(store.Check(), testing::HasSubstr("does not lead to the next"));
-    store.Clear();
-    store.AddCall(5, 0, 14, 0, 0);
-    EXPECT_THAT(store.Check(), testing::HasSubstr("event 0"));
-    store.Clear();
-    store.AddCall(5, 0, 1, 0, 0);
-    store.AddCall(4, 0, 1, 0, 1);
-    EXPECT_THAT(store.Check(), testing::HasSubstr("earlier than the one before"));
+    EXPECT_THAT(Fault(store), testing::HasSubstr("does not lead to the next"));
+    service::EventStore coded(10);
+    coded.AddCall(5, 0, 14, 0, 0);
+    EXPECT_THAT(Fault(coded), testing::HasSubstr("event 0"));
+    service::EventStore timed(10);
+    timed.AddCall(5, 0, 1, 0, 0);
+    timed.AddCall(4, 0, 1, 0, 1);
+    EXPECT_THAT(Fault(timed), testing::HasSubstr("earlier than the one before"));
 }
 
 }  // namespace

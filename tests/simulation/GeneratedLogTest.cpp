@@ -6,7 +6,8 @@
 #include "simulation/LogChecker.h"
 #include "simulation/TemporaryFolder.h"
 #include "workbench/formats/OpenRecording.h"
-#include "workbench/service/TraceSession.h"
+#include "workbench/service/DecodedRecording.h"
+#include "workbench/service/Summary.h"
 #include "workbench/simulation/DriveController.h"
 #include "workbench/simulation/DriveIds.h"
 #include "workbench/simulation/Generate.h"
@@ -123,9 +124,8 @@ TEST(GeneratedLog, IsReadWithoutLosses) {
         ASSERT_TRUE(recording) << recording.GetError().message;
         EXPECT_THAT((*recording)->Warnings(), testing::IsEmpty());
         EXPECT_EQ((*recording)->RecordCount(), events);
-        service::TraceSession session(std::move(*recording));
-        session.DecodeThrough(static_cast<std::uint32_t>(events - 1));
-        const auto summary = session.Summarize();
+        const service::DecodedRecording decoded(std::move(*recording));
+        const auto summary = service::Summarize(decoded);
         for (std::size_t i = 0; i < static_cast<std::size_t>(service::Loss::Count); ++i) {
             const auto loss = static_cast<service::Loss>(i);
             EXPECT_EQ(summary.losses.Get(loss), 0u) << service::GetLossInfo(loss).name;

@@ -87,7 +87,7 @@ class ChartSearch {
 
     // The column at which an event's interval ends, seen from a column that it reaches.
     int EndColumn(std::uint32_t event, int from) const {
-        const std::uint32_t last = columns_.endEvent[event];
+        const std::uint32_t last = host::EndOf(columns_.endEvent, event);
         if (last < pixels_.Beyond(geometry_.right)) return pixels_.ColumnOf(last, from);
         const double end = events_.EndTime(event);
         return std::min(geometry_.X(end == 0.0 ? geometry_.traceEnd : end), geometry_.right);
@@ -103,7 +103,7 @@ class ChartSearch {
             const std::uint32_t event = begun[static_cast<std::size_t>(x - geometry_.left)];
             if (event == kNoEvent) continue;
             const bool begins = event >= pixels_.First(x) || x == geometry_.left;
-            const bool ends = columns_.endEvent[event] < pixels_.Beyond(x);
+            const bool ends = host::EndOf(columns_.endEvent, event) < pixels_.Beyond(x);
             if (!begins || ends) continue;
             const int end = EndColumn(event, x);
             if (end <= x) continue;

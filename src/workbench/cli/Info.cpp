@@ -33,18 +33,29 @@ Json CountersAsJson(const service::LossCounters& losses, bool isLoss) {
     return counters;
 }
 
+void AddTotals(const service::Totals& totals, Json& json) {
+    json["events"] = totals.events;
+    json["dispatches"] = totals.dispatches;
+    json["state_changes"] = totals.stateChanges;
+    json["system_calls"] = totals.systemCalls;
+}
+
 void WriteJson(const Summary& summary, std::int64_t origin, std::ostream& out) {
     Json json;
     json["file"] = summary.path;
     json["format"] = summary.format;
-    json["processors"] = summary.processors;
+    json["processors"] = Json::array();
+    for (const auto& totals : summary.byProcessor) json["processors"].push_back(totals.processor);
     json["shown"] = summary.shownProcessor;
     json["records"] = summary.records;
     json["contexts"] = summary.contexts;
-    json["events"] = summary.events;
-    json["dispatches"] = summary.dispatches;
-    json["state_changes"] = summary.stateChanges;
-    json["system_calls"] = summary.systemCalls;
+    AddTotals(summary.totals, json);
+    json["by_processor"] = Json::array();
+    for (const auto& totals : summary.byProcessor) {
+        Json row = {{"processor", totals.processor}};
+        AddTotals(totals, row);
+        json["by_processor"].push_back(row);
+    }
     json["first_time"] = summary.firstTime;
     json["last_time"] = summary.lastTime;
     json["time_unit"] = summary.timeUnit;
@@ -70,12 +81,24 @@ void WriteCounters(const Summary& summary, bool isLoss, std::ostream& out) {
     if (!any && isLoss) WriteRow(out, "losses", "none");
 }
 
+// Where there are several.
+void WriteProcessors(const Summary& summary, std::ostream& out) {
+    if (summary.byProcessor.size() < 2) return;
+    const auto write = [&](const auto&... cells) {
+        ((out << std::right << std::setw(15) << cells), ...) << '\n';
+    };
+    write("processor", "events", "dispatches", "state changes", "system calls");
+    for (const auto& totals : summary.byProcessor)
+        write(totals.processor, totals.events, totals.dispatches, totals.stateChanges,
+              totals.systemCalls);
+}
+
 void WriteText(const Summary& summary, const service::TraceClock& clock, std::int64_t origin,
                std::ostream& out) {
     std::string processors;
-    for (const auto processor : summary.processors)
-        processors.append(processors.empty() ? "" : ", ").append(std::to_string(processor));
-    if (summary.processors.size() > 1)
+    for (const auto& totals : summary.byProcessor)
+        processors.append(processors.empty() ? "" : ", ").append(std::to_string(totals.processor));
+    if (summary.byProcessor.size() > 1)
         processors += " (shown: " + std::to_string(summary.shownProcessor) + ")";
     const auto timeText = [&](std::int64_t count) {
         auto text = std::to_string(count);
@@ -87,10 +110,11 @@ void WriteText(const Summary& summary, const service::TraceClock& clock, std::in
     WriteRow(out, "processors", processors);
     WriteRow(out, "records", summary.records);
     WriteRow(out, "contexts", summary.contexts);
-    WriteRow(out, "events", summary.events);
-    WriteRow(out, "dispatches", summary.dispatches);
-    WriteRow(out, "state changes", summary.stateChanges);
-    WriteRow(out, "system calls", summary.systemCalls);
+    WriteRow(out, "events", summary.totals.events);
+    WriteRow(out, "dispatches", summary.totals.dispatches);
+    WriteRow(out, "state changes", summary.totals.stateChanges);
+    WriteRow(out, "system calls", summary.totals.systemCalls);
+    WriteProcessors(summary, out);
     WriteRow(out, "first time", timeText(summary.firstTime));
     WriteRow(out, "last time", timeText(summary.lastTime));
     WriteRow(out, "time unit", summary.timeUnit);

@@ -1,6 +1,7 @@
 #include "workbench/cli/OpenTrace.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 
 #include "workbench/formats/OpenRecording.h"
 
@@ -32,10 +33,28 @@ class TerminalProgress final : public formats::IOpenProgress {
 
 }  // namespace
 
+std::optional<ProcessorChoice> ProcessorChoice::Parse(const std::string& text) {
+    ProcessorChoice choice;
+    choice.all_ = text == "all";
+    std::uint32_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto parsed = std::from_chars(text.data(), end, number);
+    if (parsed.ec == std::errc() && parsed.ptr == end) choice.number_ = number;
+    if (!choice.IsGiven()) return std::nullopt;
+    return choice;
+}
+
 void AddTraceOptions(CLI::App& command, TraceOptions& options) {
     command.add_option("FILE", options.path, "Trace: a log, a CTF folder, or its metadata file")
         ->required();
-    command.add_option("--cpu", options.processor, "Processor to show, where there are several");
+    command.add_option_function<std::string>(
+        "--cpu",
+        [&options](const std::string& text) {
+            const auto choice = ProcessorChoice::Parse(text);
+            if (!choice) throw CLI::ValidationError("--cpu", "takes a number or all");
+            options.processors = *choice;
+        },
+        "Processor to show, where there are several: a number, or all");
     command.add_option("--res", options.resourceFile,
                        "Resource file of a log (else the one of the log's name with .res)");
     command.add_flag("--strict", options.strict, "Exit with 4 where something was lost");
@@ -58,9 +77,10 @@ std::unique_ptr<service::TraceService> OpenTrace(const TraceOptions& options,
         streams.error << "kvxostrace: " << warning << '\n';
     auto service = std::make_unique<service::TraceService>();
     service->SetRecording(std::move(*recording));
-    if (options.processor && !service->ShowProcessor(*options.processor)) {
-        streams.error << "kvxostrace: " << options.path << ": there is no processor "
-                      << *options.processor << " in it\n";
+    const auto number = options.processors.Number();
+    if (number && !service->ShowProcessor(*number)) {
+        streams.error << "kvxostrace: " << options.path << ": there is no processor " << *number
+                      << " in it\n";
         status = kExitUsage;
         return nullptr;
     }

@@ -15,18 +15,34 @@ class App;
 
 namespace kvx::cli {
 
+// Which processors of a recording are meant: N or "all"; empty where the command decides.
+class ProcessorChoice {
+  public:
+    ProcessorChoice() = default;
+    // None: the text is neither.
+    static std::optional<ProcessorChoice> Parse(const std::string& text);
+
+    bool IsAll() const { return all_; }
+    std::optional<std::uint32_t> Number() const { return number_; }
+    bool IsGiven() const { return all_ || number_; }
+
+  private:
+    bool all_ = false;
+    std::optional<std::uint32_t> number_;
+};
+
 struct TraceOptions {
     std::string path;
     std::string resourceFile;
-    std::optional<std::uint32_t> processor;
+    ProcessorChoice processors;
     bool strict = false;
 };
 
 // The file and the options --cpu, --res and --strict.
 void AddTraceOptions(CLI::App& command, TraceOptions& options);
 
-// Opens the trace and shows the processor asked for. Warnings go to the error stream, progress
-// there too where it is a terminal. Null: why is written there, and status is set.
+// Opens the trace and shows the processor asked for, if one is. Warnings go to the error stream,
+// progress there too where it is a terminal. Null: why is written there, and status is set.
 std::unique_ptr<service::TraceService> OpenTrace(const TraceOptions& options,
                                                  const Streams& streams, int& status);
 

@@ -7,7 +7,7 @@ namespace kvx::service {
 std::vector<NameCount> CallHistory::Occurring() const {
     std::vector<NameCount> counts(names_.Count());
     for (std::uint32_t i = 0; i < names_.Count(); ++i) counts[i].name = names_.Get(i).name;
-    for (const auto event : store_.Calls()) ++counts[store_.Call(event)].count;
+    for (const auto event : Calls()) ++counts[store_->Call(event)].count;
     std::erase_if(counts, [](const NameCount& entry) { return entry.count == 0; });
     std::ranges::sort(counts, {}, &NameCount::name);
     return counts;
@@ -24,8 +24,19 @@ void CallHistory::EndPickUp() {
     Forget();
 }
 
+void CallHistory::ShowCallsOf(const EventStore& store) {
+    Forget();
+    store_ = &store;
+    end_ = 0;
+}
+
+void CallHistory::ShowUntil(std::uint32_t event) {
+    if (event < end_) Forget();
+    end_ = event;
+}
+
 void CallHistory::Forget() {
-    picked_.Clear();
+    picked_.clear();
     isChosen_.clear();
     seen_ = 0;
 }
@@ -36,9 +47,10 @@ void CallHistory::CatchUp() {
         isChosen_.push_back(
             std::ranges::find(chosen_, names_.Get(static_cast<std::uint32_t>(i)).name) !=
             chosen_.end());
-    for (; seen_ < store_.Calls().size(); ++seen_) {
-        const auto event = store_.Calls()[seen_];
-        if (isChosen_[store_.Call(event)]) picked_.push_back(event);
+    const auto calls = Calls();
+    for (; seen_ < calls.size(); ++seen_) {
+        const auto event = calls[seen_];
+        if (isChosen_[store_->Call(event)]) picked_.push_back(event);
     }
 }
 
@@ -53,15 +65,15 @@ std::uint32_t CallHistory::EventAt(std::uint32_t history) const {
 
 std::optional<std::uint32_t> CallHistory::IndexOf(std::uint32_t event) {
     CatchUp();
-    const auto& list = List();
-    const auto* at = std::lower_bound(list.begin(), list.end(), event);
+    const auto list = List();
+    const auto at = std::ranges::lower_bound(list, event);
     if (at == list.end() || *at != event) return std::nullopt;
     return static_cast<std::uint32_t>(at - list.begin());
 }
 
 std::uint32_t CallHistory::NumberOf(std::uint32_t event) const {
-    const auto& calls = store_.Calls();
-    const auto* at = std::lower_bound(calls.begin(), calls.end(), event);
+    const auto calls = Calls();
+    const auto at = std::ranges::lower_bound(calls, event);
     return static_cast<std::uint32_t>(at - calls.begin()) + 1;
 }
 

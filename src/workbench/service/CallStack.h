@@ -9,11 +9,14 @@
 
 namespace kvx::service {
 
+struct Timeline;
+
 struct OpenCall {
-    std::uint32_t call = 0;    // number of its name
-    std::uint32_t event = 0;   // or host::kOpenEnd where it is not shown
-    std::uint32_t record = 0;  // the one that issued it
-    bool blocked = false;      // the file said that it has to wait
+    std::uint32_t call = 0;        // number of its name
+    std::uint32_t record = 0;      // the one that issued it
+    Timeline* timeline = nullptr;  // where it is shown as event; null: nowhere
+    std::uint32_t event = 0;
+    bool blocked = false;  // the file said that it has to wait
 };
 
 class CallStack {

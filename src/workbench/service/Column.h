@@ -1,13 +1,13 @@
 #pragma once
-// A growing array of plain values that never holds two copies of itself for long: growth goes
-// through realloc, which moves large blocks by remapping their pages. Room that was reserved and
-// not yet written costs no memory.
+// A growing array of plain values that never moves: pointers into it stay good while it grows.
+//
+// One thread appends. Another may read what was appended before a count was published to it.
 
 #include <cstddef>
-#include <cstdlib>
-#include <new>
+#include <stdexcept>
 #include <type_traits>
-#include <utility>
+
+#include "workbench/service/ReservedMemory.h"
 
 namespace kvx::service {
 
@@ -16,52 +16,29 @@ class Column {
     static_assert(std::is_trivially_copyable_v<T>);
 
   public:
-    Column() = default;
-    Column(const Column&) = delete;
-    Column& operator=(const Column&) = delete;
-    Column(Column&& other) noexcept { Swap(other); }
-    Column& operator=(Column&& other) noexcept {
-        Swap(other);
-        return *this;
-    }
-    ~Column() { std::free(data_); }
+    // most: values that ever fit; room that nothing was written to costs no memory.
+    explicit Column(std::size_t most)
+        : memory_(most * sizeof(T)), data_(static_cast<T*>(memory_.Data())), most_(most) {}
 
     std::size_t size() const { return size_; }
     bool empty() const { return size_ == 0; }
     const T* data() const { return data_; }
-    const T* begin() const { return data_; }
-    const T* end() const { return data_ + size_; }
+    T* data() { return data_; }
     T& operator[](std::size_t i) { return data_[i]; }
     const T& operator[](std::size_t i) const { return data_[i]; }
     const T& back() const { return data_[size_ - 1]; }
 
     void push_back(T value) {
-        if (size_ == capacity_) Grow(capacity_ < 16 ? 16 : capacity_ + capacity_ / 2);
+        if (size_ == most_) throw std::length_error("more values than there is room for");
         data_[size_++] = value;
     }
-    void reserve(std::size_t capacity) {
-        if (capacity > capacity_) Grow(capacity);
-    }
-    // Frees the memory.
-    void Clear() { Column().Swap(*this); }
     std::size_t Bytes() const { return size_ * sizeof(T); }
 
   private:
-    void Grow(std::size_t capacity) {
-        void* grown = std::realloc(data_, capacity * sizeof(T));
-        if (!grown) throw std::bad_alloc();
-        data_ = static_cast<T*>(grown);
-        capacity_ = capacity;
-    }
-    void Swap(Column& other) noexcept {
-        std::swap(data_, other.data_);
-        std::swap(size_, other.size_);
-        std::swap(capacity_, other.capacity_);
-    }
-
-    T* data_ = nullptr;
+    ReservedMemory memory_;
+    T* data_;
+    std::size_t most_;
     std::size_t size_ = 0;
-    std::size_t capacity_ = 0;
 };
 
 }  // namespace kvx::service

@@ -35,8 +35,9 @@ const KindInfo& InfoOf(ContextKind kind) {
 
 }  // namespace
 
-std::uint32_t ContextTable::Add(const ContextKey& key) {
-    if (const auto known = Find(key); known != kNoContext) return known;
+std::uint32_t ContextTable::Add(const ContextKey& key, std::uint32_t firstEvent) {
+    const auto [number, isNew] = numbers_.try_emplace(key, Count());
+    if (!isNew) return number->second;
     const auto& kind = InfoOf(key.kind);
     Context context;
     context.key = key;
@@ -48,14 +49,21 @@ std::uint32_t ContextTable::Add(const ContextKey& key) {
     context.number = FreeNumber(kind.type, fits ? kind.firstNumber + key.id : kFirstSpareNumber);
     if (kind.tableAddress)
         context.tableAddress = kind.tableAddress | static_cast<std::uint32_t>(key.id & 0xFFFFF);
-    contexts_.push_back(std::move(context));
-    numbers_[key] = Count() - 1;
-    return Count() - 1;
+    context.firstEvent = firstEvent;
+    contexts_.Append(std::move(context));
+    return number->second;
 }
 
-std::uint32_t ContextTable::Find(const ContextKey& key) const {
-    const auto at = numbers_.find(key);
-    return at == numbers_.end() ? kNoContext : at->second;
+std::uint32_t ContextTable::CountBefore(std::uint32_t event) const {
+    std::uint32_t first = 0;
+    for (auto count = Count(); count > 0;) {
+        const auto half = count / 2;
+        const auto& context = contexts_[first + half];
+        const bool appeared = context.firstEvent == 0 || context.firstEvent < event;
+        if (appeared) first += half + 1;
+        count = appeared ? count - half - 1 : half;
+    }
+    return first;
 }
 
 std::string ContextTable::DisplayName(std::uint32_t context) const {

@@ -1,13 +1,14 @@
 #pragma once
-// The contexts that are shown: numbered in order of appearance, never renumbered.
+// The contexts of one processor: numbered in order of appearance, never renumbered. One thread adds
+// them, others may read those below a count that they have seen.
 
 #include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
-#include <vector>
 
 #include "workbench/service/Record.h"
+#include "workbench/service/StableVector.h"
 
 namespace kvx::service {
 
@@ -19,6 +20,7 @@ struct Context {
     std::int32_t type = 0;
     std::int32_t number = 0;  // unique within the type
     std::uint32_t tableAddress = 0;
+    std::uint32_t firstEvent = 0;  // the event that the context appears with; 0 for those declared
     bool IsIdle() const { return key.kind == ContextKind::Task && key.id == 0; }
 };
 
@@ -31,10 +33,12 @@ class ContextTable {
     // The name that the context gets when it is added. The first name of a key holds.
     void Declare(const ContextKey& key, const std::string& name) { declared_.emplace(key, name); }
     // The number of the context, new when the key was not known.
-    std::uint32_t Add(const ContextKey& key);
-    std::uint32_t Find(const ContextKey& key) const;  // kNoContext: not there
+    // firstEvent must not go back.
+    std::uint32_t Add(const ContextKey& key, std::uint32_t firstEvent = 0);
     const Context& Get(std::uint32_t context) const { return contexts_[context]; }
-    std::uint32_t Count() const { return static_cast<std::uint32_t>(contexts_.size()); }
+    std::uint32_t Count() const { return contexts_.size(); }
+    // How many have appeared before that event.
+    std::uint32_t CountBefore(std::uint32_t event) const;
     // Name, "Idle" or "Unknown".
     std::string DisplayName(std::uint32_t context) const;
 
@@ -46,7 +50,7 @@ class ContextTable {
     };
     std::int32_t FreeNumber(std::int32_t type, std::uint64_t wanted);
 
-    std::vector<Context> contexts_;
+    StableVector<Context> contexts_;
     std::unordered_map<ContextKey, std::uint32_t, Hash> numbers_;
     std::unordered_map<ContextKey, std::string, Hash> declared_;
     std::unordered_set<std::uint64_t> taken_;  // type and number

@@ -1,16 +1,17 @@
 #include "workbench/service/Decoder.h"
 
+#include <algorithm>
+
 namespace kvx::service {
 
-Decoder::Decoder(Recording& recording, std::uint32_t processor, const Inferred& inferred,
-                 ContextTable& contexts, CallNames& names, EventStore& store)
+Decoder::Decoder(Recording& recording, const Inferred& inferred,
+                 std::span<Timeline* const> timelines, CallNames& names, Moment& moment)
     : recording_(recording),
-      shown_(processor),
       inferred_(inferred),
-      contexts_(contexts),
+      timelines_(timelines),
       names_(names),
-      writer_(contexts, store),
-      tasks_(processor, contexts, writer_),
+      moment_(moment),
+      tasks_([this](std::uint32_t processor) { return TimelineOf(processor); }, moment),
       window_(recording) {
     const auto& processors = recording.Processors();
     for (const auto& declared : recording.Contexts()) {
@@ -26,13 +27,14 @@ Decoder::Decoder(Recording& recording, std::uint32_t processor, const Inferred& 
 void Decoder::DecodeOne() {
     const Record& record = window_.At(next_);
     if (record.kind == RecordKind::Unreadable) {
-        writer_.At(next_);
+        moment_.MoveTo(next_);
         losses_.Add(Loss::UnreadableRecords);
     } else {
-        writer_.At(next_, record.time);
+        moment_.MoveTo(next_, record.time);
         if (record.kind != RecordKind::Comment) {
-            if (!started_ && record.processor == shown_) Start(record);
-            Apply(ProcessorOf(record.processor), record);
+            Processor& on = ProcessorOf(record.processor);
+            if (on.timeline && !on.timeline->started) Start(on, record);
+            Apply(on, record);
         }
     }
     ApplyInferredReady();
@@ -41,7 +43,7 @@ void Decoder::DecodeOne() {
 
 // Shows the states that the file gives for the start. The task that the first record dispatches has
 // been ready for a time that is not known, so that nothing is shown of it.
-void Decoder::Start(const Record& first) {
+void Decoder::Start(Processor& on, const Record& first) {
     for (const auto& declared : recording_.Contexts()) {
         if (declared.key.kind != ContextKind::Task || declared.key.id == 0 || !declared.hasState ||
             !tasks_.Knows(declared.key.id))
@@ -49,13 +51,13 @@ void Decoder::Start(const Record& first) {
         Task& task = tasks_.Get(declared.key.id, declared.processor);
         const bool starts = first.kind == RecordKind::DispatchTo && first.subject == declared.key;
         const bool known = task.condition.activity != Activity::Unknown;
-        if (!tasks_.IsShown(task) || starts || known) continue;
+        if (task.processor != on.number || starts || known) continue;
         Record state;
         state.state = declared.state;
         tasks_.Set(task, NewCondition(task, state));
     }
-    started_ = true;
-    LearnAhead(ProcessorOf(shown_));
+    on.timeline->started = true;
+    LearnAhead(on);
 }
 
 // What runs at the start shows in the first record that takes the processor from somebody.
@@ -120,11 +122,11 @@ void Decoder::OnDispatchTo(Processor& on, const ContextKey& to) {
         on.running = &task;
         on.last = task.id;
     }
-    if (IsShown(on)) writer_.Dispatch(on.running ? tasks_.ContextOf(*on.running) : writer_.Idle());
-    if (before && before != on.running) {
-        before->condition.activity = Activity::Unknown;
-        tasks_.Set(*before, {Activity::Ready});
-    }
+    DispatchToTask(on, on.running);
+    if (!before || before == on.running) return;
+    const bool moves = before->destination != kAnyProcessor;
+    before->condition.activity = Activity::Unknown;
+    BecomeReady(*before, false, moves ? before->destination : before->processor);
 }
 
 void Decoder::OnDispatchFrom(Processor& on, const ContextKey& from) {
@@ -169,7 +171,7 @@ void Decoder::OnEnter(Processor& on, const ContextKey& handler) {
     }
     on.handlersSeen = true;
     on.handlers.push_back({handler, {}});
-    if (IsShown(on)) writer_.Dispatch(contexts_.Add(handler));
+    if (on.timeline) on.timeline->writer.Dispatch(on.timeline->writer.ContextOf(handler));
 }
 
 void Decoder::OnLeave(Processor& on, const ContextKey& handler) {
@@ -186,16 +188,20 @@ void Decoder::OnLeaveUnentered(Processor& on, const ContextKey& handler) {
     const bool ranAtStart = !on.known && !on.handlersSeen;
     Count(on, ranAtStart ? Loss::HandlersBeforeStart : Loss::HandlersNotEntered);
     on.handlersSeen = true;
-    if (!ranAtStart || !IsShown(on)) return;
-    writer_.LearnCurrent(contexts_.Add(handler));
+    if (!ranAtStart || !on.timeline) return;
+    EventWriter& writer = on.timeline->writer;
+    writer.LearnCurrent(writer.ContextOf(handler));
     DispatchBelow(on);
 }
 
 void Decoder::OnCall(Processor& on, const Record& record) {
     const auto call = names_.Intern(record.name);
     const CallInfo& info = names_.Get(call).info;
-    OpenCall open{call, host::kOpenEnd, next_};
-    if (IsShown(on)) open.event = writer_.Call(writer_.Current(), info.cls, call);
+    OpenCall open{call, next_, on.timeline};
+    if (on.timeline) {
+        EventWriter& writer = on.timeline->writer;
+        open.event = writer.Call(writer.Current(), info.cls, call);
+    }
     if (record.kind == RecordKind::InstantCall || !info.returns) return;
     if (on.Calls().Push(open)) Count(on, Loss::CallsWithoutReturn);
 }
@@ -209,7 +215,12 @@ void Decoder::OnReturn(Processor& on, const Record& record) {
         const bool missing = calls.WasUsed() || !on.handlers.empty();
         return Count(on, missing ? Loss::ReturnsWithoutCall : Loss::CallsBeforeStart);
     }
-    if (call->event != host::kOpenEnd) writer_.Return(call->event);
+    if (call->timeline) call->timeline->writer.Return(call->event);
+}
+
+Timeline* Decoder::TimelineOf(std::uint32_t processor) const {
+    const auto at = std::ranges::find(timelines_, processor, &Timeline::processor);
+    return at == timelines_.end() ? nullptr : *at;
 }
 
 Processor& Decoder::ProcessorOf(std::uint32_t number) {
@@ -218,8 +229,9 @@ Processor& Decoder::ProcessorOf(std::uint32_t number) {
     lastProcessor_ = &at->second;
     if (!isNew) return *lastProcessor_;
     lastProcessor_->number = number;
+    lastProcessor_->timeline = TimelineOf(number);
     lastProcessor_->known = recording_.StartsIdle(number);
-    if (lastProcessor_->known && IsShown(*lastProcessor_)) writer_.LearnCurrent(writer_.Idle());
+    if (lastProcessor_->known) LearnIdle(*lastProcessor_);
     return *lastProcessor_;
 }
 
@@ -229,19 +241,36 @@ Task& Decoder::TaskOf(const ContextKey& key, std::uint32_t processor) {
     return tasks_.Get(key.id, processor);
 }
 
+// A task that becomes ready stands on the processor that runs it next; where that is not in sight,
+// on the fallback.
+void Decoder::BecomeReady(Task& task, bool suspended, std::uint32_t fallback) {
+    tasks_.MoveTo(task, window_.NextRunOf(task.id).value_or(fallback));
+    tasks_.Set(task, {Activity::Ready, suspended});
+}
+
 // A record that takes the processor from a context tells that it has been running.
 void Decoder::Learn(Processor& on, const ContextKey& running) {
     if (on.known) return;
     on.known = true;
-    if (running.id == 0) {
-        if (IsShown(on)) writer_.LearnCurrent(writer_.Idle());
-        return;
-    }
+    if (running.id == 0) return LearnIdle(on);
     Task& task = TaskOf(running, on.number);
     if (task.condition.activity == Activity::Unknown) tasks_.Run(task, on.number);
     on.running = &task;
     on.last = task.id;
-    if (IsShown(on)) writer_.LearnCurrent(tasks_.ContextOf(task));
+    if (on.timeline && task.here.timeline == on.timeline)
+        on.timeline->writer.LearnCurrent(tasks_.ContextOf(task));
+}
+
+// The idle state has been running.
+void Decoder::LearnIdle(Processor& on) {
+    if (on.timeline) on.timeline->writer.LearnCurrent(on.timeline->writer.Idle());
+}
+
+// No task: the idle state.
+void Decoder::DispatchToTask(Processor& on, Task* task) {
+    if (!on.timeline) return;
+    EventWriter& writer = on.timeline->writer;
+    writer.Dispatch(task ? tasks_.ContextOf(*task) : writer.Idle());
 }
 
 // A dispatch between tasks while a handler is open: the handler's end is missing.
@@ -252,20 +281,17 @@ void Decoder::UnwindHandlers(Processor& on) {
 
 // Back to what the handler that has ended had interrupted.
 void Decoder::DispatchBelow(Processor& on) {
-    if (!IsShown(on)) return;
-    if (!on.handlers.empty()) return writer_.Dispatch(contexts_.Add(on.handlers.back().key));
-    if (Task* task = on.Occupant()) return writer_.Dispatch(tasks_.ContextOf(*task));
-    writer_.Dispatch(on.known ? writer_.Idle() : writer_.Unknown());
+    if (!on.timeline) return;
+    EventWriter& writer = on.timeline->writer;
+    if (!on.handlers.empty()) return writer.Dispatch(writer.ContextOf(on.handlers.back().key));
+    if (Task* task = on.Occupant()) return DispatchToTask(on, task);
+    writer.Dispatch(on.known ? writer.Idle() : writer.Unknown());
 }
 
 bool Decoder::RunsAlready(const Processor& on, const ContextKey& key) const {
     if (!on.known || !on.handlers.empty()) return false;
     if (key.id == 0) return !on.running;
     return on.Occupant() && on.running->id == key.id;
-}
-
-void Decoder::Count(const Processor& on, Loss loss, std::uint64_t count) {
-    if (IsShown(on)) losses_.Add(loss, count);
 }
 
 }  // namespace kvx::service

@@ -1,16 +1,13 @@
 #pragma once
-// Turns the records of a recording into the events of one processor. What records mean is decided
-// here, whatever format they come from.
-//
-// Records of the other processors are followed too: they tell which tasks move here, and who
-// releases a task of this processor.
+// Turns the records of a recording into events, for all its processors in one pass. What records
+// mean is decided here, whatever format they come from.
 
 #include <cstdint>
+#include <span>
 #include <unordered_map>
 #include <unordered_set>
 
 #include "workbench/service/CallNames.h"
-#include "workbench/service/EventWriter.h"
 #include "workbench/service/Inference.h"
 #include "workbench/service/Loss.h"
 #include "workbench/service/Processor.h"
@@ -21,20 +18,20 @@ namespace kvx::service {
 
 class Decoder {
   public:
-    // All are borrowed. store must be empty; contexts and names may know some already.
-    Decoder(Recording& recording, std::uint32_t processor, const Inferred& inferred,
-            ContextTable& contexts, CallNames& names, EventStore& store);
+    // All are borrowed. timelines: one for each processor of the recording, with the contexts that
+    // are known beforehand.
+    Decoder(Recording& recording, const Inferred& inferred, std::span<Timeline* const> timelines,
+            CallNames& names, Moment& moment);
 
     // The record that comes next.
     std::uint32_t Next() const { return next_; }
     // Decodes it.
     void DecodeOne();
-    // The latest time decoded.
-    std::int64_t Now() const { return writer_.Now(); }
+    // What was lost and noted that belongs to no processor.
     const LossCounters& Losses() const { return losses_; }
 
   private:
-    void Start(const Record& first);
+    void Start(Processor& on, const Record& first);
     void Apply(Processor& on, const Record& record);
     void OnDispatchTo(Processor& on, const ContextKey& to);
     void OnDispatchFrom(Processor& on, const ContextKey& from);
@@ -51,9 +48,12 @@ class Decoder {
     void OnMigrate(const Record& record);
     void ApplyInferredReady();
 
+    Timeline* TimelineOf(std::uint32_t processor) const;
     Processor& ProcessorOf(std::uint32_t number);
     Task& TaskOf(const ContextKey& key, std::uint32_t processor);
-    bool IsShown(const Processor& on) const { return on.number == shown_; }
+    void BecomeReady(Task& task, bool suspended, std::uint32_t fallback);
+    void LearnIdle(Processor& on);
+    void DispatchToTask(Processor& on, Task* task);
     void Learn(Processor& on, const ContextKey& running);
     void LearnAhead(Processor& on);
     void UnwindHandlers(Processor& on);
@@ -62,14 +62,18 @@ class Decoder {
     bool DispatchFollows(const Processor& on, const Task& task) const;
     Condition NewCondition(Task& task, const Record& record);
     Condition Wait(Task& task, std::uint8_t waitCode);
-    void Count(const Processor& on, Loss loss, std::uint64_t count = 1);
+    void Count(Timeline* timeline, Loss loss, std::uint64_t count = 1) {
+        (timeline ? timeline->losses : losses_).Add(loss, count);
+    }
+    void Count(const Processor& on, Loss loss, std::uint64_t count = 1) {
+        Count(on.timeline, loss, count);
+    }
 
     Recording& recording_;
-    const std::uint32_t shown_;
     const Inferred& inferred_;
-    ContextTable& contexts_;
+    const std::span<Timeline* const> timelines_;
     CallNames& names_;
-    EventWriter writer_;
+    Moment& moment_;
     TaskTracker tasks_;
     RecordWindow window_;
     LossCounters losses_;
@@ -77,7 +81,6 @@ class Decoder {
     Processor* lastProcessor_ = nullptr;
     std::unordered_set<std::uint64_t> declaredTasks_;
     std::uint32_t next_ = 0;
-    bool started_ = false;
     std::size_t nextWait_ = 0;   // in inferred_
     std::size_t nextReady_ = 0;  // in inferred_
 };

@@ -7,11 +7,17 @@ namespace kvx::service {
 // A task that stops running without a dispatch that says so has left the processor idle.
 void Decoder::OnState(Processor& on, const Record& record) {
     if (record.subject.id == 0) return;
-    Task& task = TaskOf(record.subject, record.target == kAnyProcessor ? on.number : record.target);
+    const bool placed = record.target != kAnyProcessor;
+    Task& task = TaskOf(record.subject, placed ? record.target : on.number);
     Processor& where = ProcessorOf(task.processor);
     const bool ran = where.Occupant() == &task;
-    if (record.target != kAnyProcessor && !ran) tasks_.MoveTo(task, record.target);
-    tasks_.Set(task, NewCondition(task, record));
+    const Condition condition = NewCondition(task, record);
+    const bool wasReady = task.condition.activity == Activity::Ready;
+    const auto target = placed && !wasReady ? record.target : task.processor;
+    if (condition.activity == Activity::Ready && !ran)
+        return BecomeReady(task, condition.suspended, target);
+    if (!ran) tasks_.MoveTo(task, target);
+    tasks_.Set(task, condition);
     if (!ran || where.Occupant() || !where.handlers.empty()) return;
     if (!DispatchFollows(where, task)) OnDispatchTo(where, {ContextKind::Task, 0});
 }
@@ -33,25 +39,32 @@ void Decoder::OnResume(Task& task) {
     tasks_.Set(task, condition);
 }
 
-// A running task that moves away leaves the processor idle, unless the file says what follows.
+// A running task moves when it stops running: when the file says so, else at once. One that is
+// ready already stands where it runs next.
 void Decoder::OnMigrate(const Record& record) {
     if (record.subject.kind != ContextKind::Task || record.subject.id == 0) return;
     Task& task = TaskOf(record.subject, record.target);
     if (task.processor == record.target) return;
     Processor& from = ProcessorOf(task.processor);
+    if (from.Occupant() == &task) {
+        task.destination = record.target;
+        if (from.handlers.empty() && !DispatchFollows(from, task))
+            OnDispatchTo(from, {ContextKind::Task, 0});
+        return;
+    }
+    if (task.condition.activity == Activity::Ready && window_.NextRunOf(task.id)) return;
     tasks_.MoveTo(task, record.target);
-    if (tasks_.IsShown(task)) tasks_.Show(task);
-    const bool ran = from.Occupant() == &task && from.handlers.empty();
-    if (ran && !DispatchFollows(from, task)) OnDispatchTo(from, {ContextKind::Task, 0});
+    tasks_.Show(task);
 }
 
 void Decoder::ApplyInferredReady() {
     for (; nextReady_ < inferred_.ready.size() && inferred_.ready[nextReady_].first <= next_;
          ++nextReady_) {
-        Task& task = TaskOf({ContextKind::Task, inferred_.ready[nextReady_].second}, shown_);
+        Task& task = TaskOf({ContextKind::Task, inferred_.ready[nextReady_].second},
+                            recording_.Processors().front());
         const bool suspended = task.condition.suspended;
         tasks_.Set(task, {Activity::Ready, suspended});
-        if (tasks_.IsShown(task)) losses_.Add(Loss::ReadyTimesInferred);
+        Count(task.here.timeline, Loss::ReadyTimesInferred);
     }
 }
 
@@ -72,6 +85,10 @@ bool Decoder::DispatchFollows(const Processor& on, const Task& task) const {
             case RecordKind::DispatchTo:
             case RecordKind::Runs:
                 return next->subject.id != task.id;
+            case RecordKind::State:
+                // The kernel's own words while it moves the task.
+                if (task.destination != kAnyProcessor && next->subject.id == task.id) continue;
+                return false;
             default:
                 return false;
         }
@@ -110,8 +127,8 @@ Condition Decoder::Wait(Task& task, std::uint8_t waitCode) {
     }
     if (waitCode)
         condition.waitCode = waitCode;
-    else if (tasks_.IsShown(task) && started_)
-        losses_.Add(Loss::WaitCauseUnknown);
+    else if (task.here.timeline && task.here.timeline->started)
+        Count(task.here.timeline, Loss::WaitCauseUnknown);
     return condition;
 }
 

@@ -1,14 +1,28 @@
 #include "workbench/service/EventStore.h"
 
+#include <algorithm>
+
 #include "host/OSTraceService.h"
 #include "platform/Text.h"
 
 namespace kvx::service {
 
+EventStore::EventStore(std::uint32_t most)
+    : time_(most),
+      end_(most),
+      context_(most),
+      next_(most),
+      record_(most),
+      kind_(most),
+      code_(most),
+      flags_(most),
+      dispatches_(most),
+      calls_(most) {}
+
 std::uint32_t EventStore::Add(std::int64_t time, std::uint8_t kind, std::uint32_t context,
                               std::uint32_t next, std::uint8_t code, std::uint8_t flags,
                               std::uint32_t record) {
-    const std::uint32_t event = Count();
+    const std::uint32_t event = Added();
     time_.push_back(time);
     end_.push_back(host::kOpenEnd);
     context_.push_back(context);
@@ -25,14 +39,14 @@ std::uint32_t EventStore::AddDispatch(std::int64_t time, std::uint32_t from, std
     const auto event = Add(time, kEventDispatch, from, to, 0, 0, record);
     if (!dispatches_.empty()) Close(dispatches_.back(), event);
     dispatches_.push_back(event);
-    Append(entered_, to, event);
+    entered_.Append(to, event);
     return event;
 }
 
 std::uint32_t EventStore::AddState(std::int64_t time, std::uint32_t context, std::uint8_t code,
                                    std::uint8_t flags, std::uint32_t record) {
     const auto event = Add(time, kEventState, context, context, code, flags, record);
-    Append(states_, context, event);
+    states_.Append(context, event);
     return event;
 }
 
@@ -40,34 +54,40 @@ std::uint32_t EventStore::AddCall(std::int64_t time, std::uint32_t context, std:
                                   std::uint32_t call, std::uint32_t record) {
     const auto event = Add(time, kEventSysCall, context, call, cls, 0, record);
     calls_.push_back(event);
-    Append(issued_, context, event);
+    issued_.Append(context, event);
     return event;
 }
 
-void EventStore::Clear() {
-    *this = EventStore();
+void EventStore::Publish() {
+    dispatchCount_.store(static_cast<std::uint32_t>(dispatches_.size()), std::memory_order_relaxed);
+    callCount_.store(static_cast<std::uint32_t>(calls_.size()), std::memory_order_relaxed);
+    count_.store(Added(), std::memory_order_release);
 }
 
-void EventStore::Append(Lists& lists, std::uint32_t context, std::uint32_t event) {
-    if (lists.size() <= context) lists.resize(context + 1);
-    lists[context].push_back(event);
+std::uint32_t EventStore::CountUntil(std::int64_t time) const {
+    const auto* begin = time_.data();
+    return static_cast<std::uint32_t>(std::upper_bound(begin, begin + Count(), time) - begin);
 }
 
-host::EventList EventStore::ListOf(const Lists& lists, std::uint32_t context) {
-    if (context >= lists.size()) return {};
-    const auto& list = lists[context];
-    return {list.data(), static_cast<std::uint32_t>(list.size())};
+std::span<const std::uint32_t> EventStore::Below(const Column<std::uint32_t>& events,
+                                                 std::size_t count, std::uint32_t end) {
+    const auto* begin = events.data();
+    return {begin, std::lower_bound(begin, begin + count, end)};
 }
 
-host::EventList EventStore::StatesOf(std::uint32_t context) const {
-    return ListOf(states_, context);
+std::span<const std::uint32_t> EventStore::Dispatches(std::uint32_t end) const {
+    return Below(dispatches_, dispatchCount_.load(std::memory_order_acquire), end);
 }
 
-void EventStore::Export(host::OSTraceColumns& out, std::uint32_t contextCount) const {
-    exported_.clear();
-    for (const Lists* lists : {&states_, &entered_, &issued_})
-        for (std::uint32_t i = 0; i < contextCount; ++i) exported_.push_back(ListOf(*lists, i));
-    out.eventCount = Count();
+std::span<const std::uint32_t> EventStore::Calls(std::uint32_t end) const {
+    return Below(calls_, callCount_.load(std::memory_order_acquire), end);
+}
+
+void EventStore::Export(host::OSTraceColumns& out, std::uint32_t end) const {
+    const auto list = [](std::span<const std::uint32_t> events) {
+        return host::EventList{events.data(), static_cast<std::uint32_t>(events.size())};
+    };
+    out.eventCount = end;
     out.time = time_.data();
     out.endEvent = end_.data();
     out.context = context_.data();
@@ -75,21 +95,24 @@ void EventStore::Export(host::OSTraceColumns& out, std::uint32_t contextCount) c
     out.kind = kind_.data();
     out.code = code_.data();
     out.flags = flags_.data();
-    out.contextCount = contextCount;
-    out.dispatches = {dispatches_.data(), static_cast<std::uint32_t>(dispatches_.size())};
-    out.sysCalls = {calls_.data(), static_cast<std::uint32_t>(calls_.size())};
-    out.stateEvents = exported_.data();
-    out.dispatchesTo = exported_.data() + contextCount;
-    out.sysCallsOf = exported_.data() + 2 * contextCount;
+    out.dispatches = list(Dispatches(end));
+    out.sysCalls = list(Calls(end));
+    out.knownEvents = Count();
+}
+
+std::vector<host::EventList> EventStore::ExportLists(std::uint32_t contextCount,
+                                                     std::uint32_t end) const {
+    std::vector<host::EventList> exported;
+    exported.reserve(std::size_t{3} * contextCount);
+    for (const EventLists* lists : {&states_, &entered_, &issued_})
+        for (std::uint32_t i = 0; i < contextCount; ++i) exported.push_back(lists->Of(i, end));
+    return exported;
 }
 
 std::size_t EventStore::Bytes() const {
-    std::size_t bytes = time_.Bytes() + end_.Bytes() + context_.Bytes() + next_.Bytes() +
-                        record_.Bytes() + kind_.Bytes() + code_.Bytes() + flags_.Bytes() +
-                        dispatches_.Bytes() + calls_.Bytes();
-    for (const Lists* lists : {&states_, &entered_, &issued_})
-        for (const auto& list : *lists) bytes += list.Bytes();
-    return bytes;
+    return time_.Bytes() + end_.Bytes() + context_.Bytes() + next_.Bytes() + record_.Bytes() +
+           kind_.Bytes() + code_.Bytes() + flags_.Bytes() + dispatches_.Bytes() + calls_.Bytes() +
+           states_.Bytes() + entered_.Bytes() + issued_.Bytes();
 }
 
 std::string EventStore::Check() const {
@@ -124,17 +147,17 @@ namespace {
 // Reads lists of events alongside the events.
 class ListReader {
   public:
-    explicit ListReader(const std::vector<Column<std::uint32_t>>& lists)
-        : lists_(lists), read_(lists.size()) {}
+    explicit ListReader(const EventLists& lists) : lists_(lists) {}
     bool Follows(std::uint32_t context, std::uint32_t event) {
-        if (context >= lists_.size()) return false;
-        std::size_t& at = read_[context];
-        return at < lists_[context].size() && lists_[context][at++] == event;
+        if (context >= read_.size()) read_.resize(std::size_t{context} + 1);
+        const auto list = lists_.Of(context, event + 1);
+        std::uint32_t& at = read_[context];
+        return ++at == list.count && list.events[list.count - 1] == event;
     }
 
   private:
-    const std::vector<Column<std::uint32_t>>& lists_;
-    std::vector<std::size_t> read_;
+    const EventLists& lists_;
+    std::vector<std::uint32_t> read_;
 };
 
 }  // namespace

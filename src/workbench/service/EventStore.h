@@ -1,13 +1,19 @@
 #pragma once
-// The decoded events in columns. Names and parameter texts are not stored: they are made from the
-// record when somebody asks.
+// The decoded events of one processor in columns. Names and parameter texts are not stored: they
+// are made from the record when somebody asks.
+//
+// One thread adds events and publishes them; what is published never moves and never changes,
+// except that intervals end and calls return.
 
+#include <atomic>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "host/OSTraceColumns.h"
 #include "workbench/service/Column.h"
+#include "workbench/service/EventLists.h"
 
 namespace kvx::service {
 
@@ -15,6 +21,11 @@ inline constexpr std::uint32_t kNoRecord = 0xFFFFFFFFu;
 
 class EventStore {
   public:
+    // most: events that ever fit. More end in std::length_error.
+    explicit EventStore(std::uint32_t most);
+
+    // For the thread that adds.
+    //
     // Contexts are numbers below 2^32 - 1; they grow with whatever is added. Times must not go
     // back.
     std::uint32_t AddDispatch(std::int64_t time, std::uint32_t from, std::uint32_t to,
@@ -25,18 +36,28 @@ class EventStore {
     std::uint32_t AddCall(std::int64_t time, std::uint32_t context, std::uint8_t cls,
                           std::uint32_t call, std::uint32_t record);
     // The interval that event opened ends with event `by`. Kinds 1 and 2.
-    void Close(std::uint32_t event, std::uint32_t by) { end_[event] = by; }
+    void Close(std::uint32_t event, std::uint32_t by) { SetEnd(event, by); }
     // The system call of event returned with this record.
-    void SetReturn(std::uint32_t event, std::uint32_t record) { end_[event] = record; }
-    void Clear();
+    void SetReturn(std::uint32_t event, std::uint32_t record) { SetEnd(event, record); }
+    std::uint32_t Added() const { return static_cast<std::uint32_t>(time_.size()); }
+    bool HasDispatches() const { return !dispatches_.empty(); }
+    // Shows what was added to whoever reads.
+    void Publish();
 
-    std::uint32_t Count() const { return static_cast<std::uint32_t>(time_.size()); }
+    // For everyone. event must be below Count.
+    std::uint32_t Count() const { return count_.load(std::memory_order_acquire); }
     std::int64_t Time(std::uint32_t event) const { return time_[event]; }
     int Kind(std::uint32_t event) const { return kind_[event]; }
-    // Kinds 1 and 2: the event that ends the interval, or host::kOpenEnd.
-    std::uint32_t EndEvent(std::uint32_t event) const { return end_[event]; }
+    // Kinds 1 and 2: the event that ends the interval, or host::kOpenEnd where it has not ended, or
+    // where its end is not published yet.
+    std::uint32_t EndEvent(std::uint32_t event) const {
+        const auto by = host::EndOf(end_.data(), event);
+        return by < Count() ? by : host::kOpenEnd;
+    }
     // Kind 3: the record of the return, or kNoRecord.
-    std::uint32_t ReturnRecord(std::uint32_t event) const { return end_[event]; }
+    std::uint32_t ReturnRecord(std::uint32_t event) const {
+        return host::EndOf(end_.data(), event);
+    }
     // Kind 1: the context left; kind 2: the context changed; kind 3: the issuer.
     std::uint32_t Context(std::uint32_t event) const { return context_[event]; }
     // Kind 1: the context that starts; kind 2: the context changed.
@@ -47,16 +68,22 @@ class EventStore {
     std::uint8_t Flags(std::uint32_t event) const { return flags_[event]; }
     std::uint32_t RecordOf(std::uint32_t event) const { return record_[event]; }
 
-    const Column<std::uint32_t>& Dispatches() const { return dispatches_; }
-    const Column<std::uint32_t>& Calls() const { return calls_; }
-    std::uint32_t StateCount() const {
-        return Count() - static_cast<std::uint32_t>(dispatches_.size() + calls_.size());
+    // The events of time and before.
+    std::uint32_t CountUntil(std::int64_t time) const;
+    // The dispatches and the system calls among the events below end.
+    std::span<const std::uint32_t> Dispatches(std::uint32_t end) const;
+    std::span<const std::uint32_t> Calls(std::uint32_t end) const;
+    // The state events of a context among the events below end.
+    host::EventList StatesOf(std::uint32_t context, std::uint32_t end) const {
+        return states_.Of(context, end);
     }
-    // Empty for a context without state events.
-    host::EventList StatesOf(std::uint32_t context) const;
 
-    // Fills all but the line order. contextCount: as many lists as the caller has contexts.
-    void Export(host::OSTraceColumns& out, std::uint32_t contextCount) const;
+    // Fills all but the lists by context and the line order, for the events below end.
+    void Export(host::OSTraceColumns& out, std::uint32_t end) const;
+    // State events, dispatches to and system calls of each context below contextCount, one kind
+    // behind the other.
+    std::vector<host::EventList> ExportLists(std::uint32_t contextCount, std::uint32_t end) const;
+    // The following two: when nothing is added any more.
     std::size_t Bytes() const;
     // Looks for anything that cannot be; empty: all is well.
     std::string Check() const;
@@ -65,9 +92,11 @@ class EventStore {
     std::uint32_t Add(std::int64_t time, std::uint8_t kind, std::uint32_t context,
                       std::uint32_t next, std::uint8_t code, std::uint8_t flags,
                       std::uint32_t record);
-    using Lists = std::vector<Column<std::uint32_t>>;  // by context
-    static void Append(Lists& lists, std::uint32_t context, std::uint32_t event);
-    static host::EventList ListOf(const Lists& lists, std::uint32_t context);
+    void SetEnd(std::uint32_t event, std::uint32_t end) {
+        std::atomic_ref(end_[event]).store(end, std::memory_order_relaxed);
+    }
+    static std::span<const std::uint32_t> Below(const Column<std::uint32_t>& events,
+                                                std::size_t count, std::uint32_t end);
     std::string CheckIntervals() const;
     std::string CheckLists() const;
 
@@ -81,10 +110,14 @@ class EventStore {
     Column<std::uint8_t> flags_;
     Column<std::uint32_t> dispatches_;
     Column<std::uint32_t> calls_;
-    Lists states_;
-    Lists entered_;                                  // dispatches to the context
-    Lists issued_;                                   // its system calls
-    mutable std::vector<host::EventList> exported_;  // what Export pointed to last
+    EventLists states_;
+    EventLists entered_;  // dispatches to the context
+    EventLists issued_;   // its system calls
+
+    // What is published.
+    std::atomic<std::uint32_t> count_ = 0;
+    std::atomic<std::uint32_t> dispatchCount_ = 0;
+    std::atomic<std::uint32_t> callCount_ = 0;
 };
 
 }  // namespace kvx::service

@@ -10,6 +10,8 @@
 namespace kvx::service {
 namespace {
 
+constexpr const char* kNotReadYet = "not read that far yet";
+
 std::string WithParameters(const std::string& name, const std::string& parameters) {
     return FormatText("%s(%s)", name.c_str(), parameters.c_str());
 }
@@ -17,7 +19,7 @@ std::string WithParameters(const std::string& name, const std::string& parameter
 }  // namespace
 
 const std::string& EventTexts::CallName(std::uint32_t event) const {
-    return names_.Get(store_.Call(event)).name;
+    return decoded_.Names().Get(store_.Call(event)).name;
 }
 
 std::string EventTexts::Parameters(std::uint32_t event) const {
@@ -26,7 +28,8 @@ std::string EventTexts::Parameters(std::uint32_t event) const {
 
 std::string EventTexts::ReturnText(std::uint32_t event) const {
     const auto record = store_.ReturnRecord(event);
-    return record == kNoRecord ? std::string() : recording_.Detail(record);
+    if (record != kNoRecord) return recording_.Detail(record);
+    return decoded_.IsComplete() ? "" : kNotReadYet;
 }
 
 std::string EventTexts::Call(std::uint32_t event) const {
@@ -40,6 +43,17 @@ std::string EventTexts::State(std::uint32_t event) const {
     if (store_.Flags(event) & host::kFlagSuspended) text += "+SUS";
     if (store_.Flags(event) & host::kFlagPaused) text += "+PAUSE";
     return text;
+}
+
+std::string EventTexts::Detail(std::uint32_t event) const {
+    switch (store_.Kind(event)) {
+        case kEventDispatch:
+            return contexts_.DisplayName(store_.Next(event));
+        case kEventState:
+            return State(event);
+        default:
+            return Call(event);
+    }
 }
 
 std::string EventTexts::Tip(std::uint32_t event) const {
@@ -87,7 +101,9 @@ std::string EventTexts::CallTip(std::uint32_t event) const {
         text += "\nParameters: " + parameters;
     text += "\nAt: " + Format(store_.Time(event));
     const auto record = store_.ReturnRecord(event);
-    if (record == kNoRecord) return text + "\nNo return recorded";
+    if (record == kNoRecord)
+        return text + (decoded_.IsComplete() ? "\nNo return recorded"
+                                             : std::string("\nReturn: ") + kNotReadYet);
     const auto result = recording_.Detail(record);
     text += "\nReturn: " + (result.empty() ? std::string("no value recorded") : result);
     const auto time = recording_.TimeOf(record);
@@ -119,25 +135,25 @@ std::string EventTexts::Releaser(std::uint32_t event) const {
 std::string EventTexts::Span(std::uint32_t event) const {
     const auto since = store_.Time(event);
     const auto end = store_.EndEvent(event);
-    const auto until = end == host::kOpenEnd ? recording_.LastTime() : store_.Time(end);
     auto text = "Since: " + Format(since) + "\nUntil: ";
+    if (end == host::kOpenEnd && !decoded_.IsComplete()) return text + kNotReadYet;
+    const auto until = end == host::kOpenEnd ? recording_.LastTime() : store_.Time(end);
     text += end == host::kOpenEnd ? std::string("end of the recording") : Format(until);
     return text + "\nFor: " + Format(until - since);
 }
 
 std::uint32_t EventTexts::RunningAt(std::uint32_t event) const {
-    const auto& dispatches = store_.Dispatches();
-    const auto* next = std::lower_bound(dispatches.begin(), dispatches.end(), event);
-    return next == dispatches.begin() ? kNoContext : store_.Next(*(next - 1));
+    const auto before = store_.Dispatches(event);
+    return before.empty() ? kNoContext : store_.Next(before.back());
 }
 
 // The call of context that had been issued and had not returned when event came; kNoRecord: none
 // among the last few.
 std::uint32_t EventTexts::OpenCallAt(std::uint32_t event, std::uint32_t context) const {
     constexpr int kLookBack = 16;
-    const auto& calls = store_.Calls();
-    const auto* at = std::lower_bound(calls.begin(), calls.end(), event);
-    for (int i = 0; i < kLookBack && at != calls.begin(); ++i) {
+    const auto before = store_.Calls(event);
+    auto at = before.end();
+    for (int i = 0; i < kLookBack && at != before.begin(); ++i) {
         const auto call = *--at;
         const auto returned = store_.ReturnRecord(call);
         const bool open = returned == kNoRecord || returned > store_.RecordOf(event);

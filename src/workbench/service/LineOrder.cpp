@@ -16,29 +16,38 @@ std::pair<int, std::int32_t> Rank(const Context& context) {
 
 }  // namespace
 
-void LineOrder::Update(const ContextTable& contexts) {
-    if (contexts.Count() == Count()) return;
-    for (auto context = Count(); context < contexts.Count(); ++context) {
+void LineOrder::Update(const ContextTable& contexts, std::uint32_t count) {
+    if (count <= Count()) return;
+    std::vector<std::uint32_t> added;
+    for (auto context = Count(); context < count; ++context) {
         const ArrangedLine* const wanted = Wanted(contexts.Get(context));
         shown_.push_back(!wanted || wanted->shown);
-        Insert(contexts, context);
+        added.push_back(context);
     }
+    Insert(contexts, std::move(added));
     if (!moved_) Sort(contexts);
     Renumber();
 }
 
-// Before the first line that the default order puts behind it.
-void LineOrder::Insert(const ContextTable& contexts, std::uint32_t context) {
-    const auto rank = Rank(contexts.Get(context));
-    const auto at = std::ranges::find_if(
-        contexts_, [&](std::uint32_t other) { return Rank(contexts.Get(other)) > rank; });
-    contexts_.insert(at, context);
+// Each before the first line that the default order puts behind it.
+void LineOrder::Insert(const ContextTable& contexts, std::vector<std::uint32_t> added) {
+    const auto rank = [&](std::uint32_t context) { return Rank(contexts.Get(context)); };
+    std::ranges::stable_sort(added, {}, rank);
+    std::vector<std::uint32_t> merged;
+    merged.reserve(contexts_.size() + added.size());
+    auto next = added.begin();
+    for (const auto context : contexts_) {
+        while (next != added.end() && rank(context) > rank(*next)) merged.push_back(*next++);
+        merged.push_back(context);
+    }
+    merged.insert(merged.end(), next, added.end());
+    contexts_ = std::move(merged);
 }
 
 void LineOrder::Reset(const ContextTable& contexts) {
     moved_ = false;
     wanted_.clear();
-    Update(contexts);
+    wantedAt_.clear();
     Sort(contexts);
     Renumber();
 }
@@ -54,9 +63,11 @@ LineArrangement LineOrder::Arrangement(const ContextTable& contexts) const {
 }
 
 void LineOrder::Arrange(const ContextTable& contexts, LineArrangement arrangement) {
-    Update(contexts);
     moved_ = false;
     wanted_ = std::move(arrangement);
+    wantedAt_.clear();
+    for (std::size_t i = 0; i < wanted_.size(); ++i)
+        wantedAt_.emplace(WantedKey(wanted_[i].type, wanted_[i].number), i);
     for (std::uint32_t context = 0; context < Count(); ++context) {
         const ArrangedLine* const wanted = Wanted(contexts.Get(context));
         shown_[context] = !wanted || wanted->shown;
@@ -65,11 +76,13 @@ void LineOrder::Arrange(const ContextTable& contexts, LineArrangement arrangemen
     Renumber();
 }
 
+std::uint64_t LineOrder::WantedKey(std::int32_t type, std::int32_t number) {
+    return static_cast<std::uint64_t>(type) << 32 | static_cast<std::uint32_t>(number);
+}
+
 const ArrangedLine* LineOrder::Wanted(const Context& context) const {
-    const auto found = std::ranges::find_if(wanted_, [&](const ArrangedLine& line) {
-        return line.type == context.type && line.number == context.number;
-    });
-    return found == wanted_.end() ? nullptr : &*found;
+    const auto found = wantedAt_.find(WantedKey(context.type, context.number));
+    return found == wantedAt_.end() ? nullptr : &wanted_[found->second];
 }
 
 void LineOrder::Sort(const ContextTable& contexts) {
@@ -79,9 +92,9 @@ void LineOrder::Sort(const ContextTable& contexts) {
         contexts_, [&](std::uint32_t c) { return Wanted(contexts.Get(c)) != nullptr; });
     std::ranges::sort(contexts_.begin(), others.begin(), {},
                       [&](std::uint32_t c) { return Wanted(contexts.Get(c)); });
-    const std::vector<std::uint32_t> rest(others.begin(), others.end());
+    std::vector<std::uint32_t> rest(others.begin(), others.end());
     contexts_.erase(others.begin(), others.end());
-    for (const std::uint32_t context : rest) Insert(contexts, context);
+    Insert(contexts, std::move(rest));
 }
 
 bool LineOrder::Move(std::int32_t from, std::int32_t to) {

@@ -2,6 +2,7 @@
 // In which line each context is shown, and whether it is shown.
 
 #include <cstdint>
+#include <unordered_map>
 #include <vector>
 
 #include "workbench/service/ContextTable.h"
@@ -22,8 +23,8 @@ using LineArrangement = std::vector<ArrangedLine>;
 // unidentified context last.
 class LineOrder {
   public:
-    // Takes in contexts that are new, each where the default order puts it.
-    void Update(const ContextTable& contexts);
+    // Takes in contexts that are new, up to so many, each where the default order puts it.
+    void Update(const ContextTable& contexts, std::uint32_t count);
     void Reset(const ContextTable& contexts);
     // False: no such line. to is held within the lines.
     bool Move(std::int32_t from, std::int32_t to);
@@ -41,8 +42,9 @@ class LineOrder {
     const std::uint32_t* LinesOfContexts() const { return lines_.data(); }
 
   private:
-    void Insert(const ContextTable& contexts, std::uint32_t context);
+    void Insert(const ContextTable& contexts, std::vector<std::uint32_t> added);
     void Sort(const ContextTable& contexts);
+    static std::uint64_t WantedKey(std::int32_t type, std::int32_t number);
     const ArrangedLine* Wanted(const Context& context) const;
     void Renumber();
 
@@ -51,6 +53,7 @@ class LineOrder {
     std::vector<bool> shown_;              // by context
     bool moved_ = false;                   // the user has changed the order
     LineArrangement wanted_;               // from outside; the default order where it is empty
+    std::unordered_map<std::uint64_t, std::size_t> wantedAt_;  // by type and number
 };
 
 }  // namespace kvx::service

@@ -33,12 +33,19 @@ const LossInfo& GetLossInfo(Loss loss) {
 std::uint64_t LossCounters::TotalLosses() const {
     std::uint64_t total = 0;
     for (std::size_t i = 0; i < counts_.size(); ++i)
-        if (kTable[i].isLoss) total += counts_[i];
+        if (kTable[i].isLoss) total += Get(static_cast<Loss>(i));
     return total;
 }
 
+LossCounters& LossCounters::operator=(const LossCounters& other) {
+    if (this == &other) return *this;
+    for (auto& counter : counts_) counter.store(0, std::memory_order_relaxed);
+    return *this += other;
+}
+
 LossCounters& LossCounters::operator+=(const LossCounters& other) {
-    for (std::size_t i = 0; i < counts_.size(); ++i) counts_[i] += other.counts_[i];
+    for (std::size_t i = 0; i < counts_.size(); ++i)
+        Add(static_cast<Loss>(i), other.Get(static_cast<Loss>(i)));
     return *this;
 }
 

@@ -3,6 +3,7 @@
 // lost. A record that cannot be used costs itself and is counted here.
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -42,18 +43,26 @@ struct LossInfo {
 
 const LossInfo& GetLossInfo(Loss loss);
 
+// One thread counts; others may read at the same time.
 class LossCounters {
   public:
+    LossCounters() = default;
+    LossCounters(const LossCounters& other) { *this += other; }
+    LossCounters& operator=(const LossCounters& other);
+
     void Add(Loss loss, std::uint64_t count = 1) {
-        counts_[static_cast<std::size_t>(loss)] += count;
+        auto& counter = counts_[static_cast<std::size_t>(loss)];
+        counter.store(counter.load(std::memory_order_relaxed) + count, std::memory_order_relaxed);
     }
-    std::uint64_t Get(Loss loss) const { return counts_[static_cast<std::size_t>(loss)]; }
+    std::uint64_t Get(Loss loss) const {
+        return counts_[static_cast<std::size_t>(loss)].load(std::memory_order_relaxed);
+    }
     // Number of losses, notes left out.
     std::uint64_t TotalLosses() const;
     LossCounters& operator+=(const LossCounters& other);
 
   private:
-    std::array<std::uint64_t, static_cast<std::size_t>(Loss::Count)> counts_{};
+    std::array<std::atomic<std::uint64_t>, static_cast<std::size_t>(Loss::Count)> counts_{};
 };
 
 }  // namespace kvx::service

@@ -16,9 +16,10 @@ struct Handler {
 
 struct Processor {
     std::uint32_t number = 0;
-    bool known = false;       // it is known what runs below the handlers
-    Task* running = nullptr;  // null: the idle state, where it is known
-    std::uint64_t last = 0;   // id of the task that ran last
+    Timeline* timeline = nullptr;  // null: not one of those that the recording names
+    bool known = false;            // it is known what runs below the handlers
+    Task* running = nullptr;       // null: the idle state, where it is known
+    std::uint64_t last = 0;        // id of the task that ran last
     bool handlersSeen = false;
     std::vector<Handler> handlers;  // innermost last
     CallStack otherCalls;           // issued by what is not known, or by the idle state

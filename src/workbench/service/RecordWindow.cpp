@@ -4,12 +4,21 @@
 
 namespace kvx::service {
 namespace {
+
 constexpr std::uint32_t kWindow = 256;
+
+bool StartsTask(const Record& record) {
+    const bool starts = record.kind == RecordKind::DispatchTo || record.kind == RecordKind::Runs ||
+                        record.kind == RecordKind::Switch;
+    return starts && record.subject.id != 0;
 }
+
+}  // namespace
 
 const Record& RecordWindow::At(std::uint32_t record) {
     current_ = record;
-    const auto needed = std::min(recording_.RecordCount() - record, kAhead + 1);
+    const auto ahead = followsRuns_ ? kRunsAhead : kAhead;
+    const auto needed = std::min(recording_.RecordCount() - record, ahead + 1);
     if (record < first_ || record + needed > first_ + records_.size()) Fill(record);
     return records_[record - first_];
 }
@@ -20,6 +29,15 @@ const Record* RecordWindow::Ahead(std::uint32_t distance) const {
     return at < records_.size() ? &records_[at] : nullptr;
 }
 
+std::optional<std::uint32_t> RecordWindow::NextRunOf(std::uint64_t task) {
+    const auto at = runs_.find(task);
+    if (at == runs_.end()) return std::nullopt;
+    auto& runs = at->second;
+    while (!runs.empty() && runs.front().record <= current_) runs.pop_front();
+    if (runs.empty()) return std::nullopt;
+    return runs.front().processor;
+}
+
 void RecordWindow::Fill(std::uint32_t record) {
     std::size_t kept = 0;
     if (record >= first_ && record - first_ < records_.size()) {
@@ -28,9 +46,21 @@ void RecordWindow::Fill(std::uint32_t record) {
                   records_.begin());
     }
     first_ = record;
-    const auto total = std::min(recording_.RecordCount() - record, kWindow);
+    const auto window = followsRuns_ ? 2 * kRunsAhead : kWindow;
+    const auto total = std::min(recording_.RecordCount() - record, window);
     records_.resize(total);
-    recording_.Read(first_ + static_cast<std::uint32_t>(kept), std::span(records_).subspan(kept));
+    const auto begin = static_cast<std::uint32_t>(kept);
+    recording_.Read(first_ + begin, std::span(records_).subspan(begin));
+    if (followsRuns_) NoteRuns(begin);
+}
+
+void RecordWindow::NoteRuns(std::uint32_t from) {
+    for (auto& [task, runs] : runs_)
+        while (!runs.empty() && runs.front().record < first_) runs.pop_front();
+    std::erase_if(runs_, [](const auto& entry) { return entry.second.empty(); });
+    for (auto i = from; i < records_.size(); ++i)
+        if (StartsTask(records_[i]))
+            runs_[records_[i].subject.id].push_back({first_ + i, records_[i].processor});
 }
 
 }  // namespace kvx::service

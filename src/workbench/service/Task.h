@@ -2,11 +2,11 @@
 // What the decoder knows of one task while it walks through the records.
 
 #include <cstdint>
+#include <vector>
 
 #include "host/TraceCodes.h"
 #include "workbench/service/CallStack.h"
-#include "workbench/service/ContextTable.h"
-#include "workbench/service/EventStore.h"
+#include "workbench/service/Timeline.h"
 
 namespace kvx::service {
 
@@ -27,15 +27,23 @@ struct Condition {
     friend bool operator==(const Condition&, const Condition&) = default;
 };
 
+// A task on one processor.
+struct Presence {
+    Timeline* timeline = nullptr;  // null: the recording does not know the processor
+    std::uint32_t context = kNoContext;
+    std::uint32_t openEvent = host::kOpenEnd;  // its state event that has not ended
+    bool away = false;                         // shown as being on another processor
+};
+
 struct Task {
     std::uint64_t id = 0;
-    std::uint32_t context = kNoContext;       // once it is shown
-    std::uint32_t processor = kAnyProcessor;  // where it belongs
-    std::uint32_t runsOn = kAnyProcessor;     // while it runs
-    bool away = false;                        // shown as being on another processor
+    std::uint32_t processor = kAnyProcessor;    // where it belongs
+    std::uint32_t runsOn = kAnyProcessor;       // while it runs
+    std::uint32_t destination = kAnyProcessor;  // where it goes as soon as it stops running
     Condition condition;
-    std::uint32_t openEvent = host::kOpenEnd;  // its state event that has not ended
     CallStack calls;
+    Presence here;                    // on processor
+    std::vector<Presence> elsewhere;  // on those that it has left
 };
 
 }  // namespace kvx::service

@@ -1,5 +1,7 @@
 #include "workbench/service/TaskTracker.h"
 
+#include <algorithm>
+
 namespace kvx::service {
 
 Task& TaskTracker::Get(std::uint64_t id, std::uint32_t processor) {
@@ -7,51 +9,61 @@ Task& TaskTracker::Get(std::uint64_t id, std::uint32_t processor) {
     if (isNew) {
         at->second.id = id;
         at->second.processor = processor;
+        at->second.here.timeline = timelineOf_(processor);
     }
     return at->second;
 }
 
 std::uint32_t TaskTracker::ContextOf(Task& task) {
-    if (task.context == kNoContext) task.context = contexts_.Add({ContextKind::Task, task.id});
-    return task.context;
+    if (task.here.context == kNoContext && task.here.timeline)
+        task.here.context = task.here.timeline->writer.ContextOf({ContextKind::Task, task.id});
+    return task.here.context;
 }
 
 void TaskTracker::Set(Task& task, const Condition& condition) {
     const bool runsOn = task.condition.activity == Activity::Running &&
                         condition.activity == Activity::Ready && !condition.suspended;
-    if (runsOn || (task.condition == condition && !task.away)) return;
+    if (runsOn || (task.condition == condition && !task.here.away)) return;
     task.condition = condition;
     if (condition.activity == Activity::Dormant) task.calls.Clear();
-    if (IsShown(task)) Show(task);
+    Show(task);
 }
 
 void TaskTracker::Run(Task& task, std::uint32_t processor) {
     task.condition = {Activity::Running};
     task.runsOn = processor;
-    if (!IsShown(task)) return;
-    task.away = false;
-    if (task.openEvent != host::kOpenEnd) writer_.CloseWithNext(task.openEvent);
-    task.openEvent = host::kOpenEnd;
+    task.destination = kAnyProcessor;
+    Presence& here = task.here;
+    here.away = false;
+    if (here.openEvent != host::kOpenEnd) here.timeline->writer.CloseWithNext(here.openEvent);
+    here.openEvent = host::kOpenEnd;
 }
 
 void TaskTracker::MoveTo(Task& task, std::uint32_t processor) {
+    task.destination = kAnyProcessor;
     if (task.processor == processor) return;
-    const bool leaves = IsShown(task);
+    if (task.here.context != kNoContext) {
+        ShowState(task, kCodeDormant, host::kFlagPaused, moment_.Record());
+        task.here.away = true;
+    }
+    if (task.here.timeline) task.elsewhere.push_back(task.here);
     task.processor = processor;
-    if (!leaves || task.context == kNoContext) return;
-    ShowState(task, kCodeDormant, host::kFlagPaused, writer_.Record());
-    task.away = true;
+    task.here = {timelineOf_(processor)};
+    const auto known = std::ranges::find(task.elsewhere, task.here.timeline, &Presence::timeline);
+    if (!task.here.timeline || known == task.elsewhere.end()) return;
+    task.here = *known;
+    task.elsewhere.erase(known);
 }
 
 void TaskTracker::Show(Task& task) {
     const Condition& now = task.condition;
     const std::uint8_t flags = now.suspended ? host::kFlagSuspended : 0;
-    task.away = false;
+    task.here.away = false;
     switch (now.activity) {
         case Activity::Ready:
-            return ShowState(task, kCodeReady, flags, writer_.Record());
+            return ShowState(task, kCodeReady, flags, moment_.Record());
         case Activity::Dormant:
-            return ShowState(task, kCodeDormant, flags, writer_.Record());
+            return ShowState(task, kCodeDormant, flags, moment_.Record());
         case Activity::Waiting:
             return ShowState(task, now.waitCode, flags, now.waitRecord);
         case Activity::Unknown:
@@ -62,8 +74,11 @@ void TaskTracker::Show(Task& task) {
 
 void TaskTracker::ShowState(Task& task, std::uint8_t code, std::uint8_t flags,
                             std::uint32_t record) {
-    if (task.openEvent != host::kOpenEnd) writer_.CloseWithNext(task.openEvent);
-    task.openEvent = writer_.State(ContextOf(task), code, flags, record);
+    Presence& here = task.here;
+    if (!here.timeline) return;
+    const auto context = ContextOf(task);
+    if (here.openEvent != host::kOpenEnd) here.timeline->writer.CloseWithNext(here.openEvent);
+    here.openEvent = here.timeline->writer.State(context, code, flags, record);
 }
 
 }  // namespace kvx::service

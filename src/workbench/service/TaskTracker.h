@@ -1,40 +1,43 @@
 #pragma once
-// Follows the states of all tasks and shows those of the tasks that belong to one processor.
+// Follows the states of all tasks and shows each on the processor that the task belongs to.
 
 #include <cstdint>
+#include <functional>
 #include <unordered_map>
 
-#include "workbench/service/EventWriter.h"
 #include "workbench/service/Task.h"
 
 namespace kvx::service {
 
+// The timeline of a processor; null where the recording does not know it.
+using TimelineOf = std::function<Timeline*(std::uint32_t processor)>;
+
 class TaskTracker {
   public:
-    TaskTracker(std::uint32_t shownProcessor, ContextTable& contexts, EventWriter& writer)
-        : shown_(shownProcessor), contexts_(contexts), writer_(writer) {}
+    // moment is borrowed.
+    TaskTracker(TimelineOf timelineOf, const Moment& moment)
+        : timelineOf_(std::move(timelineOf)), moment_(moment) {}
 
     // The task; one that is new belongs to that processor.
     Task& Get(std::uint64_t id, std::uint32_t processor);
     bool Knows(std::uint64_t id) const { return tasks_.contains(id); }
-    bool IsShown(const Task& task) const { return task.processor == shown_; }
+    // The number of its context where it is.
     std::uint32_t ContextOf(Task& task);
 
     // Shows the new state, unless nothing changes. A running task that becomes ready runs on.
     void Set(Task& task, const Condition& condition);
     // The task runs there from now on; the dispatch that says so comes next.
     void Run(Task& task, std::uint32_t processor);
-    // A task that leaves the shown processor is shown as dormant and paused from then on.
+    // The processor that the task leaves shows it as dormant and paused from then on.
     void MoveTo(Task& task, std::uint32_t processor);
-    // Shows the state again for a task that has come here.
+    // Shows the state again for a task that has come to its processor.
     void Show(Task& task);
 
   private:
     void ShowState(Task& task, std::uint8_t code, std::uint8_t flags, std::uint32_t record);
 
-    const std::uint32_t shown_;
-    ContextTable& contexts_;
-    EventWriter& writer_;
+    const TimelineOf timelineOf_;
+    const Moment& moment_;
     std::unordered_map<std::uint64_t, Task> tasks_;
 };
 

@@ -37,11 +37,19 @@ void TraceService::ArrangeLines(LineArrangement arrangement) {
 }
 
 LossCounters TraceService::Losses() const {
-    return session_ ? session_->Losses() : LossCounters();
+    return session_ ? session_->Decoded().Losses() : LossCounters();
+}
+
+const DecodedRecording* TraceService::Decoded() const {
+    return session_ ? &session_->Decoded() : nullptr;
 }
 
 Summary TraceService::Summarize() {
-    return session_ ? session_->Summarize() : Summary();
+    if (!session_) return {};
+    session_->ShowThrough(session_->GetRecording().RecordCount());
+    Summary summary = service::Summarize(session_->Decoded());
+    summary.shownProcessor = session_->ShownProcessor();
+    return summary;
 }
 
 HRESULT TraceService::QueryInterface(const GUID& id, void** out) {
@@ -124,8 +132,9 @@ HRESULT TraceService::AnalyzeRecords(std::int32_t from, std::int32_t to, std::in
     if (!session_) return E_FAIL;
     if (from < 0 || to < from) return E_INVALIDARG;
     return Guarded([&] {
-        session_->DecodeThrough(static_cast<std::uint32_t>(to));
-        *a = *b = *c = session_->Now();
+        const auto last = static_cast<std::uint32_t>(to);
+        session_->ShowThrough(last);
+        *a = *b = *c = session_->Decoded().WaitFor(last);
         return S_OK;
     });
 }
@@ -137,7 +146,7 @@ HRESULT TraceService::AnalyzeUntil(std::int32_t from, std::int32_t to, double un
     if (!session_) return E_FAIL;
     if (from < 0 || to < from) return E_INVALIDARG;
     return Guarded([&] {
-        const auto reached = session_->DecodeThrough(static_cast<std::uint32_t>(to), until);
+        const auto reached = session_->ShowThrough(static_cast<std::uint32_t>(to), until);
         *last = std::min(static_cast<std::int32_t>(reached), to);
         *a = *b = *c = session_->Now();
         return S_OK;

@@ -2,8 +2,10 @@
 // The OS-trace service: shows one recording, one processor of it at a time, as events, and keeps
 // line order, hidden lines, search condition and pick-up.
 //
-// Nothing is decoded before AnalyzeRecords or AnalyzeUntil asks for it, and no record twice. The
-// service counts no references; its owner ends it after everyone who asked for it.
+// A recording is decoded from the moment it is set, on a thread of its own. AnalyzeRecords and
+// AnalyzeUntil say how far it is shown, and wait where that is further than it is decoded.
+// DiscardData shows nothing. The service counts no references; its owner ends it after everyone who
+// asked for it.
 
 #include <memory>
 #include <string>
@@ -20,6 +22,7 @@
 
 namespace kvx::service {
 
+class DecodedRecording;
 class TraceSession;
 
 class TraceService final : public IQOSTraceService,
@@ -50,11 +53,14 @@ class TraceService final : public IQOSTraceService,
 
     // Counts of opening and of what is decoded so far.
     LossCounters Losses() const;
-    // Decodes what is left, then counts. Empty without a recording.
+    // All that is decoded; null without a recording.
+    const DecodedRecording* Decoded() const;
+    // Shows the whole recording, which is waited for, and counts it. Empty without a recording.
     Summary Summarize();
     // The detail that `events` prints for an event: see docs/FORMATS.md.
     std::string EventDetail(std::uint32_t event) const;
-    // Looks for anything in the events that cannot be; empty: all is well.
+    // Waits until everything is decoded and looks for anything in the events that cannot be; empty:
+    // all is well.
     std::string Check() const;
     // Display name of a line: name, "Idle" or "Unknown".
     std::string LineName(std::int32_t line) const;

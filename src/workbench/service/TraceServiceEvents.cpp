@@ -11,7 +11,7 @@ namespace {
 template <class Read>
 HRESULT WithEvent(TraceSession* session, std::uint32_t event, const void* out, Read read) {
     if (!out) return E_POINTER;
-    if (!session || event >= session->Events().Count()) return E_FAIL;
+    if (!session || event >= session->EventCount()) return E_FAIL;
     return Guarded([&] {
         read(session->Events());
         return S_OK;
@@ -20,6 +20,10 @@ HRESULT WithEvent(TraceSession* session, std::uint32_t event, const void* out, R
 
 std::int32_t LineOf(TraceSession& session, std::uint32_t context) {
     return static_cast<std::int32_t>(session.Lines().LineOf(context));
+}
+
+host::EventList StatesOf(TraceSession& session, std::uint32_t line) {
+    return session.Events().StatesOf(session.Lines().ContextAt(line), session.EventCount());
 }
 
 VARIANT_BOOL ToBool(bool yes) {
@@ -46,20 +50,16 @@ HRESULT SetShown(TraceSession* session, const VARIANT& lines, bool shown) {
 }  // namespace
 
 std::string TraceService::EventDetail(std::uint32_t event) const {
-    if (!session_ || event >= session_->Events().Count()) return {};
-    const EventStore& events = session_->Events();
-    switch (events.Kind(event)) {
-        case kEventDispatch:
-            return session_->Contexts().DisplayName(events.Next(event));
-        case kEventState:
-            return session_->Texts().State(event);
-        default:
-            return session_->Texts().Call(event);
-    }
+    const bool shown = session_ && event < session_->EventCount();
+    return shown ? session_->Texts().Detail(event) : std::string();
 }
 
 std::string TraceService::Check() const {
-    return session_ ? session_->Events().Check() : std::string();
+    if (!session_) return {};
+    session_->Decoded().WaitForAll();
+    for (const auto& timeline : session_->Decoded().Timelines())
+        if (auto fault = timeline->events.Check(); !fault.empty()) return fault;
+    return {};
 }
 
 std::string TraceService::LineName(std::int32_t line) const {
@@ -74,7 +74,13 @@ HRESULT TraceService::GetColumns(host::OSTraceColumns* out) {
     if (!session_) return E_FAIL;
     return Guarded([&] {
         const LineOrder& lines = session_->Lines();
-        session_->Events().Export(*out, lines.Count());
+        const auto contexts = lines.Count();
+        const auto& lists = session_->ListsOfContexts(contexts);
+        session_->Events().Export(*out, session_->EventCount());
+        out->contextCount = contexts;
+        out->stateEvents = lists.data();
+        out->dispatchesTo = lists.data() + contexts;
+        out->sysCallsOf = lists.data() + std::size_t{2} * contexts;
         out->lineOfContext = lines.LinesOfContexts();
         return S_OK;
     });
@@ -131,7 +137,7 @@ HRESULT TraceService::HideContext(VARIANT lines) {
 HRESULT TraceService::GetEventCount(std::uint32_t* count) {
     if (!count) return E_POINTER;
     if (!session_) return E_FAIL;
-    *count = session_->Events().Count();
+    *count = session_->EventCount();
     return S_OK;
 }
 
@@ -147,9 +153,10 @@ HRESULT TraceService::GetEventTime(std::uint32_t event, std::int64_t* time) {
 
 HRESULT TraceService::GetEventEndTime(std::uint32_t event, std::int64_t* time) {
     return WithEvent(session_.get(), event, time, [&](const EventStore& events) {
-        const bool open =
-            events.Kind(event) == kEventSysCall || events.EndEvent(event) >= events.Count();
-        *time = open ? 0 : events.Time(events.EndEvent(event));
+        const auto end =
+            events.Kind(event) == kEventSysCall ? host::kOpenEnd : events.EndEvent(event);
+        const bool open = end == host::kOpenEnd;
+        *time = open ? 0 : events.Time(end);
         if (!open && *time == 0) *time = host::kEndAtZero;
     });
 }
@@ -173,7 +180,7 @@ HRESULT TraceService::GetEventNextContext(std::uint32_t event, std::int32_t* lin
 }
 
 HRESULT TraceService::GetEventState(std::uint32_t event, std::int32_t* state) {
-    if (!session_ || event >= session_->Events().Count() ||
+    if (!session_ || event >= session_->EventCount() ||
         session_->Events().Kind(event) != kEventState)
         return E_FAIL;
     return WithEvent(session_.get(), event, state,
@@ -181,7 +188,7 @@ HRESULT TraceService::GetEventState(std::uint32_t event, std::int32_t* state) {
 }
 
 HRESULT TraceService::GetEventStateContext(std::uint32_t event, std::int32_t* line) {
-    if (!session_ || event >= session_->Events().Count() ||
+    if (!session_ || event >= session_->EventCount() ||
         session_->Events().Kind(event) != kEventState)
         return E_FAIL;
     return GetEventContext(event, line);
@@ -205,7 +212,7 @@ HRESULT TraceService::GetContextEventCount(std::int32_t line, std::uint32_t* cou
     return Guarded([&] {
         const auto index = static_cast<std::uint32_t>(line);
         if (line < 0 || index >= session_->Lines().Count()) return E_INVALIDARG;
-        *count = session_->Events().StatesOf(session_->Lines().ContextAt(index)).count;
+        *count = StatesOf(*session_, index).count;
         return S_OK;
     });
 }
@@ -217,8 +224,7 @@ HRESULT TraceService::GetContextEvent(std::int32_t line, std::uint32_t number,
     const HRESULT status = GetContextEventCount(line, &count);
     if (Failed(status)) return status;
     if (number >= count) return E_INVALIDARG;
-    const auto context = session_->Lines().ContextAt(static_cast<std::uint32_t>(line));
-    *event = session_->Events().StatesOf(context).events[number];
+    *event = StatesOf(*session_, static_cast<std::uint32_t>(line)).events[number];
     return S_OK;
 }
 
@@ -232,14 +238,14 @@ HRESULT TraceService::GetContextEventTime(std::int32_t line, std::uint32_t numbe
 
 // The mark of a system call stands where it was issued.
 HRESULT TraceService::GetSysCallEvent(std::uint32_t event, std::uint32_t* timed) {
-    if (!session_ || event >= session_->Events().Count() ||
+    if (!session_ || event >= session_->EventCount() ||
         session_->Events().Kind(event) != kEventSysCall)
         return E_FAIL;
     return WithEvent(session_.get(), event, timed, [&](const EventStore&) { *timed = event; });
 }
 
 HRESULT TraceService::GetSysCallClass(std::uint32_t event, std::int32_t* cls) {
-    if (!session_ || event >= session_->Events().Count() ||
+    if (!session_ || event >= session_->EventCount() ||
         session_->Events().Kind(event) != kEventSysCall)
         return E_FAIL;
     return WithEvent(session_.get(), event, cls,

@@ -7,95 +7,67 @@
 namespace kvx::service {
 
 TraceSession::TraceSession(std::unique_ptr<Recording> recording)
-    : recording_(std::move(recording)), processor_(recording_->Processors().front()) {
-    if (!recording_->RecordsStates()) inferred_ = InferStates(*recording_);
-    ListDeclared();
+    : decoded_(std::move(recording)),
+      shown_(decoded_.Timelines().front().get()),
+      history_(decoded_.Names(), shown_->events) {
     Discard();
 }
 
 bool TraceSession::ShowProcessor(std::uint32_t processor) {
-    const auto& all = recording_->Processors();
-    if (std::ranges::find(all, processor) == all.end()) return false;
-    if (processor == processor_) return true;
-    processor_ = processor;
-    contexts_ = {};
+    const Timeline* const timeline = decoded_.Find(processor);
+    if (!timeline || timeline == shown_) return timeline != nullptr;
+    shown_ = timeline;
+    history_.ShowCallsOf(shown_->events);
     lines_ = {};
-    ListDeclared();
+    shownContexts_ = 0;
     Discard();
     return true;
 }
 
-// The contexts that the file names for the shown processor have their lines from the start.
-void TraceSession::ListDeclared() {
-    for (const auto& declared : recording_->Contexts())
-        if (declared.processor == processor_) contexts_.Declare(declared.key, declared.name);
-    for (const auto& declared : recording_->Contexts()) {
-        contexts_.Declare(declared.key, declared.name);
-        const bool here = declared.processor == processor_ || declared.processor == kAnyProcessor;
-        if (here && declared.state != TaskState::NonExistent) contexts_.Add(declared.key);
-    }
-    contexts_.Add({ContextKind::Task, 0});
-}
-
-std::uint32_t TraceSession::DecodeThrough(std::uint32_t last, std::optional<double> until) {
-    const auto count = recording_->RecordCount();
-    while (decoder_->Next() < count && decoder_->Next() <= last) {
-        decoder_->DecodeOne();
-        if (until && static_cast<double>(decoder_->Now()) > *until) break;
-    }
-    return decoder_->Next() == 0 ? 0 : decoder_->Next() - 1;
+std::uint32_t TraceSession::ShowThrough(std::uint32_t last, std::optional<double> until) {
+    const auto count = GetRecording().RecordCount();
+    if (count == 0) return 0;
+    last = std::min(last, count - 1);
+    if (last < shownRecords_) return shownRecords_ - 1;
+    if (until) last = decoded_.FindBehind(*until, shownRecords_, last).value_or(last);
+    now_ = decoded_.WaitFor(last);
+    shownRecords_ = last + 1;
+    shownEvents_ = Events().CountUntil(now_);
+    shownContexts_ = std::max(shownContexts_, Contexts().CountBefore(shownEvents_));
+    history_.ShowUntil(shownEvents_);
+    return last;
 }
 
 void TraceSession::Discard() {
-    store_.Clear();
-    history_.Forget();
-    decoder_ =
-        std::make_unique<Decoder>(*recording_, processor_, inferred_, contexts_, names_, store_);
+    shownRecords_ = shownEvents_ = 0;
+    now_ = 0;
+    shownContexts_ = std::max(shownContexts_, Contexts().CountBefore(0));
+    history_.ShowUntil(0);
 }
 
 LineOrder& TraceSession::Lines() {
-    lines_.Update(contexts_);
+    lines_.Update(Contexts(), shownContexts_);
     return lines_;
 }
 
-LossCounters TraceSession::Losses() const {
-    LossCounters losses = recording_->Losses();
-    losses += decoder_->Losses();
-    return losses;
-}
-
-Summary TraceSession::Summarize() {
-    DecodeThrough(recording_->RecordCount());
-    Summary summary;
-    summary.path = recording_->Path();
-    summary.format = recording_->FormatName();
-    summary.processors = recording_->Processors();
-    summary.shownProcessor = processor_;
-    summary.records = recording_->RecordCount();
-    summary.contexts = contexts_.Count();
-    summary.events = store_.Count();
-    summary.dispatches = static_cast<std::uint32_t>(store_.Dispatches().size());
-    summary.stateChanges = store_.StateCount();
-    summary.systemCalls = static_cast<std::uint32_t>(store_.Calls().size());
-    summary.firstTime = store_.Count() ? store_.Time(0) : recording_->FirstTime();
-    summary.lastTime = recording_->LastTime();
-    summary.timeUnit = recording_->Clock().UnitName();
-    summary.losses = Losses();
-    return summary;
+const std::vector<host::EventList>& TraceSession::ListsOfContexts(std::uint32_t contextCount) {
+    if (lists_.size() != std::size_t{3} * contextCount || listedEvents_ != shownEvents_) {
+        lists_ = Events().ExportLists(contextCount, shownEvents_);
+        listedEvents_ = shownEvents_;
+    }
+    return lists_;
 }
 
 std::optional<std::uint32_t> TraceSession::FindFrom(std::uint32_t event) const {
-    const auto& calls = store_.Calls();
-    for (const auto* at = std::lower_bound(calls.begin(), calls.end(), event); at != calls.end();
-         ++at)
+    const auto calls = Events().Calls(shownEvents_);
+    for (auto at = std::ranges::lower_bound(calls, event); at != calls.end(); ++at)
         if (MeetsCondition(*at)) return *at;
     return std::nullopt;
 }
 
 std::optional<std::uint32_t> TraceSession::FindBefore(std::uint32_t event) const {
-    const auto& calls = store_.Calls();
-    const auto* at = std::lower_bound(calls.begin(), calls.end(), event);
-    while (at != calls.begin())
+    const auto calls = Events().Calls(shownEvents_);
+    for (auto at = std::ranges::lower_bound(calls, event); at != calls.begin();)
         if (MeetsCondition(*--at)) return *at;
     return std::nullopt;
 }

@@ -4,9 +4,9 @@
 
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "workbench/formats/ctf/ByteCursor.h"
-#include "workbench/service/Column.h"
 
 namespace kvx::formats::ctf {
 
@@ -31,8 +31,8 @@ class RecordStore {
     ByteCursor Values(std::uint32_t record) const;
 
   private:
-    service::Column<Entry> entries_;
-    service::Column<char> values_;
+    std::vector<Entry> entries_;
+    std::vector<char> values_;
 };
 
 }  // namespace kvx::formats::ctf
