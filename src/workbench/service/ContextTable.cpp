@@ -1,6 +1,8 @@
 #include "workbench/service/ContextTable.h"
 
+#include <algorithm>
 #include <limits>
+#include <ranges>
 
 #include "host/OSTraceService.h"
 #include "platform/Text.h"
@@ -35,7 +37,7 @@ const KindInfo& InfoOf(ContextKind kind) {
 
 }  // namespace
 
-std::uint32_t ContextTable::Add(const ContextKey& key, std::uint32_t firstEvent) {
+std::uint32_t ContextTable::Add(const ContextKey& key, std::uint32_t appears) {
     const auto [number, isNew] = numbers_.try_emplace(key, Count());
     if (!isNew) return number->second;
     const auto& kind = InfoOf(key.kind);
@@ -49,21 +51,16 @@ std::uint32_t ContextTable::Add(const ContextKey& key, std::uint32_t firstEvent)
     context.number = FreeNumber(kind.type, fits ? kind.firstNumber + key.id : kFirstSpareNumber);
     if (kind.tableAddress)
         context.tableAddress = kind.tableAddress | static_cast<std::uint32_t>(key.id & 0xFFFFF);
-    context.firstEvent = firstEvent;
+    context.appears = appears;
     contexts_.Append(std::move(context));
     return number->second;
 }
 
-std::uint32_t ContextTable::CountBefore(std::uint32_t event) const {
-    std::uint32_t first = 0;
-    for (auto count = Count(); count > 0;) {
-        const auto half = count / 2;
-        const auto& context = contexts_[first + half];
-        const bool appeared = context.firstEvent == 0 || context.firstEvent < event;
-        if (appeared) first += half + 1;
-        count = appeared ? count - half - 1 : half;
-    }
-    return first;
+std::uint32_t ContextTable::CountWith(std::uint32_t events) const {
+    const auto all = std::views::iota(std::uint32_t{0}, Count());
+    const auto behind = std::ranges::upper_bound(
+        all, events, {}, [this](std::uint32_t context) { return contexts_[context].appears; });
+    return static_cast<std::uint32_t>(behind - all.begin());
 }
 
 std::string ContextTable::DisplayName(std::uint32_t context) const {

@@ -20,7 +20,7 @@ struct Context {
     std::int32_t type = 0;
     std::int32_t number = 0;  // unique within the type
     std::uint32_t tableAddress = 0;
-    std::uint32_t firstEvent = 0;  // the event that the context appears with; 0 for those declared
+    std::uint32_t appears = 0;  // with so many events; 0: from the start
     bool IsIdle() const { return key.kind == ContextKind::Task && key.id == 0; }
 };
 
@@ -33,12 +33,12 @@ class ContextTable {
     // The name that the context gets when it is added. The first name of a key holds.
     void Declare(const ContextKey& key, const std::string& name) { declared_.emplace(key, name); }
     // The number of the context, new when the key was not known.
-    // firstEvent must not go back.
-    std::uint32_t Add(const ContextKey& key, std::uint32_t firstEvent = 0);
+    // appears must not go back.
+    std::uint32_t Add(const ContextKey& key, std::uint32_t appears = 0);
     const Context& Get(std::uint32_t context) const { return contexts_[context]; }
     std::uint32_t Count() const { return contexts_.size(); }
-    // How many have appeared before that event.
-    std::uint32_t CountBefore(std::uint32_t event) const;
+    // How many have appeared with so many events.
+    std::uint32_t CountWith(std::uint32_t events) const;
     // Name, "Idle" or "Unknown".
     std::string DisplayName(std::uint32_t context) const;
 

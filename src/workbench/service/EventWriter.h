@@ -49,7 +49,9 @@ class EventWriter {
         if (current_ == kNoContext) current_ = Unknown();
         return current_;
     }
-    std::uint32_t ContextOf(const ContextKey& key) { return contexts_.Add(key, store_.Added()); }
+    std::uint32_t ContextOf(const ContextKey& key) {
+        return contexts_.Add(key, store_.Added() + 1);
+    }
     std::uint32_t Unknown() { return ContextOf({ContextKind::Unknown, 0}); }
     std::uint32_t Idle() { return ContextOf({ContextKind::Task, 0}); }
 

@@ -33,7 +33,7 @@ std::uint32_t TraceSession::ShowThrough(std::uint32_t last, std::optional<double
     now_ = decoded_.WaitFor(last);
     shownRecords_ = last + 1;
     shownEvents_ = Events().CountUntil(now_);
-    shownContexts_ = std::max(shownContexts_, Contexts().CountBefore(shownEvents_));
+    shownContexts_ = std::max(shownContexts_, Contexts().CountWith(shownEvents_));
     history_.ShowUntil(shownEvents_);
     return last;
 }
@@ -41,7 +41,7 @@ std::uint32_t TraceSession::ShowThrough(std::uint32_t last, std::optional<double
 void TraceSession::Discard() {
     shownRecords_ = shownEvents_ = 0;
     now_ = 0;
-    shownContexts_ = std::max(shownContexts_, Contexts().CountBefore(0));
+    shownContexts_ = std::max(shownContexts_, Contexts().CountWith(0));
     history_.ShowUntil(0);
 }
 
