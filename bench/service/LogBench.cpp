@@ -111,7 +111,7 @@ void BM_Decode(benchmark::State& state) {
         events = decoded.Timelines().front()->events.Count();
         bytes = ResidentBytes() - before;
     }
-    state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * events));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(events));
     state.counters["events"] = static_cast<double>(events);
     state.counters["bytes_an_event"] = static_cast<double>(bytes) / static_cast<double>(events);
 }

@@ -12,8 +12,8 @@ namespace kvx::service {
 
 struct Timeline {
     // moment is borrowed. most: see EventStore.
-    Timeline(std::uint32_t processor, const Moment& moment, std::uint32_t most)
-        : processor(processor), events(most), writer(moment, contexts, events) {}
+    Timeline(std::uint32_t number, const Moment& moment, std::uint32_t most)
+        : processor(number), events(most), writer(moment, contexts, events) {}
 
     const std::uint32_t processor;
     ContextTable contexts;
