@@ -39,7 +39,7 @@ inline void DecodeAll(const std::string& path) {
         trace.ShowProcessor(processors[i]);
         const auto whole = trace.Summarize();
         Require(trace.Check().empty(), trace.Check());
-        AskForTexts(trace, whole.Shown().events);
+        AskForTexts(trace, static_cast<std::uint32_t>(whole.Shown().events));
         trace.DiscardData();
         std::int64_t a = 0;
         std::int64_t b = 0;
