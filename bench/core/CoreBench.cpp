@@ -66,11 +66,8 @@ void Chart(benchmark::State& state) {
     const double grid = (g.displayEnd - g.displayStart) / 5.0;
     for (auto _ : state) {
         const ChartItems items =
-            BuildChart(g, core.data.engine, core.data.contexts, grid, g.displayStart);
-        state.counters["states"] = static_cast<double>(items.states.size());
-        state.counters["runs"] = static_cast<double>(items.runs.size());
-        state.counters["switches"] = static_cast<double>(items.switches.size());
-        state.counters["marks"] = static_cast<double>(items.marks.size());
+            BuildChart(g, core.data.engine, core.data.contexts, core.data.markers, grid);
+        state.counters["items"] = static_cast<double>(items.size());
     }
 }
 BENCHMARK(Chart)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <variant>
 
 #include "host/TraceCodes.h"
 #include "platform/SystemInfo.h"
@@ -54,121 +55,129 @@ void DrawTable(CDC& dc, CHeaderCellPainter& painter, const TraceColumns& columns
     }
 }
 
-void DrawRowLines(CDC& dc, const ChartGeometry& geometry, int tableLeft, int dropLine,
-                  COLORREF run) {
-    CPen drop(PS_SOLID, 3, kBlack);
-    CPen dotted(PS_DOT, 1, run);
-    CPen* const previous = dc.SelectObject(&dotted);
-    const int dropRow =
-        dropLine < 0 ? -1 : std::min(dropLine, geometry.lineCount) - geometry.firstLine;
-    for (int row = 0; row <= geometry.visibleLines; ++row) {
-        if (row == dropRow) {
-            dc.SelectObject(&drop);
-            dc.MoveTo(tableLeft, (row + 1) * geometry.lineHeight);
-            dc.LineTo(geometry.right, (row + 1) * geometry.lineHeight);
-            dc.SelectObject(&dotted);
-        }
-        if (geometry.firstLine + row >= geometry.lineCount) continue;
-        dc.MoveTo(geometry.left, geometry.RowCentre(row));
-        dc.LineTo(geometry.right, geometry.RowCentre(row));
-    }
+void DrawDropMark(CDC& dc, const ChartGeometry& geometry, int tableLeft, int dropLine) {
+    const int row = std::min(dropLine, geometry.lineCount) - geometry.firstLine;
+    if (dropLine < 0 || row < 0 || row > geometry.visibleLines) return;
+    CPen pen(PS_SOLID, 3, kBlack);
+    CPen* const previous = dc.SelectObject(&pen);
+    dc.MoveTo(tableLeft, (row + 1) * geometry.lineHeight);
+    dc.LineTo(geometry.right, (row + 1) * geometry.lineHeight);
     dc.SelectObject(previous);
 }
 
-void DrawGrid(CDC& dc, const ChartGeometry& geometry, const std::vector<GridLine>& grid,
-              COLORREF run) {
-    CPen dotted(PS_DOT, 1, run);
-    CPen* const previous = dc.SelectObject(&dotted);
-    const int mode = dc.SetBkMode(TRANSPARENT);
-    int free = geometry.left;
-    for (const GridLine& line : grid) {
-        DrawVertical(dc, line.x, geometry.lineHeight, geometry.LinesBottom());
-        if (line.x < free) continue;
+namespace {
+
+// Draws one item after the other.
+class ItemPainter {
+  public:
+    ItemPainter(CDC& dc, const ChartGeometry& geometry, const COSColor& colors, COSTip& tips)
+        : dc_(dc),
+          geometry_(geometry),
+          colors_(colors),
+          tips_(tips),
+          dotted_(PS_DOT, 1, colors[EColor::Run]),
+          solid_(PS_SOLID, 1, colors[EColor::Run]),
+          dashed_(PS_DASH, 1, colors[EColor::Run]),
+          runSolid_(colors[EColor::Run]),
+          runHatched_(HS_DIAGCROSS, colors[EColor::Run]),
+          free_(geometry.left),
+          previousPen_(dc.SelectObject(&solid_)),
+          previousBrush_(dc.SelectObject(&runSolid_)) {
+        for (int cls = 0; cls <= host::kCallClasses; ++cls)
+            calls_[static_cast<std::size_t>(cls)].CreateSolidBrush(colors.GetSysCallColor(cls));
+    }
+    ItemPainter(const ItemPainter&) = delete;
+    ItemPainter& operator=(const ItemPainter&) = delete;
+    ~ItemPainter() {
+        dc_.SelectObject(previousBrush_);
+        dc_.SelectObject(previousPen_);
+    }
+
+    void operator()(const RowLine& line) {
+        dc_.SelectObject(&dotted_);
+        dc_.MoveTo(geometry_.left, geometry_.RowCentre(line.row));
+        dc_.LineTo(geometry_.right, geometry_.RowCentre(line.row));
+    }
+
+    void operator()(const GridLine& line) {
+        dc_.SelectObject(&dotted_);
+        DrawVertical(dc_, line.x, geometry_.lineHeight, geometry_.LinesBottom());
+        if (line.x < free_) return;
         const CString number = std::to_string(line.number);
-        dc.TextOut(line.x, 0, number);
-        free = line.x + dc.GetTextExtent(number).cx + geometry.charWidth / 2;
+        const int mode = dc_.SetBkMode(TRANSPARENT);
+        dc_.TextOut(line.x, 0, number);
+        dc_.SetBkMode(mode);
+        free_ = line.x + dc_.GetTextExtent(number).cx + geometry_.charWidth / 2;
     }
-    dc.SetBkMode(mode);
-    dc.SelectObject(previous);
-}
 
-void DrawStates(CDC& dc, const ChartGeometry& geometry, const std::vector<StateBar>& bars,
-                const COSColor& colors, COSTip& tips) {
-    for (const StateBar& bar : bars) {
-        const RECT band = Band(geometry, bar, 6);
-        dc.FillSolidRect(band, colors.GetTaskStateColor(bar.state));
-        tips.AddTipRect(band, bar.event);
-        if (bar.suspended) dc.FillSolidRect(Band(geometry, bar, 7), colors[EColor::Sus]);
-        if (bar.paused) dc.FillSolidRect(Band(geometry, bar, 8), colors[EColor::Pause]);
+    void operator()(const StateBar& bar) {
+        const RECT band = Band(geometry_, bar, 6);
+        dc_.FillSolidRect(band, colors_.GetTaskStateColor(bar.state));
+        tips_.AddTipRect(band, bar.event);
+        if (bar.suspended) dc_.FillSolidRect(Band(geometry_, bar, 7), colors_[EColor::Sus]);
+        if (bar.paused) dc_.FillSolidRect(Band(geometry_, bar, 8), colors_[EColor::Pause]);
     }
-}
 
-void DrawSwitches(CDC& dc, const std::vector<SwitchLine>& switches, COLORREF run) {
-    CPen solid(PS_SOLID, 1, run);
-    CPen dashed(PS_DASH, 1, run);
-    CPen* const previous = dc.SelectObject(&solid);
-    for (const SwitchLine& line : switches) {
-        dc.SelectObject(line.dashed ? &dashed : &solid);
-        DrawVertical(dc, line.x, line.y1, line.y2);
+    void operator()(const SwitchLine& line) {
+        dc_.SelectObject(line.dashed ? &dashed_ : &solid_);
+        DrawVertical(dc_, line.x, line.y1, line.y2);
     }
-    dc.SelectObject(previous);
-}
 
-void DrawRuns(CDC& dc, const ChartGeometry& geometry, const std::vector<RunBar>& bars, COLORREF run,
-              COSTip& tips) {
-    const CBrush solid(run);
-    const CBrush hatched(HS_DIAGCROSS, run);
-    for (const RunBar& bar : bars) {
-        const RECT band = Band(geometry, bar, 4);
-        dc.FillRect(band, bar.hatched ? &hatched : &solid);
-        tips.AddTipRect(band, bar.event);
+    void operator()(const RunBar& bar) {
+        const RECT band = Band(geometry_, bar, 4);
+        dc_.FillRect(band, bar.hatched ? &runHatched_ : &runSolid_);
+        tips_.AddTipRect(band, bar.event);
     }
-}
 
-void DrawMarks(CDC& dc, const ChartGeometry& geometry, const std::vector<Mark>& marks,
-               const COSColor& colors, COSTip& tips) {
-    std::array<CBrush, host::kCallClasses + 1> brushes;
-    for (int cls = 0; cls <= host::kCallClasses; ++cls) {
-        brushes[static_cast<std::size_t>(cls)].CreateSolidBrush(colors.GetSysCallColor(cls));
-    }
-    CPen pen(PS_SOLID, 1, colors[EColor::Run]);
-    CPen* const previousPen = dc.SelectObject(&pen);
-    CBrush* const previousBrush = dc.SelectObject(&brushes[0]);
-    const int h = geometry.lineHeight;
-    for (const Mark& mark : marks) {
-        const int y = geometry.LineCentre(mark.line);
-        const RECT rect = {mark.x - geometry.charWidth / 2, y - h / 3,
-                           mark.x + geometry.charWidth / 2, y + h / 3};
+    void operator()(const Mark& mark) {
+        const int y = geometry_.LineCentre(mark.line);
+        const int h = geometry_.lineHeight;
+        const RECT rect = {mark.x - geometry_.charWidth / 2, y - h / 3,
+                           mark.x + geometry_.charWidth / 2, y + h / 3};
         const bool known = mark.cls > 0 && mark.cls <= host::kCallClasses;
-        dc.SelectObject(&brushes[known ? static_cast<std::size_t>(mark.cls) : 0]);
-        dc.RoundRect(rect.left, rect.top, rect.right, rect.bottom, h, h);
-        tips.AddTipRect(rect, mark.event);
+        dc_.SelectObject(&solid_);
+        dc_.SelectObject(&calls_[known ? static_cast<std::size_t>(mark.cls) : 0]);
+        dc_.RoundRect(rect.left, rect.top, rect.right, rect.bottom, h, h);
+        tips_.AddTipRect(rect, mark.event);
     }
-    dc.SelectObject(previousBrush);
-    dc.SelectObject(previousPen);
-}
 
-void BlankHiddenLines(CDC& dc, const ChartGeometry& geometry, const CContextMng& contexts,
-                      COSTip& tips) {
-    for (int line = geometry.firstLine; line <= geometry.LastDrawnLine(); ++line) {
-        if (contexts.IsShown(line)) continue;
-        const RECT row = ChartRow(geometry, line - geometry.firstLine);
-        dc.FillSolidRect(row, GetSysColor(COLOR_WINDOW));
-        tips.RemoveTipRects(row);
+    void operator()(const HiddenRow& hidden) {
+        const RECT row = ChartRow(geometry_, hidden.row);
+        dc_.FillSolidRect(row, GetSysColor(COLOR_WINDOW));
+        tips_.RemoveTipRects(row);
     }
-}
 
-void DrawMarkers(CDC& dc, const ChartGeometry& geometry, const COSMarker& markers,
-                 const COSColor& colors) {
-    constexpr std::array<EColor, 3> kColors = {EColor::MarkerS, EColor::MarkerE, EColor::Indicator};
-    for (int which = kMarkerStart; which <= kMarkerIndicator; ++which) {
-        const double time = markers.GetMarkerTime(which);
-        if (!geometry.InDisplay(time)) continue;
-        CPen pen(PS_SOLID, 1, colors[kColors[static_cast<std::size_t>(which)]]);
-        CPen* const previous = dc.SelectObject(&pen);
-        DrawVertical(dc, geometry.X(time), geometry.lineHeight, geometry.LinesBottom());
-        dc.SelectObject(previous);
+    void operator()(const MarkerLine& line) {
+        constexpr std::array<EColor, 3> kColors = {EColor::MarkerS, EColor::MarkerE,
+                                                   EColor::Indicator};
+        CPen pen(PS_SOLID, 1, colors_[kColors[static_cast<std::size_t>(line.which)]]);
+        dc_.SelectObject(&pen);
+        DrawVertical(dc_, line.x, geometry_.lineHeight, geometry_.LinesBottom());
+        dc_.SelectObject(&solid_);
     }
+
+  private:
+    CDC& dc_;
+    const ChartGeometry& geometry_;
+    const COSColor& colors_;
+    COSTip& tips_;
+    CPen dotted_;
+    CPen solid_;
+    CPen dashed_;
+    CBrush runSolid_;
+    CBrush runHatched_;
+    std::array<CBrush, host::kCallClasses + 1> calls_;  // by class
+    int free_;  // where the next number of the grid may begin
+    CPen* previousPen_;
+    CBrush* previousBrush_;
+};
+
+}  // namespace
+
+void DrawItems(CDC& dc, const ChartGeometry& geometry, const ChartItems& items,
+               const COSColor& colors, COSTip& tips) {
+    ItemPainter painter(dc, geometry, colors, tips);
+    for (const ChartItem& item : items) std::visit(painter, item);
 }
 
 }  // namespace kvx::chart

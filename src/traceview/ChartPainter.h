@@ -1,6 +1,6 @@
 #pragma once
-// The steps in which the OS Trace window is painted, each for what it draws. Elements with a tip
-// are noted in drawing order.
+// How the OS Trace window is painted: the table, then the items of the chart in their order.
+// Elements with a tip are noted as they are drawn.
 
 #include "display/model/Color.h"
 #include "framework/HeaderCellPainter.h"
@@ -10,7 +10,6 @@
 #include "traceview/TraceColumns.h"
 #include "traceview/model/ChartItems.h"
 #include "traceview/model/LineSelection.h"
-#include "traceview/model/Marker.h"
 
 namespace kvx::chart {
 
@@ -19,23 +18,11 @@ namespace kvx::chart {
 void DrawTable(CDC& dc, CHeaderCellPainter& painter, const TraceColumns& columns,
                const ChartGeometry& geometry, const CContextMng& contexts,
                const LineSelection& selection, COLORREF sysCallBack);
-// The dotted line of every context, and the mark where a dragged line would land (-1: none).
-void DrawRowLines(CDC& dc, const ChartGeometry& geometry, int tableLeft, int dropLine,
-                  COLORREF run);
-// A number that would run into the one before it is left out; its line stays.
-void DrawGrid(CDC& dc, const ChartGeometry& geometry, const std::vector<GridLine>& grid,
-              COLORREF run);
-void DrawStates(CDC& dc, const ChartGeometry& geometry, const std::vector<StateBar>& bars,
-                const COSColor& colors, COSTip& tips);
-void DrawSwitches(CDC& dc, const std::vector<SwitchLine>& switches, COLORREF run);
-void DrawRuns(CDC& dc, const ChartGeometry& geometry, const std::vector<RunBar>& bars, COLORREF run,
-              COSTip& tips);
-void DrawMarks(CDC& dc, const ChartGeometry& geometry, const std::vector<Mark>& marks,
+// The mark where a dragged line would land, from the table's left edge on (dropLine -1: none).
+void DrawDropMark(CDC& dc, const ChartGeometry& geometry, int tableLeft, int dropLine);
+// The items in their order. A number of the grid that would run into the one before it is left out;
+// its line stays.
+void DrawItems(CDC& dc, const ChartGeometry& geometry, const ChartItems& items,
                const COSColor& colors, COSTip& tips);
-// Erases the chart of lines that are not shown, tips included.
-void BlankHiddenLines(CDC& dc, const ChartGeometry& geometry, const CContextMng& contexts,
-                      COSTip& tips);
-void DrawMarkers(CDC& dc, const ChartGeometry& geometry, const COSMarker& markers,
-                 const COSColor& colors);
 
 }  // namespace kvx::chart

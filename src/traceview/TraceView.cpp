@@ -229,20 +229,12 @@ void COSTraceView::DrawChart(CDC& dc) {
     const ChartViewport& viewport = display_->viewport;
     const COSTraceData& data = display_->data;
     const ChartGeometry geometry = viewport.Geometry();
-    const COLORREF run = data.colors[EColor::Run];
     chart::DrawTable(dc, painter_, columns_, geometry, data.contexts, display_->selection,
                      data.colors[EColor::SysCallBack]);
-    chart::DrawRowLines(dc, geometry, columns_[TraceColumns::kVector].left, viewport.dropLine, run);
-    if (geometry.right <= geometry.left) return;
-    const auto items = kvx::BuildChart(geometry, data.engine, data.contexts, viewport.gridTime,
-                                       data.markers.GetMarkerTime(kMarkerStart));
-    chart::DrawGrid(dc, geometry, items.grid, run);
-    chart::DrawStates(dc, geometry, items.states, data.colors, *this);
-    chart::DrawSwitches(dc, items.switches, run);
-    chart::DrawRuns(dc, geometry, items.runs, run, *this);
-    chart::DrawMarks(dc, geometry, items.marks, data.colors, *this);
-    chart::BlankHiddenLines(dc, geometry, data.contexts, *this);
-    chart::DrawMarkers(dc, geometry, data.markers, data.colors);
+    chart::DrawDropMark(dc, geometry, columns_[TraceColumns::kVector].left, viewport.dropLine);
+    const auto items =
+        kvx::BuildChart(geometry, data.engine, data.contexts, data.markers, viewport.gridTime);
+    chart::DrawItems(dc, geometry, items, data.colors, *this);
 }
 
 void COSTraceView::RefreshStatus() {

@@ -66,19 +66,12 @@ TEST(ChartPaint, EveryStepInItsOrder) {
     LineSelection selection;
     selection.Toggle({2, 1});
     const COSColor& colors = data.colors;
-    const COLORREF run = colors[EColor::Run];
     DrawTitles(dc, painter, columns, geometry.lineHeight);
     chart::DrawTable(dc, painter, columns, geometry, data.contexts, selection,
                      colors[EColor::SysCallBack]);
-    chart::DrawRowLines(dc, geometry, 0, 2, run);
-    const auto items = BuildChart(geometry, data.engine, data.contexts, 150.0, 100.0);
-    chart::DrawGrid(dc, geometry, items.grid, run);
-    chart::DrawStates(dc, geometry, items.states, colors, tips);
-    chart::DrawSwitches(dc, items.switches, run);
-    chart::DrawRuns(dc, geometry, items.runs, run, tips);
-    chart::DrawMarks(dc, geometry, items.marks, colors, tips);
-    chart::BlankHiddenLines(dc, geometry, data.contexts, tips);
-    chart::DrawMarkers(dc, geometry, data.markers, colors);
+    chart::DrawDropMark(dc, geometry, 0, 2);
+    const auto items = BuildChart(geometry, data.engine, data.contexts, data.markers, 150.0);
+    chart::DrawItems(dc, geometry, items, colors, tips);
     ExpectGolden("traceview/chart.txt", graphics.Text());
 
     // Of elements one above the other the one drawn last has the tip.
@@ -99,9 +92,12 @@ TEST(GridPaint, NumbersThatWouldRunIntoEachOtherAreLeftOut) {
     geometry.lineCount = 2;
     RecordingGraphics graphics;
     CDC dc(&graphics);
-    const std::vector<GridLine> grid = {{100, -100}, {110, -99}, {140, -98}, {145, -97},
-                                        {180, 0},    {182, 1},   {200, 2}};
-    chart::DrawGrid(dc, geometry, grid, RGB(0, 0, 0));
+    ChartItems grid;
+    for (const GridLine& line : std::initializer_list<GridLine>{
+             {100, -100}, {110, -99}, {140, -98}, {145, -97}, {180, 0}, {182, 1}, {200, 2}})
+        grid.emplace_back(line);
+    COSTip tips;
+    chart::DrawItems(dc, geometry, grid, COSColor(), tips);
     const std::string text = graphics.Text();
     for (const char* drawn : {"-100", "-98", "\"0\"", "\"2\""})
         EXPECT_NE(text.find(drawn), std::string::npos) << drawn << text;

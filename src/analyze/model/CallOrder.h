@@ -34,11 +34,13 @@ class CallOrder {
     };
 
     bool Read(IQOSTraceService& service, Clock::time_point deadline);
-    void ForgetTextsOfAnother(IQOSTraceService& service, int column);
+    void ForgetAnother(IQOSTraceService& service, int column);
     void ReadText(IQOSTraceService& service, std::uint32_t history);
     void ReadNumber(IQOSTraceService& service, std::uint32_t history);
     void RankTexts();
     void RankNumbers();
+    // The calls stand in the order of their numbers, no two of which are equal.
+    bool AreNumbersAscending() const;
     void OrderByRank(bool ascending);
 
     std::uint32_t first_ = 0;
@@ -47,12 +49,14 @@ class CallOrder {
     std::vector<Wanted> wanted_;  // the first one is at work
     std::uint32_t next_ = 0;      // call that is read next
 
-    // Texts of a column, each once; by history index which one it is, or that it was not read.
-    int textColumn_ = -1;
+    // What was read of a column: texts, each once, and which one it is by history index, or numbers
+    // by history index.
+    int column_ = -1;
     std::uint32_t historyCount_ = 0;  // when they were read
     std::unordered_map<std::string, std::uint32_t> texts_;
+    std::vector<std::uint32_t> rankOfText_;
     std::vector<std::uint32_t> textOf_;
-    std::vector<std::int64_t> numbers_;
+    std::vector<std::int64_t> numberOf_;
     std::vector<std::uint32_t> ranks_;  // of the calls; equal ones have the same
     std::uint32_t rankCount_ = 0;
 };

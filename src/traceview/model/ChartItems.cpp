@@ -1,24 +1,45 @@
 #include "traceview/model/ChartItems.h"
 
 #include "host/ModuleHost.h"
+#include "trace/ContextMng.h"
 #include "trace/EventReader.h"
 #include "traceview/model/ChartSource.h"
+#include "traceview/model/Marker.h"
 
 namespace kvx {
 
-ChartItems BuildChart(const ChartGeometry& geometry, const COSTrace& engine,
-                      const CContextMng& contexts, double gridTime, double anchor) {
-    ChartItems items;
-    if (geometry.right <= geometry.left) return items;
-    items.grid = BuildGrid(geometry, gridTime, anchor);
+namespace {
+
+void AddTrace(const ChartGeometry& geometry, const COSTrace& engine, const CContextMng& contexts,
+              ChartItems& items) {
     IQOSTraceService* const service = host::TraceService();
-    if (!service) return items;
+    if (!service) return;
     host::OSTraceColumns columns;
     host::IQOSTraceColumns* const bulk = QueryColumns(*service);
     if (bulk && Succeeded(bulk->GetColumns(&columns)))
         SearchChart(columns, geometry, engine, contexts, items);
     else
         WalkChart(*service, geometry, engine, contexts, items);
+}
+
+}  // namespace
+
+ChartItems BuildChart(const ChartGeometry& geometry, const COSTrace& engine,
+                      const CContextMng& contexts, const COSMarker& markers, double gridTime) {
+    ChartItems items;
+    if (geometry.right <= geometry.left) return items;
+    const int rows = geometry.LastDrawnLine() - geometry.firstLine + 1;
+    for (int row = 0; row < rows; ++row) items.emplace_back(RowLine{row});
+    for (const GridLine& line : BuildGrid(geometry, gridTime, markers.GetMarkerTime(kMarkerStart)))
+        items.emplace_back(line);
+    AddTrace(geometry, engine, contexts, items);
+    for (int row = 0; row < rows; ++row) {
+        if (!contexts.IsShown(geometry.firstLine + row)) items.emplace_back(HiddenRow{row});
+    }
+    for (const int which : {kMarkerStart, kMarkerEnd, kMarkerIndicator}) {
+        const double time = markers.GetMarkerTime(which);
+        if (geometry.InDisplay(time)) items.emplace_back(MarkerLine{which, geometry.X(time)});
+    }
     return items;
 }
 

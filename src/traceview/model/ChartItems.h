@@ -1,16 +1,36 @@
 #pragma once
-// What a paint of the chart draws, as small lists in drawing order. Items that would paint nothing
-// are left out; a list drawn in order gives the picture of the full walk to the pixel.
+// What a paint of the chart draws, as one list in drawing order. Items that would paint nothing are
+// left out; the list drawn in order gives the picture of the full walk to the pixel.
 
 #include <cstdint>
+#include <variant>
 #include <vector>
 
 #include "traceview/model/ChartGeometry.h"
 
 class COSTrace;
 class CContextMng;
+class COSMarker;
 
 namespace kvx {
+
+// The line of a context that is not shown: what was drawn in it is erased, with its tips.
+struct HiddenRow {
+    int row = 0;
+    friend bool operator==(const HiddenRow&, const HiddenRow&) = default;
+};
+
+// The dotted line through the middle of a row.
+struct RowLine {
+    int row = 0;
+    friend bool operator==(const RowLine&, const RowLine&) = default;
+};
+
+struct MarkerLine {
+    int which = 0;  // kMarkerStart, kMarkerEnd, kMarkerIndicator
+    int x = 0;
+    friend bool operator==(const MarkerLine&, const MarkerLine&) = default;
+};
 
 // Columns x1 to x2 - 1 of a line, for the event that opens the interval.
 struct Bar {
@@ -58,21 +78,14 @@ struct GridLine {
     friend bool operator==(const GridLine&, const GridLine&) = default;
 };
 
-// In the order of drawing. The walk draws each dispatch's switch line and then its RUN bar; drawing
-// all switch lines first gives the same picture, for the only RUN bar that covers a column belongs
-// to that column's last dispatch.
-struct ChartItems {
-    std::vector<GridLine> grid;
-    std::vector<StateBar> states;
-    std::vector<SwitchLine> switches;
-    std::vector<RunBar> runs;
-    std::vector<Mark> marks;
-};
+using ChartItem =
+    std::variant<RowLine, GridLine, StateBar, SwitchLine, RunBar, Mark, HiddenRow, MarkerLine>;
+using ChartItems = std::vector<ChartItem>;
 
-// The items of one paint. gridTime 0 or less: no grid; anchor: the start marker's time. Without a
-// trace service only the grid is given.
+// The items of one paint; nothing for a chart without a width. gridTime 0 or less: no grid. Without
+// a trace service nothing of the trace is given.
 ChartItems BuildChart(const ChartGeometry& geometry, const COSTrace& engine,
-                      const CContextMng& contexts, double gridTime, double anchor);
+                      const CContextMng& contexts, const COSMarker& markers, double gridTime);
 
 // Grid lines in ascending columns, at most one a column: the one that a walk outwards from the
 // anchor draws last.

@@ -41,23 +41,23 @@ class ChartSearch {
             for (Bar& bar : Bars(columns_.stateEvents[context], first)) {
                 bar.line = line;
                 const unsigned flags = columns_.flags[bar.event];
-                items_.states.push_back({bar, events_.State(bar.event),
-                                         (flags & host::kFlagSuspended) != 0,
-                                         (flags & host::kFlagPaused) != 0});
+                items_.emplace_back(StateBar{bar, events_.State(bar.event),
+                                             (flags & host::kFlagSuspended) != 0,
+                                             (flags & host::kFlagPaused) != 0});
             }
         }
     }
 
-    void Runs() {
+    void Dispatches() {
         const std::uint32_t from = engine_.FindDispatchBefore(geometry_.displayStart);
         const std::uint32_t first = EventCursor(columns_.dispatches).AdvanceTo(from);
+        if (first < columns_.dispatches.count) Switches(columns_.dispatches.events[first] + 1);
         for (Bar& bar : Bars(columns_.dispatches, first)) {
             bar.line = static_cast<int>(events_.Next(bar.event));
             if (!geometry_.LineDrawn(bar.line)) continue;
             const bool known = bar.line < contexts_.GetCount();
-            items_.runs.push_back({bar, known && contexts_.IsHatched(bar.line)});
+            items_.emplace_back(RunBar{bar, known && contexts_.IsHatched(bar.line)});
         }
-        if (first < columns_.dispatches.count) Switches(columns_.dispatches.events[first] + 1);
     }
 
     void Marks() {
@@ -67,16 +67,18 @@ class ChartSearch {
             const std::uint32_t first = std::max(pixels_.First(x), from);
             const std::uint32_t beyond = pixels_.Beyond(x);
             if (first >= beyond) continue;
-            const std::size_t before = items_.marks.size();
+            const auto before = static_cast<std::ptrdiff_t>(marks_.size());
             if (columns_.sysCallsOf)
                 SearchCalls(calls, x, first, beyond);
             else
                 WalkCalls(x, first, beyond);
-            std::sort(items_.marks.begin() + static_cast<std::ptrdiff_t>(before),
-                      items_.marks.end(),
+            std::sort(marks_.begin() + before, marks_.end(),
                       [](const Mark& a, const Mark& b) { return a.event < b.event; });
         }
-        for (Mark& mark : items_.marks) mark.cls = columns_.code[mark.event];
+        for (Mark& mark : marks_) {
+            mark.cls = columns_.code[mark.event];
+            items_.emplace_back(mark);
+        }
     }
 
   private:
@@ -131,8 +133,12 @@ class ChartSearch {
 
     void Switches(std::uint32_t from) {
         SwitchSearch search(columns_, geometry_, contexts_, from);
-        for (int x = geometry_.left; x <= geometry_.right; ++x)
-            search.Column(x, pixels_, items_.switches);
+        std::vector<SwitchLine> column;
+        for (int x = geometry_.left; x <= geometry_.right; ++x) {
+            column.clear();
+            search.Column(x, pixels_, column);
+            items_.insert(items_.end(), column.begin(), column.end());
+        }
     }
 
     // By visible row.
@@ -149,7 +155,7 @@ class ChartSearch {
     // Its class is fetched ahead, and set when all marks are known.
     void AddMark(int line, int x, std::uint32_t event) {
         __builtin_prefetch(columns_.code + event);
-        items_.marks.push_back({line, x, 0, event});
+        marks_.push_back({line, x, 0, event});
     }
 
     void SearchCalls(std::vector<EventCursor>& calls, int x, std::uint32_t first,
@@ -182,6 +188,7 @@ class ChartSearch {
     const COSTrace& engine_;
     const CContextMng& contexts_;
     ChartItems& items_;
+    std::vector<Mark> marks_;
     PixelColumns pixels_;
     std::vector<std::uint32_t> contextOfLine_;
 };
@@ -192,7 +199,7 @@ void SearchChart(const host::OSTraceColumns& columns, const ChartGeometry& geome
                  const COSTrace& engine, const CContextMng& contexts, ChartItems& items) {
     ChartSearch search(columns, geometry, engine, contexts, items);
     search.States();
-    search.Runs();
+    search.Dispatches();
     search.Marks();
 }
 

@@ -4,7 +4,6 @@
 #include "trace/EventReader.h"
 #include "trace/OSTrace.h"
 #include "traceview/model/ChartSource.h"
-#include "traceview/model/SwitchColumn.h"
 
 namespace kvx {
 
@@ -27,62 +26,38 @@ class ChartWalk {
     }
 
     void Dispatches() {
-        SwitchColumn reduced(geometry_, contexts_);
-        std::vector<Switch> column;  // the switches of one pixel column
-        int columnX = 0;
-        const auto flush = [&] {
-            reduced.Begin(columnX);
-            for (auto s = column.rbegin(); s != column.rend(); ++s)
-                reduced.Add(s->from, s->to, s->event);
-            reduced.Finish(items_.switches);
-            column.clear();
-        };
         bool first = true;
         const std::uint32_t count = events_.Count();
         for (std::uint32_t e = engine_.FindDispatchBefore(geometry_.displayStart); e < count; ++e) {
             if (events_.Kind(e) != kEventDispatch) continue;
             const double t = events_.Time(e);
-            if (t > geometry_.displayEnd) break;
-            const Switch met{static_cast<int>(events_.Context(e)),
-                             static_cast<int>(events_.Next(e)), e};
-            const int x = geometry_.X(t);
-            if (!first && geometry_.InChart(x)) {
-                if (x != columnX) flush();
-                columnX = x;
-                column.push_back(met);
-            }
+            if (t > geometry_.displayEnd) return;
+            const auto from = static_cast<int>(events_.Context(e));
+            const auto to = static_cast<int>(events_.Next(e));
+            if (!first) Switch(geometry_.X(t), from, to, e);
             first = false;
-            Run(met.to, e, t);
+            Run(to, e, t);
         }
-        flush();
     }
 
     void Marks() {
         const std::uint32_t count = events_.Count();
-        std::vector<Mark> all;
         for (std::uint32_t s = engine_.FindEventNear(geometry_.displayStart); s < count; ++s) {
             if (events_.Kind(s) != kEventSysCall) continue;
             std::uint32_t placed = s;
             service_.GetSysCallEvent(s, &placed);
             const double t = events_.Time(placed);
-            if (t > geometry_.displayEnd) break;
+            if (t > geometry_.displayEnd) return;
             const int line = static_cast<int>(events_.Context(placed));
             const int x = geometry_.X(t);
             if (!geometry_.InChart(x) || !geometry_.LineDrawn(line)) continue;
             std::int32_t cls = 0;
             service_.GetSysCallClass(s, &cls);
-            all.push_back({line, x, cls, s});
+            items_.emplace_back(Mark{line, x, cls, s});
         }
-        KeepUncovered(all);
     }
 
   private:
-    struct Switch {
-        int from;
-        int to;
-        std::uint32_t event;
-    };
-
     // The columns of an interval; false when it paints none.
     bool Place(std::uint32_t event, double t, int line, Bar& bar) const {
         const double end = events_.EndTime(event);
@@ -111,30 +86,29 @@ class ChartWalk {
             bar.state = events_.State(e);
             bar.suspended = suspended == VARIANT_TRUE;
             bar.paused = paused == VARIANT_TRUE;
-            items_.states.push_back(bar);
+            items_.emplace_back(bar);
         }
+    }
+
+    bool IsHatched(int line) const {
+        return line < contexts_.GetCount() && contexts_.IsHatched(line);
+    }
+
+    void Switch(int x, int from, int to, std::uint32_t event) {
+        const int top = geometry_.lineHeight;
+        const int bottom = geometry_.clientHeight;
+        const int y1 = geometry_.LineCentre(from);
+        const int y2 = geometry_.LineCentre(to);
+        if (!geometry_.InChart(x) || (y1 < top && y2 < top) || (y1 > bottom && y2 > bottom)) return;
+        const auto held = [&](int y) { return std::max(top, std::min(y, bottom)); };
+        items_.emplace_back(SwitchLine{x, held(y1), held(y2), IsHatched(from), event});
     }
 
     void Run(int line, std::uint32_t dispatch, double t) {
         RunBar bar;
         if (!geometry_.LineDrawn(line) || !Place(dispatch, t, line, bar)) return;
-        bar.hatched = line < contexts_.GetCount() && contexts_.IsHatched(line);
-        items_.runs.push_back(bar);
-    }
-
-    // Marks of one column and line lie over each other: the last is all that is seen.
-    void KeepUncovered(const std::vector<Mark>& all) {
-        if (all.empty()) return;
-        const auto width = static_cast<std::size_t>(geometry_.right - geometry_.left + 1);
-        const auto lines = static_cast<std::size_t>(geometry_.visibleLines + 1);
-        std::vector<bool> seen(width * lines);
-        for (auto mark = all.rbegin(); mark != all.rend(); ++mark) {
-            const auto row = static_cast<std::size_t>(mark->line - geometry_.firstLine);
-            const auto at = row * width + static_cast<std::size_t>(mark->x - geometry_.left);
-            if (!seen[at]) items_.marks.push_back(*mark);
-            seen[at] = true;
-        }
-        std::reverse(items_.marks.begin(), items_.marks.end());
+        bar.hatched = IsHatched(line);
+        items_.emplace_back(bar);
     }
 
     IQOSTraceService& service_;
