@@ -101,6 +101,14 @@ TEST_F(Modes, PickUpLeavesTheChosenCallsAndIsEndedByTheSameCommand) {
     EXPECT_EQ(data.sysCalls.EntryCount(), 50);
     EXPECT_EQ(FirstRow(), 0);
 
+    Command(ids::kPickUp);
+    EXPECT_TRUE(IsChecked(ids::kPickUp));
+    service.pickUpTrue = 1;  // neither true nor false
+    EXPECT_FALSE(IsChecked(ids::kPickUp));
+    EXPECT_TRUE(IsEnabled(ids::kPickUp));
+    service.pickUpTrue = VARIANT_TRUE;
+    Command(ids::kPickUp);
+
     // What the service cannot tell, and no service at all.
     service.failing = {"IsPickUpActive"};
     EXPECT_FALSE(IsEnabled(ids::kPickUp));

@@ -190,6 +190,12 @@ TEST(Session, FontAndColoursAreKeptAsProperties) {
     EXPECT_EQ(format->GetName(text.Receive()), S_OK);
     EXPECT_EQ(text.Utf8(), "OS Trace, OS Analyze");
     std::int32_t points = 0;
+    using Keys = std::vector<std::string>;
+    const Keys font = {"KVX_OSTRACE_FONT_NAME", "KVX_OSTRACE_FONT_SIZE"};
+    const Keys colours = {"KVX_OSTRACE_BKCOLOUR", "KVX_OSTRACE_FGCOLOUR"};
+    Keys all = font;
+    all.insert(all.end(), colours.begin(), colours.end());
+    EXPECT_EQ(host.properties.asked, all) << "read in this order";
     format->GetFont(text.Receive(), &points);
     EXPECT_EQ(text.Utf8(), "Courier New");
     EXPECT_EQ(points, 11);
@@ -203,8 +209,12 @@ TEST(Session, FontAndColoursAreKeptAsProperties) {
     EXPECT_GT(before, 11u);
     format->SetFont(Bstr("Liberation Mono").Get(), 28);
     EXPECT_GT(itemHeight(), before + before / 2);
+    host.properties.asked.clear();
     format->SetFont(Bstr("Liberation Mono").Get(), 14);
+    EXPECT_EQ(host.properties.asked, font) << "and written";
+    host.properties.asked.clear();
     format->SetTextColours(1, 6);
+    EXPECT_EQ(host.properties.asked, colours);
     EXPECT_EQ(host.properties.texts["KVX_OSTRACE_FONT_NAME"], "Liberation Mono");
     EXPECT_EQ(host.properties.numbers["KVX_OSTRACE_FONT_SIZE"], 14);
     EXPECT_EQ(host.properties.numbers["KVX_OSTRACE_FGCOLOUR"], 1);

@@ -39,18 +39,21 @@ HRESULT TestStore::ReadText(const WorkspaceKey* key, BSTR name, BSTR* text) {
 }
 
 HRESULT TestProperties::SetNumber(BSTR key, std::int32_t value) {
+    asked.push_back(ToUtf8(key));
     if (failing) return E_FAIL;
     numbers[ToUtf8(key)] = value;
     return S_OK;
 }
 
 HRESULT TestProperties::SetText(BSTR key, BSTR text) {
+    asked.push_back(ToUtf8(key));
     if (failing) return E_FAIL;
     texts[ToUtf8(key)] = ToUtf8(text);
     return S_OK;
 }
 
 HRESULT TestProperties::GetNumber(BSTR key, std::int32_t* value) {
+    asked.push_back(ToUtf8(key));
     const auto found = numbers.find(ToUtf8(key));
     *value = failing ? -7 : *value;
     if (failing || found == numbers.end()) return E_FAIL;
@@ -59,6 +62,7 @@ HRESULT TestProperties::GetNumber(BSTR key, std::int32_t* value) {
 }
 
 HRESULT TestProperties::GetText(BSTR key, BSTR* text) {
+    asked.push_back(ToUtf8(key));
     const auto found = texts.find(ToUtf8(key));
     if (failing) *text = ToBstr("No such face");
     if (failing || found == texts.end()) return E_FAIL;

@@ -69,6 +69,7 @@ class TestProperties : public Counted<IQPropertyStore> {
   public:
     std::map<std::string, std::int32_t> numbers;
     std::map<std::string, std::string> texts;
+    std::vector<std::string> asked;  // keys, in the order in which they were read or written
     bool failing = false;  // every operation fails, after it wrote something into what it gives
     HRESULT KVX_CALL SetNumber(BSTR key, std::int32_t value) override;
     HRESULT KVX_CALL SetText(BSTR key, BSTR text) override;

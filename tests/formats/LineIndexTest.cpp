@@ -121,6 +121,11 @@ TEST(LineIndex, AReturnStaysBehindItsCall) {
     EXPECT_EQ(index.stepsBack, 1u);
 }
 
+TEST(LineIndex, OnlyAnEarlierTimeIsAStepBack) {
+    EXPECT_EQ(IndexOf("[5] a\n[5] b\n[6] c\n[6] d\n").stepsBack, 0u);
+    EXPECT_EQ(IndexOf("[5] a\n[4] b\n[5] c\n[6] d\n[5] e\n").stepsBack, 2u);
+}
+
 TEST(LineIndex, OtherRadixesAndOddTimes) {
     LineRules rules;
     rules.radix = 16;

@@ -29,9 +29,10 @@ class ScriptedTraceService final : public IQOSTraceService,
     std::int64_t nanosecondsPerCount = 1000;
     int condition = kRangeFree;
     std::int32_t firstRecord = 0;
-    std::int64_t end = 0;                // of the trace
-    std::int64_t coveredAhead = 0;       // covered time beyond the analysed-up-to time
-    std::set<std::string> failing;       // names of operations that answer E_FAIL
+    std::int64_t end = 0;                    // of the trace
+    std::int64_t coveredAhead = 0;           // covered time beyond the analysed-up-to time
+    std::set<std::string> failing;           // names of operations that answer E_FAIL
+    VARIANT_BOOL pickUpTrue = VARIANT_TRUE;  // how an active pick-up is told
     std::set<std::string> pickUpChoice;  // names that the pick-up dialog ticks; empty: cancelled
     std::function<void(const std::string&)> onCall;  // before those counted in calls
     std::optional<std::int32_t> anyContext;  // the line of every event, whatever the trace says
@@ -273,7 +274,7 @@ class ScriptedTraceService final : public IQOSTraceService,
     }
     HRESULT KVX_CALL IsPickUpActive(VARIANT_BOOL* yes) override {
         if (Fails("IsPickUpActive")) return E_FAIL;
-        *yes = decoded_.IsPickedUp() ? VARIANT_TRUE : VARIANT_FALSE;
+        *yes = decoded_.IsPickedUp() ? pickUpTrue : VARIANT_FALSE;
         return S_OK;
     }
     HRESULT KVX_CALL GetHistoryCount(std::uint32_t* count) override {
