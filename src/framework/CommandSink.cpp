@@ -82,9 +82,7 @@ CKvxFormatViewCtrl::CKvxFormatViewCtrl(IQHost* host, IDockingManager* docking)
       text_{kColorSystem, kColorSystem},
       selectedText_{kColorHighlight, kColorHighlight},
       currentItem_(kItemText),
-      items_{kItemText} {
-    formatFont_.CreateFontIndirect(DefaultWindowFont());
-}
+      items_{kItemText} {}
 
 HRESULT CKvxFormatViewCtrl::GetItemNames(IQFormatItemList* items) {
     if (!items) return E_POINTER;

@@ -84,7 +84,6 @@ class CKvxFormatViewCtrl : public CUiCommandSink,
     ColourPair text_;
     ColourPair selectedText_;
     CString currentItem_;
-    CFont formatFont_;
 
   private:
     std::vector<CString> items_;

@@ -88,7 +88,6 @@ void CKvxOSTraceDataCommandSink::ReadProperties() {
         text_.background = ReadNumber(kBackground, text_.background);
         text_.foreground = ReadNumber(kForeground, text_.foreground);
     }
-    formatFont_.CreatePointFont(points_ * 10, face_);
 }
 
 std::int32_t CKvxOSTraceDataCommandSink::ReadNumber(const char* key, std::int32_t fallback) const {
@@ -343,7 +342,6 @@ HRESULT CKvxOSTraceDataCommandSink::SetFont(BSTR face, std::int32_t points) {
         face_ = kvx::ToUtf8(face);
         points_ = points;
         ForEachWindow([&](CKvxDebugInstanceDataCtrl& control) { control.SetFont(face_, points_); });
-        formatFont_.CreatePointFont(points_ * 10, face_);
         if (!properties_) return S_OK;
         properties_->SetText(Bstr(kFontName).Get(), face);
         properties_->SetNumber(Bstr(kFontSize).Get(), points_);

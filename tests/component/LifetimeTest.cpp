@@ -6,6 +6,7 @@
 #include "component/SmallTrace.h"
 #include "component/TestHost.h"
 #include "host/FormatViewClient.h"
+#include "host/WorkSpaceClient.h"
 #include "platform/WinApp.h"
 
 namespace kvx::test {
@@ -141,6 +142,36 @@ TEST(Lifetime, DockingWindowsThatGoWithoutAWord) {
     EXPECT_EQ(host.docking.windows.size(), 1u);
     window->IsOpen(&open);
     EXPECT_EQ(open, 0xFFFF);
+}
+
+TEST(Lifetime, WhatIsOpenedAndClosedIsAChangeOfTheWorkspace) {
+    TestHost host;
+    const ModuleBoxes boxes;
+    const Session session(host);
+    auto* const workspace = host.Client<IQWorkSpaceClient2>(host::kWorkSpaceClient2);
+    const auto isModified = [&] {
+        std::int32_t modified = -1;
+        EXPECT_EQ(workspace->QueryModified(1, 2, 3, &modified), S_OK);
+        return modified;
+    };
+    const auto save = [&] { EXPECT_EQ(workspace->WorkspaceSaving(1, 2, 3), S_OK); };
+    for (const std::uint32_t open : {kOpenOSTrace, kOpenOSAnalyze}) {
+        save();
+        EXPECT_EQ(isModified(), 0);
+        host.docking.Command(open);
+        EXPECT_EQ(isModified(), 1) << open;
+        save();
+        EXPECT_EQ(host.docking.Close(host.docking.Docking()), S_OK);
+        EXPECT_EQ(isModified(), 1) << open;
+        host.docking.Command(open);
+        save();
+        host.docking.windows.back()->DestroyWindow();
+        host.docking.windows.clear();
+        host.docking.names.clear();
+        host.docking.Command(open == kOpenOSTrace ? kOpenOSAnalyze : kOpenOSTrace);
+        EXPECT_EQ(isModified(), 1) << "one that went without a word: " << open;
+        host.docking.Close(host.docking.Docking());
+    }
 }
 
 TEST(Lifetime, AHostWithoutAMainWindow) {

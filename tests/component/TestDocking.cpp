@@ -174,6 +174,7 @@ HRESULT TestDocking::AllocateIdentifier(std::uint32_t* identifier) {
 
 HRESULT TestDocking::ReleaseIdentifier(std::uint32_t identifier) {
     if (Fails("ReleaseIdentifier")) return E_FAIL;
+    released.push_back(identifier);
     registrations.erase(identifier);
     return S_OK;
 }

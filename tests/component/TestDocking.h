@@ -62,9 +62,10 @@ class TestDocking : public Counted<IQDockingHost> {
     std::vector<std::string> log;  // operations that ask for a docking window, with their arguments
     CWnd* main = nullptr;
 
-    std::set<std::string> failing;  // names of operations that answer E_FAIL
-    bool giveNoWindows = false;     // docking windows are made, but not handed out
-    bool ignoreStates = false;      // commands are given whether they are enabled or not
+    std::vector<std::uint32_t> released;  // identifiers
+    std::set<std::string> failing;        // names of operations that answer E_FAIL
+    bool giveNoWindows = false;           // docking windows are made, but not handed out
+    bool ignoreStates = false;            // commands are given whether they are enabled or not
 
     // The operations that a host can fail in.
     static const std::vector<std::string>& Operations();

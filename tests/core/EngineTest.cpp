@@ -247,6 +247,12 @@ TEST(Engine, WritesTimesAsTheServiceConverts) {
     EXPECT_EQ(text, "as it was");
 }
 
+TEST(EngineWithoutEvents, EveryTimeIsBeforeTheFirst) {
+    Core core;
+    EXPECT_EQ(core.data.engine.FindDispatchBefore(5.0), 0u);
+    EXPECT_EQ(core.data.engine.FindEventNear(5.0), 0u);
+}
+
 }  // namespace
 
 }  // namespace kvx::test

@@ -57,7 +57,15 @@ class MapStore final : public IWorkspaceStore {
 
 TEST(Colors, AreLookedUpByCode) {
     const COSColor colors;
+    EXPECT_EQ(colors[EColor::TaskManagement], colors.GetSysCallColor(1));
     EXPECT_EQ(colors.GetSysCallColor(4), RGB(239, 112, 239));
+    EXPECT_EQ(colors.GetSysCallColor(12), colors[EColor::SystemManagement]);
+    for (std::size_t i = 0; i < kColorCount; ++i) {
+        EXPECT_EQ(colors.colors[i], kColorRows[i].standard) << kColorRows[i].key;
+    }
+    EXPECT_EQ(colors.GetTaskStateColor(1), colors[EColor::Rdy]);
+    for (const int unknown : {0, 14, -1}) EXPECT_EQ(colors.GetTaskStateColor(unknown), 0u);
+    for (const int unknown : {0, 4}) EXPECT_EQ(colors.GetTipColor(unknown), 0xFFFFFFu);
     for (const int unknown : {0, 13, 14, -1})
         EXPECT_EQ(colors.GetSysCallColor(unknown), RGB(192, 192, 192));
     EXPECT_EQ(colors.GetTaskStateColor(8), colors[EColor::WaiSdtq]);

@@ -1,6 +1,6 @@
 // What stands in a tip's window, and where.
 
-#include "traceview/TipWindow.h"
+#include "framework/TipWindow.h"
 
 #include "platform/ClientDC.h"
 #include "platform/WindowState.h"

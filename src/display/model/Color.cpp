@@ -1,5 +1,6 @@
 #include "display/model/Color.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "host/TraceCodes.h"
@@ -59,7 +60,7 @@ const std::array<ColorRow, kColorCount> kColorRows = {{
 }};
 
 COSColor::COSColor() {
-    for (std::size_t i = 0; i < kColorCount; ++i) colors[i] = kColorRows[i].standard;
+    std::ranges::transform(kColorRows, colors.begin(), &ColorRow::standard);
 }
 
 COLORREF COSColor::GetSysCallColor(int cls) const {
