@@ -24,7 +24,7 @@ struct Range {
 // The first placeholder that begins at from or behind it.
 std::optional<Range> FindPlaceholder(std::string_view text, std::size_t from) {
     auto at = text.find("$(", from);
-    while (at != std::string_view::npos && at > 0 && text[at - 1] == '$') {
+    while (at != std::string_view::npos && text.substr(0, at).ends_with('$')) {
         at = text.find("$(", at + 1);
     }
     if (at == std::string_view::npos || text.size() - at < kShortest) return std::nullopt;
