@@ -6,9 +6,15 @@
 #include "host/CommandIds.h"
 #include "workbench/desktop/CopyFile.h"
 #include "workbench/desktop/QtText.h"
+#include "workbench/service/DecodedRecording.h"
 #include "workbench/simulation/Generate.h"
 
 namespace kvx::desktop {
+namespace {
+
+constexpr int kWhileDecoding = 300;  // milliseconds
+
+}  // namespace
 
 Workbench::Workbench(Settings& settings)
     : settings_(settings),
@@ -41,6 +47,7 @@ Workbench::Workbench(Settings& settings)
     docking_.Windows().onChanged = [this] {
         window_.ShowStartPage(!docking_.Windows().IsAnyShown());
     };
+    QObject::connect(&whileDecoding_, &QTimer::timeout, [this] { FollowDecoding(); });
     targetMenu_.Show(nullptr);
     ShowState();
 }
@@ -155,7 +162,15 @@ void Workbench::TraceIsIn(const QString& path) {
     ShowState();
 }
 
+// Nothing is looked at any more once everything is decoded.
+void Workbench::FollowDecoding() {
+    const service::DecodedRecording* const decoded = trace_->Decoded();
+    if (!decoded || decoded->IsComplete()) whileDecoding_.stop();
+    ShowState();
+}
+
 void Workbench::RecordingChanged() {
+    whileDecoding_.start(kWhileDecoding);
     tracePath_.clear();
     closedAt_.reset();
     docking_.UpdateCommands();

@@ -2,6 +2,7 @@
 // The host as a whole: its services, the component, the main window and the recording that is open.
 
 #include <QTemporaryDir>
+#include <QTimer>
 #include <memory>
 
 #include "workbench/desktop/BackgroundRead.h"
@@ -104,6 +105,7 @@ class Workbench final : private IWorkspaceHost {
     void ConnectMenus();
     void AskBufferSize();
     void ShowState();
+    void FollowDecoding();
     QString RecordingName() const;
     void ShowFormat();
     void ShowHelp(const QString& key);
@@ -128,6 +130,7 @@ class Workbench final : private IWorkspaceHost {
     ComponentModule component_;
     WorkspaceControl workspace_;
     HelpBook help_;
+    QTimer whileDecoding_;  // losses are found then
     // Where the OS Trace window stood when its user closed it; it opens there again.
     std::optional<host::OSTracePosition> positionBefore_;
     std::optional<host::OSTracePosition> closedAt_;
