@@ -1,8 +1,55 @@
 #include "trace/EventReader.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "host/Identifiers.h"
 
 namespace kvx {
+
+namespace {
+
+bool AreEvents(const host::EventList& list, std::uint32_t events) {
+    if (list.count == 0) return true;
+    return list.events && list.count <= events && list.events[list.count - 1] < events;
+}
+
+bool AreEvents(const host::EventList* lists, const host::OSTraceColumns& columns) {
+    const std::uint32_t events = std::max(columns.eventCount, columns.knownEvents);
+    return std::all_of(lists, lists + columns.contextCount,
+                       [events](const host::EventList& list) { return AreEvents(list, events); });
+}
+
+// Each context stands in a line of its own.
+bool AreLines(const std::uint32_t* lines, std::uint32_t count) {
+    std::vector<bool> taken(count);
+    for (const std::uint32_t* line = lines; line != lines + count; ++line) {
+        if (*line >= count || taken[*line]) return false;
+        taken[*line] = true;
+    }
+    return true;
+}
+
+bool Keep(const host::OSTraceColumns& c) {
+    const std::uint32_t events = std::max(c.eventCount, c.knownEvents);
+    if (!AreEvents(c.dispatches, events) || !AreEvents(c.sysCalls, events)) return false;
+    const bool arrays = c.time && c.endEvent && c.context && c.next && c.kind && c.code && c.flags;
+    if (c.eventCount > 0 && (!arrays || c.contextCount == 0)) return false;
+    if (c.contextCount == 0) return true;
+    if (!c.lineOfContext || !c.stateEvents || !AreLines(c.lineOfContext, c.contextCount))
+        return false;
+    return AreEvents(c.stateEvents, c) && (!c.dispatchesTo || AreEvents(c.dispatchesTo, c)) &&
+           (!c.sysCallsOf || AreEvents(c.sysCallsOf, c));
+}
+
+}  // namespace
+
+std::optional<host::OSTraceColumns> TakeColumns(IQOSTraceService& service) {
+    host::OSTraceColumns columns;
+    host::IQOSTraceColumns* const bulk = QueryColumns(service);
+    if (!bulk || Failed(bulk->GetColumns(&columns)) || !Keep(columns)) return std::nullopt;
+    return columns;
+}
 
 host::IQOSTraceColumns* QueryColumns(IQOSTraceService& service) {
     void* out = nullptr;

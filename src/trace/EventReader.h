@@ -17,6 +17,11 @@ host::IQOSTraceColumns* QueryColumns(IQOSTraceService& service);
 
 inline constexpr std::uint32_t kNoLine = 0xFFFFFFFFu;
 
+// The columns of a service, when it has any and they keep within what they say of themselves:
+// arrays that are there, lines and events that exist. Whoever breaks that is read plainly. That
+// times, lists and intervals are in order is the service's word.
+std::optional<host::OSTraceColumns> TakeColumns(IQOSTraceService& service);
+
 class PlainEvents {
   public:
     explicit PlainEvents(IQOSTraceService& service) : service_(service) {
@@ -137,9 +142,7 @@ class ColumnEvents {
 // Calls work with the fastest reader that the service has.
 template <class Work>
 auto WithEvents(IQOSTraceService& service, Work work) {
-    host::OSTraceColumns columns;
-    host::IQOSTraceColumns* bulk = QueryColumns(service);
-    if (bulk && Succeeded(bulk->GetColumns(&columns))) return work(ColumnEvents(columns));
+    if (const auto columns = TakeColumns(service)) return work(ColumnEvents(*columns));
     return work(PlainEvents(service));
 }
 

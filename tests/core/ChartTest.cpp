@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 
 #include "core/ChartRaster.h"
 #include "core/RandomTrace.h"
@@ -124,6 +125,45 @@ TEST(Chart, GivesThePictureOfTheWalkFromTimeZero) {
         Core core(RandomTrace(random, shape));
         SCOPED_TRACE(round);
         ExpectPictureOfTheWalk(core, RandomGeometry(random, core));
+    }
+}
+
+// Columns that do not keep within what they say are left aside: the walk is drawn.
+TEST(Chart, OfBrokenColumnsIsTheWalk) {
+    std::mt19937 random(9);
+    RandomTraceShape shape;
+    shape.contexts = 4;
+    shape.events = 200;
+    Core core(RandomTrace(random, shape));
+    const ChartGeometry g = RandomGeometry(random, core);
+    const ChartItems walk = Items(core, g, false, false);
+    static const std::uint32_t kLines[] = {0, 1, 2, 9};
+    static const std::uint32_t kTwice[] = {0, 1, 2, 2};
+    static const std::uint32_t kBeyond[] = {1, 5000};
+    static const host::EventList kLists[] = {{}, {}, {}, {kBeyond, 2}};
+    using Break = std::function<void(host::OSTraceColumns&)>;
+    const Break breaks[] = {
+        [](auto& c) { c.time = nullptr; },
+        [](auto& c) { c.flags = nullptr; },
+        [](auto& c) { c.lineOfContext = nullptr; },
+        [](auto& c) { c.lineOfContext = kLines; },
+        [](auto& c) { c.lineOfContext = kTwice; },
+        [](auto& c) {
+            c.dispatches = {kBeyond, 2};
+        },
+        [](auto& c) { c.dispatches.events = nullptr; },
+        [](auto& c) {
+            c.sysCalls = {kBeyond, 2};
+        },
+        [](auto& c) { c.stateEvents = kLists; },
+        [](auto& c) { c.dispatchesTo = kLists; },
+        [](auto& c) { c.sysCallsOf = kLists; },
+        [](auto& c) { c.contextCount = 0; },
+    };
+    for (const Break& each : breaks) {
+        core.service.breakColumns = each;
+        EXPECT_EQ(Items(core, g, true, true), walk) << &each - breaks;
+        core.data.markers.Rebuild(nullptr, true);  // the analyses read plainly too
     }
 }
 

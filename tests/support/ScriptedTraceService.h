@@ -34,7 +34,8 @@ class ScriptedTraceService final : public IQOSTraceService,
     std::set<std::string> failing;           // names of operations that answer E_FAIL
     VARIANT_BOOL pickUpTrue = VARIANT_TRUE;  // how an active pick-up is told
     std::set<std::string> pickUpChoice;  // names that the pick-up dialog ticks; empty: cancelled
-    std::function<void(const std::string&)> onCall;  // before those counted in calls
+    std::function<void(host::OSTraceColumns&)> breakColumns;  // before they are handed out
+    std::function<void(const std::string&)> onCall;           // before those counted in calls
     std::optional<std::int32_t> anyContext;  // the line of every event, whatever the trace says
     std::string searchText;                  // found in names; empty: the search is abandoned
 
@@ -320,6 +321,7 @@ class ScriptedTraceService final : public IQOSTraceService,
         if (Failed(Called("GetColumns"))) return E_FAIL;
         *out = decoded_.Columns();
         if (!indexed) out->dispatchesTo = out->sysCallsOf = nullptr;
+        if (breakColumns) breakColumns(*out);
         return S_OK;
     }
     HRESULT KVX_CALL AnalyzeUntil(std::int32_t from, std::int32_t to, double until,

@@ -14,10 +14,8 @@ void AddTrace(const ChartGeometry& geometry, const COSTrace& engine, const CCont
               ChartItems& items) {
     IQOSTraceService* const service = host::TraceService();
     if (!service) return;
-    host::OSTraceColumns columns;
-    host::IQOSTraceColumns* const bulk = QueryColumns(*service);
-    if (bulk && Succeeded(bulk->GetColumns(&columns)))
-        SearchChart(columns, geometry, engine, contexts, items);
+    if (const auto columns = TakeColumns(*service))
+        SearchChart(*columns, geometry, engine, contexts, items);
     else
         WalkChart(*service, geometry, engine, contexts, items);
 }
