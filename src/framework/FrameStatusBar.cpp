@@ -1,5 +1,7 @@
 #include "framework/FrameStatusBar.h"
 
+#include <utility>
+
 #include "framework/FontCell.h"
 #include "platform/ClientDC.h"
 #include "platform/SystemInfo.h"
@@ -90,7 +92,10 @@ void CFrameStatusBar::OnMouseMove(UINT, CPoint point) {
         tip_ = std::make_unique<CTipWindow>();
         if (!tip_->CreateTip(*this)) return tip_.reset();
     }
-    tip_->Show(*this, GetFont(), {GetText(part)}, GetSysColor(COLOR_INFOBK), point);
+    // What begins behind it has no room at all.
+    std::vector<CString> lines;
+    for (int cut = part; cut < GetParts(0, nullptr); ++cut) lines.push_back(GetText(cut));
+    tip_->Show(*this, GetFont(), std::move(lines), GetSysColor(COLOR_INFOBK), point);
 }
 
 LRESULT CFrameStatusBar::OnMouseGone(WPARAM, LPARAM) {

@@ -1,5 +1,6 @@
 #pragma once
-// Status bar of the component's frames. A text that has no room shows whole in a tip.
+// Status bar of the component's frames. A text that has no room shows whole in a tip, with those
+// behind it.
 
 #include <memory>
 #include <vector>

@@ -75,7 +75,7 @@ constexpr ControlResource kValue[] = {
     Button(IDCANCEL, "Cancel", 207, 77, 50, 14),
 };
 
-constexpr int kKeyLines = 27;  // of the view and of the OS Trace menu
+constexpr int kKeyLines = 29;  // of the view and of the OS Trace menu
 constexpr int kKeyHeight = kKeyLines * 8 + 4;
 
 constexpr ControlResource kKeys[] = {

@@ -85,6 +85,14 @@ TEST(Keys, AcceleratorsMeetNoOtherKeyAndHaveACommandInTheirMenu) {
     std::set<CString> texts;
     for (const KeyLine& line : TraceKeyLines()) EXPECT_TRUE(texts.insert(line.keyText).second);
     EXPECT_EQ(texts.size(), KeyBindings().size() + 8) << "each once";
+    // The sheet has room for all of them: a line is eight dialog units high.
+    const DialogResource* const sheet = FindDialog(ids::kDialogKeys);
+    for (std::size_t i = 0; i < sheet->count; ++i) {
+        const ControlResource& control = sheet->controls[i];
+        if (control.id == ids::kKeysColumn || control.id == ids::kMeaningsColumn) {
+            EXPECT_GE(control.height, 8 * static_cast<int>(texts.size()));
+        }
+    }
     SetResourceTable(nullptr);
 }
 

@@ -33,7 +33,7 @@ TEST(FrameStatusBar, ATextWithoutRoomShowsWholeInATip) {
         EXPECT_EQ(bar.Tip(), nullptr);
         moveOver(1);
         ASSERT_NE(bar.Tip(), nullptr);
-        EXPECT_EQ(bar.Tip()->Lines(), std::vector<CString>{longText});
+        EXPECT_EQ(bar.Tip()->Lines(), (std::vector<CString>{longText, "Area: Full"}));
         bar.SendMessage(WM_CANCELMODE);
         EXPECT_EQ(bar.Tip(), nullptr);
         moveOver(1);
