@@ -90,6 +90,13 @@ void EventWriter::OnDiscarded(Discarded what, std::uint64_t count) {
     EndMessage();
 }
 
+void EventWriter::End(std::string_view reason) {
+    out_.Begin(wire::Message::End);
+    out_.Text(reason);
+    out_.EndMessage();
+    out_.Flush();
+}
+
 void EventWriter::EndMessage() {
     if (out_.EndMessage()) onProgress_();
 }

@@ -22,6 +22,8 @@ class EventWriter final : public IMessages {
     void OnEvent(const bt_event* event, std::optional<std::int64_t> nanoseconds) override;
     void OnPacket(const bt_packet* packet) override;
     void OnDiscarded(Discarded what, std::uint64_t count) override;
+    // reason: why reading ended early; empty: it did not. Nothing comes after it.
+    void End(std::string_view reason);
 
   private:
     struct Field {

@@ -17,7 +17,6 @@ struct Releaser {
     }
 };
 using GraphPtr = std::unique_ptr<const bt_graph, Releaser<bt_graph_put_ref>>;
-using PluginPtr = std::unique_ptr<const bt_plugin, Releaser<bt_plugin_put_ref>>;
 using ValuePtr = std::unique_ptr<const bt_value, Releaser<bt_value_put_ref>>;
 
 // The library's messages carry addresses of its own objects, of no use to anybody else, and are
@@ -131,10 +130,10 @@ class Sink {
     IMessages& messages_;
 };
 
-PluginPtr FindPlugin(const char* name) {
+const bt_plugin* FindPlugin(const char* name) {
     const bt_plugin* plugin = nullptr;
     bt_plugin_find(name, BT_TRUE, BT_FALSE, BT_TRUE, BT_TRUE, BT_FALSE, &plugin);
-    return PluginPtr(plugin);
+    return plugin;
 }
 
 ValuePtr ParametersFor(const std::string& folder) {
@@ -187,15 +186,25 @@ bool Build(bt_graph* graph, const bt_plugin* ctf, const bt_plugin* utils,
 
 }  // namespace
 
-std::string RunGraph(const std::vector<std::string>& folders, IMessages& messages) {
+Plugins::Plugins() {
     bt_logging_set_global_level(BT_LOGGING_LEVEL_NONE);
-    const auto ctf = FindPlugin("ctf");
-    const auto utils = FindPlugin("utils");
-    if (!ctf || !utils) return "the babeltrace2 plug-ins \"ctf\" and \"utils\" are not installed";
+    ctf_ = FindPlugin("ctf");
+    utils_ = FindPlugin("utils");
+}
+
+Plugins::~Plugins() {
+    bt_plugin_put_ref(ctf_);
+    bt_plugin_put_ref(utils_);
+}
+
+std::string RunGraph(const Plugins& plugins, const std::vector<std::string>& folders,
+                     IMessages& messages) {
+    if (!plugins.Ctf() || !plugins.Utils())
+        return "the babeltrace2 plug-ins \"ctf\" and \"utils\" are not installed";
     bt_graph* graph = bt_graph_create(0);
     const GraphPtr owner(graph);
     Sink sink(messages);
-    if (!graph || !Build(graph, ctf.get(), utils.get(), folders, sink)) return TakeReason();
+    if (!graph || !Build(graph, plugins.Ctf(), plugins.Utils(), folders, sink)) return TakeReason();
     for (;;) {
         const auto status = bt_graph_run_once(graph);
         if (status == BT_GRAPH_RUN_ONCE_STATUS_END) return {};

@@ -33,7 +33,6 @@ MessageParser::Next MessageParser::Take(std::string_view block) {
                 break;
             }
             case Message::End:
-                from.Number();
                 end_ = from.Text();
                 break;
             default:

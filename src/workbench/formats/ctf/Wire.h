@@ -10,7 +10,7 @@
 //   Packet     number of the stream, count, then that many numbers: the fields of kinds of that
 //              stream that stand in the packet
 //   Discarded  what, count
-//   End        how the run ended, reason
+//   End        why reading ended early; empty where it did not
 //   event      where its kind has fields of the packet, the number of the stream; where its kind
 //   has
 //              a time, the time since that of the event before, signed; then the values of the
@@ -28,7 +28,6 @@ enum class Message : std::uint8_t { Names, Kind, Packet, Discarded, End };
 inline constexpr std::uint64_t kFirstKind = 8;
 
 enum class Place : std::uint8_t { Payload, Around, Packet };
-enum class RunEnd : std::uint8_t { Complete, Failed };
 
 inline constexpr std::size_t kBlock = std::size_t{64} << 10;        // about as large
 inline constexpr std::size_t kLargestBlock = std::size_t{4} << 20;  // never larger

@@ -18,7 +18,6 @@
 namespace {
 
 using kvx::ctf_reader::BlockWriter;
-namespace wire = kvx::formats::ctf::wire;
 
 constexpr rlim_t kMostMemory = rlim_t{384} << 20;
 
@@ -61,12 +60,7 @@ int main(int argc, char** argv) {
     g_writer = &out;
     LimitItself(seconds);
     kvx::ctf_reader::EventWriter events(out, RestartPatience);
-    const auto fault = kvx::ctf_reader::RunGraph({argv + 2, argv + argc}, events);
-    out.Begin(wire::Message::End);
-    out.Number(
-        static_cast<std::uint64_t>(fault.empty() ? wire::RunEnd::Complete : wire::RunEnd::Failed));
-    out.Text(fault);
-    out.EndMessage();
-    out.Flush();
+    const kvx::ctf_reader::Plugins plugins;
+    events.End(kvx::ctf_reader::RunGraph(plugins, {argv + 2, argv + argc}, events));
     std::_Exit(0);  // nothing of the library has to be put away
 }

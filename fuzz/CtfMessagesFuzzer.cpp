@@ -1,0 +1,22 @@
+// What the program that reads CTF might say if a trace had got the better of it.
+
+#include <cstdlib>
+
+#include "fuzz/Scratch.h"
+#include "workbench/formats/ctf/CtfRecording.h"
+#include "workbench/formats/ctf/MessageParser.h"
+#include "workbench/service/TraceService.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace kvx::formats::ctf;
+    Trace trace;
+    Loader loader(trace, size + 1, nullptr);
+    MessageParser(loader).Take(kvx::fuzz::AsText(data, size));
+    if (trace.records.Count() == 0) return 0;
+    kvx::service::TraceService service;
+    service.SetRecording(std::make_unique<CtfRecording>("x", std::move(trace), Damage()));
+    const auto summary = service.Summarize();
+    if (!service.Check().empty()) std::abort();
+    for (std::uint32_t event = 0; event < summary.events; ++event) service.EventDetail(event);
+    return 0;
+}
