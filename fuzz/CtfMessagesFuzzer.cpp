@@ -15,8 +15,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (trace.records.Count() == 0) return 0;
     kvx::service::TraceService service;
     service.SetRecording(std::make_unique<CtfRecording>("x", std::move(trace), Damage()));
-    const auto summary = service.Summarize();
+    service.Summarize();
     if (!service.Check().empty()) std::abort();
-    for (std::uint32_t event = 0; event < summary.events; ++event) service.EventDetail(event);
+    std::uint32_t events = 0;
+    service.GetEventCount(&events);
+    for (std::uint32_t event = 0; event < events; ++event) service.EventDetail(event);
     return 0;
 }

@@ -27,8 +27,13 @@ constexpr std::string_view kLog =
 class Dialogs final : public kvx::service::IServiceDialogs {
   public:
     bool AskSearchCondition(kvx::service::SearchCondition& condition) override {
-        condition.text = "sem";
+        condition = LastCondition();
         return true;
+    }
+    kvx::service::SearchCondition LastCondition() const override {
+        kvx::service::SearchCondition condition;
+        condition.text = "sem";
+        return condition;
     }
     bool AskPickUp(const std::vector<kvx::service::NameCount>& calls,
                    kvx::service::PickUp& chosen) override {

@@ -180,7 +180,7 @@ void BM_ReadAndDecodeCtf(benchmark::State& state) {
         if (!recording) return state.SkipWithError("not opened");
         service::TraceService trace;
         trace.SetRecording(std::move(*recording));
-        benchmark::DoNotOptimize(trace.Summarize().events);
+        benchmark::DoNotOptimize(trace.Summarize().records);
     }
     Count(state);
 }

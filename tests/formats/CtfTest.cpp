@@ -341,5 +341,51 @@ TEST(Ctf, LinuxIsShownOneProcessorAtATime) {
                                         "180 state shell: DMT", "180 run shell: Idle"));
 }
 
+// A task is ready on the processor that runs it next, from when it became ready.
+TEST(Ctf, LinuxTasksWaitWhereTheyRunNext) {
+    enum : std::uint8_t { kSwitch = 1, kWaking, kWakeup, kMigrate };
+    CtfWriter ctf(
+        "stream { event.header := struct { uint32_t timestamp; uint8_t id; };\n"
+        "  event.context := struct { uint32_t cpu_id; }; };\n");
+    ctf.Declare("sched_switch", kSwitch, "int32_t prev_tid; int64_t prev_state; int32_t next_tid;");
+    ctf.Declare("sched_waking", kWaking, "int32_t tid; uint32_t target_cpu;");
+    ctf.Declare("sched_wakeup", kWakeup, "int32_t tid; uint32_t target_cpu;");
+    ctf.Declare("sched_migrate_task", kMigrate, "int32_t tid; int32_t dest_cpu;");
+    std::uint32_t time = 0;
+    const auto to = [&](std::uint32_t cpu, std::int32_t from, std::int64_t state,
+                        std::int32_t next) {
+        ctf.Event(time++, kSwitch).Put(cpu).Put(from).Put(state).Put(next);
+    };
+    const auto says = [&](std::uint8_t what, std::int32_t task, std::uint32_t cpu) {
+        ctf.Event(time++, what).Put(0u).Put(task).Put(cpu);
+    };
+    to(0, 7, 1, 8);        // 0: 7 sleeps
+    to(1, 9, 1, 0);        // 1: 9 sleeps
+    says(kWaking, 7, 0);   // 2: said to wake up there,
+    says(kWakeup, 7, 1);   // 3: and woken up here
+    to(1, 0, 0, 7);        // 4
+    to(0, 8, 0, 10);       // 5: 8 is taken the processor away
+    says(kMigrate, 8, 1);  // 6
+    says(kMigrate, 8, 0);  // 7
+    says(kMigrate, 8, 1);  // 8
+    to(1, 7, 1, 8);        // 9
+    says(kWakeup, 9, 1);   // 10: does not run again
+    says(kMigrate, 9, 0);  // 11
+    const TempFolder folder;
+    const auto trace = Show(ctf.Write(folder));
+    ASSERT_TRUE(trace);
+    trace->Summarize();
+    EXPECT_THAT(Events(*trace), ElementsAre("0 state task 7: WAI (SLP)", "0 run task 7: task 8",
+                                            "2 state task 7: DMT+PAUSE", "5 run task 8: task 10",
+                                            "5 state task 8: DMT+PAUSE", "11 state task 9: RDY"));
+    ASSERT_TRUE(trace->ShowProcessor(1));
+    trace->Summarize();
+    EXPECT_THAT(
+        Events(*trace),
+        ElementsAre("1 state task 9: WAI (SLP)", "1 run task 9: Idle", "2 state task 7: RDY",
+                    "4 run Idle: task 7", "5 state task 8: RDY", "9 state task 7: WAI (SLP)",
+                    "9 run task 7: task 8", "10 state task 9: RDY", "11 state task 9: DMT+PAUSE"));
+}
+
 }  // namespace
 }  // namespace kvx::test

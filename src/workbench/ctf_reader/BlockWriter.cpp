@@ -10,20 +10,20 @@ namespace kvx::ctf_reader {
 
 bool BlockWriter::Flush() {
     if (!Send()) std::_Exit(EXIT_FAILURE);
-    block_.resize(sizeof(std::uint32_t));
-    complete_ = block_.size();
+    next_ = kHead;
+    complete_ = kHead;
     return true;
 }
 
 void BlockWriter::Rescue() noexcept {
     Send();
-    complete_ = sizeof(std::uint32_t);
+    complete_ = kHead;
 }
 
 // Only what a signal handler may do. False: nobody reads any more.
 bool BlockWriter::Send() noexcept {
     std::size_t left = complete_;
-    const auto size = static_cast<std::uint32_t>(left - sizeof(std::uint32_t));
+    const auto size = static_cast<std::uint32_t>(left - kHead);
     if (size == 0) return true;
     std::memcpy(block_.data(), &size, sizeof(size));
     const char* from = block_.data();

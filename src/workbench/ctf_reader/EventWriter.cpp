@@ -27,7 +27,7 @@ Form FormOf(const bt_field_class* cls) {
     return IsType(cls, BT_FIELD_CLASS_TYPE_SIGNED_INTEGER) ? Form::Signed : Form::Unsigned;
 }
 
-// Calls take with index, name and form of each member. What surrounds an event may have any amount
+// Calls take with index, name and class of each member. What surrounds an event may have any amount
 // of fields, of which only numbers can be asked for.
 template <class Take>
 void VisitMembers(const bt_field_class* structure, bool isPayload, Take take) {
@@ -37,7 +37,7 @@ void VisitMembers(const bt_field_class* structure, bool isPayload, Take take) {
         const auto* cls = bt_field_class_structure_member_borrow_field_class_const(member);
         if (isPayload || IsType(cls, BT_FIELD_CLASS_TYPE_INTEGER))
             take(static_cast<std::uint32_t>(i), bt_field_class_structure_member_get_name(member),
-                 FormOf(cls));
+                 cls);
     }
 }
 
@@ -70,8 +70,8 @@ void EventWriter::OnPacket(const bt_packet* packet) {
     const auto* fields = PacketFieldsOf(bt_stream_borrow_class_const(stream));
     if (!fields) return;
     std::vector<Field> members;
-    VisitMembers(fields, false, [&](std::uint32_t index, const char*, Form form) {
-        members.push_back({index, form});
+    VisitMembers(fields, false, [&](std::uint32_t index, const char*, const bt_field_class* cls) {
+        members.push_back({index, FormOf(cls), SourceOf(cls)});
     });
     out_.Begin(wire::Message::Packet);
     out_.Number(StreamOf(stream));
@@ -101,13 +101,26 @@ void EventWriter::EndMessage() {
     if (out_.EndMessage()) onProgress_();
 }
 
+EventWriter::Source EventWriter::SourceOf(const bt_field_class* cls) {
+    if (IsType(cls, BT_FIELD_CLASS_TYPE_ENUMERATION)) return Source::Label;
+    if (IsType(cls, BT_FIELD_CLASS_TYPE_UNSIGNED_INTEGER)) return Source::Unsigned;
+    if (IsType(cls, BT_FIELD_CLASS_TYPE_SIGNED_INTEGER)) return Source::Signed;
+    if (IsType(cls, BT_FIELD_CLASS_TYPE_BOOL)) return Source::Bool;
+    return IsType(cls, BT_FIELD_CLASS_TYPE_STRING) ? Source::String : Source::Other;
+}
+
 const EventWriter::Kind& EventWriter::KindOf(const bt_event_class* cls, bool hasTime) {
-    if (cls == latestClass_) return *latestKind_;
-    const auto [at, isNew] = kinds_.try_emplace(cls);
-    Kind& kind = at->second;
-    latestClass_ = cls;
-    latestKind_ = &kind;
-    if (!isNew) return kind;
+    constexpr auto kShift = 6;  // classes are larger than that
+    auto& recent = recent_[(reinterpret_cast<std::uintptr_t>(cls) >> kShift) % recent_.size()];
+    if (recent.cls != cls) {
+        const auto at = kinds_.find(cls);
+        recent = {cls, at == kinds_.end() ? &AddKind(cls, hasTime) : &at->second};
+    }
+    return *recent.kind;
+}
+
+const EventWriter::Kind& EventWriter::AddKind(const bt_event_class* cls, bool hasTime) {
+    Kind& kind = kinds_[cls];
     const auto* stream = bt_event_class_borrow_stream_class_const(cls);
     const auto names = NamesOf(stream);
     kind.number = wire::kFirstKind + kinds_.size() - 1;
@@ -120,10 +133,11 @@ const EventWriter::Kind& EventWriter::KindOf(const bt_event_class* cls, bool has
     std::vector<Told> told;
     const auto add = [&](const bt_field_class* fields, wire::Place place, std::vector<Field>* to) {
         const bool isPayload = place == wire::Place::Payload;
-        VisitMembers(fields, isPayload, [&](std::uint32_t index, const char* name, Form form) {
-            told.push_back({name, form, place});
-            if (to) to->push_back({index, form});
-        });
+        VisitMembers(fields, isPayload,
+                     [&](std::uint32_t index, const char* name, const bt_field_class* member) {
+                         told.push_back({name, FormOf(member), place});
+                         if (to) to->push_back({index, FormOf(member), SourceOf(member)});
+                     });
     };
     add(bt_event_class_borrow_payload_field_class_const(cls), wire::Place::Payload, &kind.payload);
     add(bt_event_class_borrow_specific_context_field_class_const(cls), wire::Place::Around,
@@ -175,23 +189,31 @@ void EventWriter::Write(const std::vector<Field>& fields, const bt_field* struct
 }
 
 void EventWriter::Write(const Field& field, const bt_field* value) {
-    switch (field.form) {
-        case Form::Unsigned:
-        case Form::Hexadecimal:
-            return out_.Number(NumberOf(value));
-        case Form::Signed:
-            return out_.Signed(static_cast<std::int64_t>(NumberOf(value)));
-        case Form::Label:
+    if (!value) return WriteNothing(field);
+    switch (field.source) {
+        case Source::Unsigned:
+            return out_.Number(bt_field_integer_unsigned_get_value(value));
+        case Source::Signed:
+            // Hexadecimal ones are written as their bits.
+            if (field.form == Form::Signed)
+                return out_.Signed(bt_field_integer_signed_get_value(value));
+            return out_.Number(
+                static_cast<std::uint64_t>(bt_field_integer_signed_get_value(value)));
+        case Source::Bool:
+            return out_.Number(bt_field_bool_get_value(value) ? 1 : 0);
+        case Source::Label:
             out_.Number(NumberOf(value));
             return out_.Text(NameOf(value));
-        case Form::Text:
-            break;
+        case Source::String:
+            return out_.Text({bt_field_string_get_value(value), bt_field_string_get_length(value)});
+        case Source::Other:
+            return out_.Text(TextOf(value));
     }
-    const auto name = NameOf(value);
-    if (name.empty())
-        out_.Text(TextOf(value));
-    else
-        out_.Text(name);
+}
+
+void EventWriter::WriteNothing(const Field& field) {
+    out_.Number(0);
+    if (field.form == Form::Label) out_.Number(0);
 }
 
 }  // namespace kvx::ctf_reader

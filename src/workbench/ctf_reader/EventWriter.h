@@ -1,6 +1,7 @@
 #pragma once
 // Writes the library's events as messages (formats/ctf/Wire.h).
 
+#include <array>
 #include <cstdint>
 #include <set>
 #include <string>
@@ -26,9 +27,12 @@ class EventWriter final : public IMessages {
     void End(std::string_view reason);
 
   private:
+    // How the value of a field is got from the library.
+    enum class Source : std::uint8_t { Unsigned, Signed, Bool, Label, String, Other };
     struct Field {
         std::uint32_t index = 0;
         kernels::EventField::Form form;
+        Source source;
     };
     struct Kind {
         std::uint64_t number = 0;
@@ -37,20 +41,27 @@ class EventWriter final : public IMessages {
         std::vector<Field> payload, specific, common;
     };
 
+    static Source SourceOf(const bt_field_class* cls);
     const Kind& KindOf(const bt_event_class* cls, bool hasTime);
+    const Kind& AddKind(const bt_event_class* cls, bool hasTime);
     std::uint64_t NamesOf(const bt_stream_class* cls);
     std::uint64_t StreamOf(const bt_stream* stream);
     void EndMessage();
     void Write(const std::vector<Field>& fields, const bt_field* structure);
     void Write(const Field& field, const bt_field* value);
+    void WriteNothing(const Field& field);
 
     BlockWriter& out_;
     void (*onProgress_)();
     std::unordered_map<const bt_event_class*, Kind> kinds_;
     std::unordered_map<const bt_stream_class*, std::uint64_t> names_;
     std::unordered_map<const bt_stream*, std::uint64_t> streams_;
-    const bt_event_class* latestClass_ = nullptr;
-    const Kind* latestKind_ = nullptr;
+    // The kinds that came lately, by a part of the address of their class.
+    struct Recent {
+        const bt_event_class* cls = nullptr;
+        const Kind* kind = nullptr;
+    };
+    std::array<Recent, 64> recent_;
     const bt_stream* latestStream_ = nullptr;
     std::uint64_t latestStreamNumber_ = 0;
     std::int64_t latestTime_ = 0;

@@ -88,12 +88,13 @@ const ArrangedLine* LineOrder::Wanted(const Context& context) const {
 void LineOrder::Sort(const ContextTable& contexts) {
     std::ranges::sort(contexts_, {}, [&](std::uint32_t c) { return Rank(contexts.Get(c)); });
     if (wanted_.empty()) return;
-    const auto others = std::ranges::stable_partition(
-        contexts_, [&](std::uint32_t c) { return Wanted(contexts.Get(c)) != nullptr; });
-    std::ranges::sort(contexts_.begin(), others.begin(), {},
+    const auto others =
+        std::stable_partition(contexts_.begin(), contexts_.end(),
+                              [&](std::uint32_t c) { return Wanted(contexts.Get(c)) != nullptr; });
+    std::ranges::sort(contexts_.begin(), others, {},
                       [&](std::uint32_t c) { return Wanted(contexts.Get(c)); });
-    std::vector<std::uint32_t> rest(others.begin(), others.end());
-    contexts_.erase(others.begin(), others.end());
+    std::vector<std::uint32_t> rest(others, contexts_.end());
+    contexts_.erase(others, contexts_.end());
     Insert(contexts, std::move(rest));
 }
 
