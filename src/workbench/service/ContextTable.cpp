@@ -1,8 +1,6 @@
 #include "workbench/service/ContextTable.h"
 
-#include <algorithm>
 #include <limits>
-#include <ranges>
 
 #include "host/OSTraceService.h"
 #include "platform/Text.h"
@@ -57,10 +55,16 @@ std::uint32_t ContextTable::Add(const ContextKey& key, std::uint32_t appears) {
 }
 
 std::uint32_t ContextTable::CountWith(std::uint32_t events) const {
-    const auto all = std::views::iota(std::uint32_t{0}, Count());
-    const auto behind = std::ranges::upper_bound(
-        all, events, {}, [this](std::uint32_t context) { return contexts_[context].appears; });
-    return static_cast<std::uint32_t>(behind - all.begin());
+    std::uint32_t first = 0;
+    std::uint32_t behind = Count();
+    while (first < behind) {
+        const auto middle = first + (behind - first) / 2;
+        if (contexts_[middle].appears <= events)
+            first = middle + 1;
+        else
+            behind = middle;
+    }
+    return first;
 }
 
 std::string ContextTable::DisplayName(std::uint32_t context) const {

@@ -29,7 +29,7 @@ void ReadyQueue::Remove(Task& task) {
 
 void ReadyQueue::Rotate(std::int32_t priority) {
     auto& level = Level(priority);
-    if (level.size() > 1) std::ranges::rotate(level, level.begin() + 1);
+    if (level.size() > 1) std::rotate(level.begin(), level.begin() + 1, level.end());
 }
 
 }  // namespace kvx::simulation
