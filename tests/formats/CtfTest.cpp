@@ -387,5 +387,20 @@ TEST(Ctf, LinuxTasksWaitWhereTheyRunNext) {
                     "9 run task 7: task 8", "10 state task 9: RDY", "11 state task 9: DMT+PAUSE"));
 }
 
+// What a handler at the start goes back to shows only in the switch behind it.
+TEST(Ctf, LinuxTaskThatRanAtTheStartIsKnown) {
+    enum : std::uint8_t { kSwitch = 1, kIrqIn, kIrqOut };
+    CtfWriter ctf("stream { event.header := struct { uint32_t timestamp; uint8_t id; }; };\n");
+    ctf.Declare("sched_switch", kSwitch,
+                "name_t prev_comm[8]; int32_t prev_tid; int64_t prev_state; int32_t next_tid;");
+    ctf.Declare("irq_handler_entry", kIrqIn, "int32_t irq; name_t name[8];");
+    ctf.Declare("irq_handler_exit", kIrqOut, "int32_t irq;");
+    ctf.Event(1, kIrqIn).Put(9).Name("eth0");
+    ctf.Event(2, kIrqOut).Put(9);
+    ctf.Event(3, kSwitch).Name("shell").Put(21).Put(std::int64_t{1}).Put(0);
+    EXPECT_THAT(EventsOf(ctf), ElementsAre("1 run shell: irq 9 eth0", "2 run irq 9 eth0: shell",
+                                           "3 state shell: WAI (SLP)", "3 run shell: Idle"));
+}
+
 }  // namespace
 }  // namespace kvx::test

@@ -254,6 +254,8 @@ void Decoder::Learn(Processor& on, const ContextKey& running) {
     on.known = true;
     if (running.id == 0) return LearnIdle(on);
     Task& task = TaskOf(running, on.number);
+    // A recording may name tasks without saying where they are.
+    tasks_.MoveTo(task, on.number);
     if (task.condition.activity == Activity::Unknown) tasks_.Run(task, on.number);
     on.running = &task;
     on.last = task.id;
