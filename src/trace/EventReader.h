@@ -9,6 +9,7 @@
 
 #include "host/OSTraceColumns.h"
 #include "host/OSTraceService.h"
+#include "host/TraceCodes.h"
 
 namespace kvx {
 
@@ -48,6 +49,11 @@ class PlainEvents {
         return Line(Read(&IQOSTraceService::GetEventNextContext, e));
     }
     int State(std::uint32_t e) const { return Read(&IQOSTraceService::GetEventState, e); }
+    // Of a state event: ready, and not suspended.
+    bool IsReady(std::uint32_t e) const {
+        return State(e) == host::Code(host::StateCode::Ready) &&
+               Read(&IQOSTraceService::IsEventSuspended, e) == VARIANT_FALSE;
+    }
     std::uint32_t StateContext(std::uint32_t e) const {
         return Line(Read(&IQOSTraceService::GetEventStateContext, e));
     }
@@ -111,6 +117,10 @@ class ColumnEvents {
     std::uint32_t Context(std::uint32_t e) const { return Line(c_.context, e); }
     std::uint32_t Next(std::uint32_t e) const { return Line(c_.next, e); }
     int State(std::uint32_t e) const { return e < c_.eventCount ? c_.code[e] : 0; }
+    bool IsReady(std::uint32_t e) const {
+        return State(e) == host::Code(host::StateCode::Ready) &&
+               !(c_.flags[e] & host::kFlagSuspended);
+    }
     std::uint32_t StateContext(std::uint32_t e) const { return Line(c_.next, e); }
 
     template <class Visit>

@@ -108,6 +108,69 @@ TEST_F(Analyze, MeasuresTheRangeItIsGiven) {
 }
 
 // An end at time 0 is not taken for one that is still to come.
+// The recording goes on after its last event.
+TEST_F(Analyze, TheWholeRangeEndsWithTheRecording) {
+    std::ofstream(log, std::ios::app) << "[300] applog str : ID 1 : nothing more.\n"
+                                         "[310] task 2 becomes RUNNABLE.\n"
+                                         "[320] dispatch to task 2.\n"
+                                         "[400] applog str : ID 1 : still running.\n";
+    const auto all = Json({log});
+    EXPECT_EQ(all["range"], (nlohmann::json{{"start", 10}, {"end", 400}}));
+    std::int64_t total = 0;
+    for (const auto& row : all["run_time"])
+        if (row["number"] == 2) total = row["total"];
+    EXPECT_EQ(total, 40 + 80) << "the run that is open at the end counts to the end";
+    int dispatches = 0;
+    for (const auto& row : all["rdy_run"])
+        if (row["number"] == 2) dispatches = row["num"];
+    EXPECT_EQ(dispatches, 2) << "the last dispatch counts";
+    EXPECT_EQ(Json({log, "--end", "320"})["range"], (nlohmann::json{{"start", 10}, {"end", 320}}));
+}
+
+// What the recording shows as a wait, a suspension or nothing at all is no ready time.
+TEST_F(Analyze, MeasuresNoWaitForTheProcessorThatTheRecordingDoesNotTell) {
+    const auto longest = [&](const char* text) {
+        std::ofstream(log, std::ios::trunc) << text;
+        const auto all = Json({log});
+        for (const auto& row : all["rdy_run"])
+            if (row["number"] == 1) return row["max"].get<std::int64_t>();
+        return std::int64_t{-1};
+    };
+    EXPECT_EQ(longest("[1] dispatch to task 1.\n[5] enter to wai_sem semid=1.\n"
+                      "[10] task 1 becomes WAITING.\n[10] dispatch from task 1.\n"
+                      "[500] dispatch to task 1.\n[510] leave from wai_sem ercd=0.\n"),
+              0)
+        << "woken without a word";
+    EXPECT_EQ(longest("[1] dispatch to task 1.\n[10] dispatch from task 1.\n"
+                      "[20] task 1 becomes SUSPENDED.\n[500] dispatch to task 1.\n"
+                      "[510] dispatch from task 1.\n"),
+              0)
+        << "suspended after it lost the processor";
+    EXPECT_EQ(longest("[1] dispatch to task 1.\n[10] dispatch from task 1.\n"
+                      "[30] dispatch to task 1.\n[40] dispatch from task 1.\n"),
+              20);
+}
+
+TEST_F(Analyze, ShowsEveryProcessorWhereAllAreAskedFor) {
+    std::ofstream(log, std::ios::trunc) << "[10]:[1]: dispatch to task 1.\n"
+                                           "[20]:[2]: dispatch to task 2.\n"
+                                           "[40]:[1]: dispatch from task 1.\n"
+                                           "[90]:[2]: dispatch from task 2.\n";
+    const auto all = Json({log, "--cpu", "all"})["processors"];
+    ASSERT_EQ(all.size(), 2u);
+    for (const int processor : {1, 2}) {
+        auto one = Json({log, "--cpu", std::to_string(processor)});
+        EXPECT_EQ(all[static_cast<std::size_t>(processor - 1)]["processor"], processor);
+        one["processor"] = processor;
+        EXPECT_EQ(all[static_cast<std::size_t>(processor - 1)], one);
+    }
+    EXPECT_EQ(Json({log, "--cpu", "all", "--start", "50"})["processors"].size(), 1u)
+        << "processor 1 has no event then";
+    EXPECT_NE(error.str().find("processor 1: there is no event in the range"), std::string::npos);
+    EXPECT_EQ(Run({log, "--cpu", "all", "--table", "run-time", "--csv", "-"}), kExitUsage);
+    EXPECT_EQ(Run({log, "--cpu", "both"}), kExitUsage);
+}
+
 TEST_F(Analyze, CountsRunsThatEndAtTimeZeroOnce) {
     std::ofstream(log)
         << "[0] dispatch to task 1.\n[0] dispatch to task 2.\n"

@@ -2,6 +2,7 @@
 // The three analyses written down a second time, as plainly as they can be: every wait looks back
 // through the whole trace, every list is walked. Reads the scripted trace, not the service.
 
+#include <optional>
 #include <set>
 
 #include "core/CoreFixture.h"
@@ -51,15 +52,10 @@ class AnalysisModel {
 
     std::map<int, ModelRecord> ReadyToRun() const {
         std::map<int, ModelRecord> records;
-        std::map<int, double> since;
         for (std::uint32_t i = s_; i < e_ && i < Decoded(); ++i) {
-            const int changed = Line(trace_.next[i]);
-            if (trace_.kind[i] == kEventState && IsTask(changed))
-                since[changed] = trace_.code[i] == 1 ? Time(i) : 0.0;
-            if (trace_.kind[i] != kEventDispatch) continue;
-            const int left = Line(trace_.context[i]);
-            if (IsTask(left)) since[left] = Time(i);
-            if (IsTask(changed)) Wait(records[changed], since[changed], i, changed);
+            const int entered = Line(trace_.next[i]);
+            if (trace_.kind[i] == kEventDispatch && IsTask(entered))
+                Wait(records[entered], i, entered);
         }
         return records;
     }
@@ -100,27 +96,36 @@ class AnalysisModel {
         record.ratio = record.total / (end_ - start_);
     }
 
-    void Wait(ModelRecord& record, double& since, std::uint32_t i, int line) const {
+    bool Changes(std::size_t e, int line) const {
+        return trace_.kind[e] == kEventState && Line(trace_.next[e]) == line;
+    }
+    bool Leaves(std::size_t e, int line) const {
+        return trace_.kind[e] == kEventDispatch && Line(trace_.context[e]) == line;
+    }
+
+    // Since when the task that event i dispatches has been ready, if its last state says so: since
+    // that state, or since the processor was taken from it thereafter.
+    std::optional<std::size_t> ReadyAt(std::size_t i, int line) const {
+        std::size_t state = i;
+        while (state > 0 && !Changes(state - 1, line)) --state;
+        if (state == 0) return std::nullopt;
+        --state;
+        if (trace_.code[state] != 1 || trace_.flags[state] & host::kFlagSuspended)
+            return std::nullopt;
+        for (std::size_t e = i; e > state; --e)
+            if (Leaves(e, line)) return e;
+        return state;
+    }
+
+    void Wait(ModelRecord& record, std::uint32_t i, int line) const {
         ++record.num;
-        std::uint32_t remembered = i;
-        for (int k = static_cast<int>(s_); since == 0.0 && k >= 0; --k) {
-            const std::size_t at = Index(k);
-            const bool ready = trace_.kind[at] == kEventState && trace_.code[at] == 1 &&
-                               Line(trace_.next[at]) == line;
-            const bool preempted =
-                trace_.kind[at] == kEventDispatch && Line(trace_.context[at]) == line;
-            if (!ready && !preempted) continue;
-            since = Time(at);
-            remembered = static_cast<std::uint32_t>(k);
-            break;
-        }
-        if (since != 0.0) {
-            ++record.measured;
-            record.Extremes(Time(i) - since, remembered);
-            record.total += Time(i) - since;
-            record.avg = record.total / record.measured;
-        }
-        since = 0.0;
+        const auto ready = ReadyAt(i, line);
+        if (!ready || Time(*ready) == 0.0) return;
+        const double wait = Time(i) - Time(*ready);
+        ++record.measured;
+        record.Extremes(wait, *ready < s_ ? static_cast<std::uint32_t>(*ready) : i);
+        record.total += wait;
+        record.avg = record.total / record.measured;
     }
 
     const ScriptedTrace& trace_;

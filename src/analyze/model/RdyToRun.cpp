@@ -74,21 +74,30 @@ void CRdyToRunAnalysis::AddTasks() {
 template <class Events>
 void CRdyToRunAnalysis::CreditRange(const Events& events) {
     if (events.Count() == 0) return;
-    const std::uint32_t first = marker_->GetMarkerEvent(kMarkerStart);
-    const std::uint32_t last = marker_->GetMarkerEvent(kMarkerEnd);
-    kvx::ReadyLookBack<Events> before(events, first);
-    for (std::uint32_t e = first; e < last; ++e) {
+    const kvx::AnalysisRange range = marker_->Range();
+    kvx::ReadyLookBack<Events> before(events, range.first);
+    for (std::uint32_t e = range.first; e < range.waitsBelow; ++e) {
         const int kind = events.Kind(e);
         if (kind == kEventState) {
-            CRdyToRun* const record = Find(events.StateContext(e));
-            const bool ready = events.State(e) == kvx::host::Code(kvx::host::StateCode::Ready);
-            if (record) record->readySince = ready ? events.Time(e) : 0.0;
+            if (CRdyToRun* const record = Find(events.StateContext(e))) {
+                record->stateKnown = true;
+                record->canBeReady = events.IsReady(e);
+                record->readySince = record->canBeReady ? events.Time(e) : 0.0;
+            }
         } else if (kind == kEventDispatch) {
             const double t = events.Time(e);
-            if (CRdyToRun* const left = Find(events.Context(e))) left->readySince = t;
+            if (CRdyToRun* const left = Find(events.Context(e))) Leave(*left, t, before);
             if (CRdyToRun* const entered = Find(events.Next(e))) Credit(*entered, e, t, before);
         }
     }
+}
+
+// The task lost the processor at time t. That makes it ready unless it waits, is suspended or
+// dormant, or nothing is known of it.
+template <class LookBack>
+void CRdyToRunAnalysis::Leave(CRdyToRun& record, double t, LookBack& before) {
+    const bool ready = record.stateKnown ? record.canBeReady : before.CanBeReady(record.context);
+    record.readySince = ready ? t : 0.0;
 }
 
 // The end of one wait, at time t of the dispatch.
@@ -97,7 +106,7 @@ void CRdyToRunAnalysis::Credit(CRdyToRun& record, std::uint32_t dispatch, double
                                LookBack& before) {
     ++record.Num;
     std::uint32_t remembered = dispatch;
-    if (record.readySince == 0.0) {
+    if (record.readySince == 0.0 && !record.stateKnown) {
         if (const auto ready = before.Find(record.context)) {
             remembered = *ready;
             record.readySince = before.Reader().Time(*ready);

@@ -21,6 +21,10 @@ struct CRdyToRun {
     double Total = 0.0;
     double Avg = 0.0;
     double readySince = 0.0;  // 0.0: not set or not ready
+    // Whether a state was come across in the range, and whether losing the processor makes the task
+    // ready in the last one.
+    bool stateKnown = false;
+    bool canBeReady = false;
     COSMarker* marker = nullptr;
 
     // A wait of length d, remembered at the event.
@@ -66,6 +70,8 @@ class CRdyToRunAnalysis {
     void AddTasks();
     template <class Events>
     void CreditRange(const Events& events);
+    template <class LookBack>
+    void Leave(CRdyToRun& record, double t, LookBack& before);
     template <class LookBack>
     void Credit(CRdyToRun& record, std::uint32_t dispatch, double t, LookBack& before);
     CString Key(const CRdyToRun& record, int column) const;

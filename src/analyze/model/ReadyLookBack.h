@@ -1,12 +1,13 @@
 #pragma once
-// Since when each context has been ready at the start of a range: the last event at or before the
-// start that made it ready, be it a state change or a dispatch of another context.
+// Whether each context is ready at the start of a range, and since when: from its last state before
+// the start, and the dispatches that took the processor from it afterwards. One that waits, is
+// suspended or dormant does not become ready by losing the processor; nor does one of which no
+// state is known.
 
 #include <optional>
 #include <vector>
 
 #include "host/OSTraceService.h"
-#include "host/TraceCodes.h"
 #include "trace/EventReader.h"
 
 namespace kvx {
@@ -19,32 +20,45 @@ class ReadyLookBack {
         : events_(events), unread_(std::uint64_t{start} + 1) {}
 
     const Events& Reader() const { return events_; }
-    // Nothing when the context was never made ready.
-    std::optional<std::uint32_t> Find(std::uint32_t context) {
-        while (!Known(context) && unread_ > 0) Read(static_cast<std::uint32_t>(--unread_));
-        return Known(context) ? readyAt_[context] : std::nullopt;
-    }
+    // The event that made the context ready; none where it was not, or where that is not recorded.
+    std::optional<std::uint32_t> Find(std::uint32_t context) { return Look(context).ready; }
+    // Whether the context's last state before the start lets it become ready by losing the
+    // processor.
+    bool CanBeReady(std::uint32_t context) { return Look(context).canBeReady; }
 
   private:
-    bool Known(std::uint32_t context) const {
-        return context < readyAt_.size() && readyAt_[context].has_value();
+    struct Past {
+        bool known = false;  // its last state was come across
+        bool canBeReady = false;
+        std::optional<std::uint32_t> lost;   // the last dispatch away from it
+        std::optional<std::uint32_t> ready;  // known: what made it ready
+    };
+    const Past& Look(std::uint32_t context) {
+        while (!PastOf(context).known && unread_ > 0) Read(static_cast<std::uint32_t>(--unread_));
+        return PastOf(context);
+    }
+    Past& PastOf(std::uint32_t context) {
+        if (context >= pasts_.size()) pasts_.resize(std::size_t{context} + 1);
+        return pasts_[context];
     }
     void Read(std::uint32_t event) {
         const int kind = events_.Kind(event);
-        if (kind == kEventDispatch) Note(events_.Context(event), event);
-        const bool ready =
-            kind == kEventState && events_.State(event) == host::Code(host::StateCode::Ready);
-        if (ready) Note(events_.StateContext(event), event);
-    }
-    void Note(std::uint32_t context, std::uint32_t event) {
-        if (context == kNoLine || Known(context)) return;
-        if (context >= readyAt_.size()) readyAt_.resize(std::size_t{context} + 1);
-        readyAt_[context] = event;
+        if (kind == kEventDispatch) {
+            const auto context = events_.Context(event);
+            if (context != kNoLine && !PastOf(context).lost) PastOf(context).lost = event;
+        } else if (kind == kEventState) {
+            const auto context = events_.StateContext(event);
+            if (context == kNoLine || PastOf(context).known) return;
+            Past& past = PastOf(context);
+            past.known = true;
+            past.canBeReady = events_.IsReady(event);
+            if (past.canBeReady) past.ready = past.lost ? past.lost : event;
+        }
     }
 
     const Events& events_;
     std::uint64_t unread_;  // events below this are not read yet
-    std::vector<std::optional<std::uint32_t>> readyAt_;
+    std::vector<Past> pasts_;
 };
 
 }  // namespace kvx

@@ -63,7 +63,7 @@ void CRunTimeAnalysis::Build() {
         FindOrAdd(static_cast<std::uint32_t>(line));
         if (rebuildRows) rows_.push_back({line, kvx::kDescending});
     }
-    if (marker_->GetMarkerTime(kMarkerStart) == marker_->GetMarkerTime(kMarkerEnd)) return;
+    if (const auto range = marker_->Range(); range.start == range.end) return;
     kvx::WithEvents(*service, [this](const auto& events) { CreditRange(events); });
     if (marker_->IsKeepSort() && sort_.Column() != -1) Sort(sort_.Column(), 1);
 }
@@ -71,8 +71,9 @@ void CRunTimeAnalysis::Build() {
 template <class Events>
 void CRunTimeAnalysis::CreditRange(const Events& events) {
     if (events.Count() == 0) return;
-    const double start = marker_->GetMarkerTime(kMarkerStart);
-    const double end = marker_->GetMarkerTime(kMarkerEnd);
+    const kvx::AnalysisRange range = marker_->Range();
+    const double start = range.start;
+    const double end = range.end;
     const auto credit = [&](std::uint32_t remembered, std::uint32_t dispatch) {
         const double t0 = events.Time(dispatch);
         double t1 = events.EndTime(dispatch);
@@ -83,13 +84,11 @@ void CRunTimeAnalysis::CreditRange(const Events& events) {
         FindOrAdd(events.Next(dispatch)).Add(length, remembered, end - start);
     };
 
-    const std::uint32_t first = marker_->GetMarkerEvent(kMarkerStart);
-    const std::uint32_t last = marker_->GetMarkerEvent(kMarkerEnd);
-    if (first != 0) {
+    if (range.first != 0) {
         // The run that the start of the range cuts.
-        if (const auto cut = events.LastDispatch(first - 1)) credit(first, *cut);
+        if (const auto cut = events.LastDispatch(range.first - 1)) credit(range.first, *cut);
     }
-    events.ForEachDispatch(first, last, [&](std::uint32_t e) { credit(e, e); });
+    events.ForEachDispatch(range.first, range.last, [&](std::uint32_t e) { credit(e, e); });
 }
 
 void CRunTimeAnalysis::Sort(int column, int again) {

@@ -40,6 +40,13 @@ void COSMarker::Reset() {
     times_ = {};
     events_ = {};
     dragging_ = {};
+    rangeEnd_.reset();
+}
+
+kvx::AnalysisRange COSMarker::Range() const {
+    const std::uint32_t last = GetMarkerEvent(kMarkerEnd);
+    return {GetMarkerTime(kMarkerStart), rangeEnd_.value_or(GetMarkerTime(kMarkerEnd)),
+            GetMarkerEvent(kMarkerStart), last, rangeEnd_ ? last + 1 : last};
 }
 
 void COSMarker::BeginDrag(int which) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "analyze/model/AnalysisRange.h"
 #include "platform/Mutex.h"
 #include "trace/Progress.h"
 #include "traceview/model/ChartGeometry.h"
@@ -49,8 +50,14 @@ class COSMarker {
     // The same, on the first event at or after the time; nothing when there is none. Rows of the
     // analyses are made anew and sorted as before.
     void SetMarkerAt(IViewSender* sender, int which, double time);
-    // Times, events and dragging; the flags below stay.
+    // Times, events, dragging and the end of the range; the flags below stay.
     void Reset();
+
+    // The range of the analyses: from the start marker to the end marker, or to the end that was set
+    // instead.
+    kvx::AnalysisRange Range() const;
+    // For a range that ends with the recording, behind the event on which the end marker stands.
+    void EndRangeAt(double time) { rangeEnd_ = time; }
 
     // The three commands that bring a marker into the display; nothing when no event fits.
     void MoveStartIntoDisplay(IViewSender* sender, double displayStart);
@@ -84,6 +91,7 @@ class COSMarker {
     std::array<int, 3> dragging_{};
     double timeBefore_ = 0.0;  // of the marker that is dragged, when that began
     std::uint32_t eventBefore_ = 0;
+    std::optional<double> rangeEnd_;
     Shared shared_;
     int searchFlag_ = 0;
     int rebuildRows_ = 0;

@@ -15,6 +15,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+constexpr const char* kNoEvent = "there is no event in the range";
+
 class Analysis {
   public:
     Analysis(const AnalyzeOptions& options, const Streams& streams, service::TraceService& service)
@@ -25,19 +27,19 @@ class Analysis {
         }
     }
 
-    int Run() {
+    // Answers what is wrong with the options; empty: nothing.
+    std::string Prepare() {
         Open();
         std::string fault = SetRange();
-        if (fault.empty()) fault = Sort();
-        if (!fault.empty()) {
-            streams_.error << "kvxostrace: " << fault << '\n';
-            return kExitUsage;
-        }
-        if (!options_.csv.empty() && !WriteCsv()) return kExitFailed;
-        if (options_.csv.empty() && options_.json) WriteJson();
-        if (options_.csv.empty() && !options_.json) WriteText();
-        return FinalStatus(options_.trace, service_.Losses(), streams_);
+        return fault.empty() ? Sort() : fault;
     }
+
+    // Writes one table; false, and why, where it cannot be written.
+    bool WriteCsv();
+    // Members of a JSON object, each behind the indentation. One row at a time: there may be
+    // millions.
+    void WriteJson(const std::string& indent);
+    void WriteText();
 
   private:
     // Decodes the whole trace. A trace without records has empty tables.
@@ -59,9 +61,8 @@ class Analysis {
         service_.GetEventCount(&count);
         if (count == 0) return {};
         std::int64_t start = 0;
-        std::int64_t end = 0;
+        std::int64_t end = service_.GetRecording()->LastTime();
         service_.GetEventTime(0, &start);
-        service_.GetEventTime(count - 1, &end);
         for (auto [text, time] : {std::pair{&options_.start, &start}, {&options_.end, &end}}) {
             if (text->empty()) continue;
             const auto parsed = ParseTime(*text, service_.GetRecording()->Clock());
@@ -69,11 +70,14 @@ class Analysis {
             *time = *parsed;
         }
         if (start > end) return "the range starts after its end";
+        // Without an end the range goes on behind the last event, to the end of the recording.
+        if (options_.end.empty()) data_.markers.EndRangeAt(static_cast<double>(end));
         data_.markers.MoveStartIntoDisplay(nullptr, static_cast<double>(start));
         data_.markers.MoveEndIntoDisplay(nullptr, static_cast<double>(end));
-        const bool inside = start <= Count(kMarkerStart) &&
-                            Count(kMarkerStart) <= Count(kMarkerEnd) && Count(kMarkerEnd) <= end;
-        return inside ? "" : "there is no event in the range";
+        const auto first = static_cast<std::int64_t>(data_.markers.GetMarkerTime(kMarkerStart));
+        const auto last = static_cast<std::int64_t>(data_.markers.GetMarkerTime(kMarkerEnd));
+        const bool inside = start <= first && first <= last && last <= end;
+        return inside ? "" : kNoEvent;
     }
 
     std::string Sort() {
@@ -90,54 +94,6 @@ class Analysis {
             for (const auto& c : table.Columns()) known.append(known.empty() ? "" : " ") += c.name;
         }
         return sorted ? "" : "there is no column '" + column + "'; there are " + known;
-    }
-
-    bool WriteCsv() {
-        const CCsvWriter writer(data_.engine, data_.contexts, data_.runTime, data_.rdyToRun,
-                                data_.sysCalls);
-        const EAnalysis which = tables_.front().Which();
-        if (options_.csv == "-") {
-            writer.WriteLines(which, [this](std::string_view line) {
-                streams_.out << line;
-                return streams_.out.good();
-            });
-            return true;  // the final status looks at the stream
-        }
-        CCsvWriter::Failure failure;
-        if (writer.Write(which, options_.csv, &failure)) return true;
-        streams_.error << "kvxostrace: " << options_.csv << ": "
-                       << (failure.opened ? "cannot be written: " : "cannot be opened: ")
-                       << failure.reason << '\n';
-        return false;
-    }
-
-    // One row at a time: there may be millions.
-    void WriteJson() {
-        const Json range = {{"start", Count(kMarkerStart)}, {"end", Count(kMarkerEnd)}};
-        streams_.out << "{\n  \"range\": " << range.dump();
-        for (const AnalysisTable& table : tables_) {
-            streams_.out << ",\n  \"" << table.Key() << "\": [";
-            for (int row = 0; row < table.RowCount(); ++row) {
-                streams_.out << (row ? ",\n    " : "\n    ")
-                             << table.Json(row).dump(-1, ' ', false,
-                                                     Json::error_handler_t::replace);
-            }
-            streams_.out << (table.RowCount() ? "\n  ]" : "]");
-        }
-        streams_.out << "\n}\n";
-    }
-
-    std::int64_t Count(int marker) const {
-        return static_cast<std::int64_t>(data_.markers.GetMarkerTime(marker));
-    }
-
-    void WriteText() {
-        const double start = data_.markers.GetMarkerTime(kMarkerStart);
-        const double end = data_.markers.GetMarkerTime(kMarkerEnd);
-        const COSTrace& engine = data_.engine;
-        streams_.out << "Mark: " << engine.TimeText(start) << " - " << engine.TimeText(end) << " = "
-                     << engine.TimeText(end - start) << '\n';
-        for (const AnalysisTable& table : tables_) WriteTable(table);
     }
 
     // Every column as wide as its widest text.
@@ -186,6 +142,116 @@ class Analysis {
     std::vector<AnalysisTable> tables_;
 };
 
+bool Analysis::WriteCsv() {
+    const CCsvWriter writer(data_.engine, data_.contexts, data_.runTime, data_.rdyToRun,
+                            data_.sysCalls);
+    const EAnalysis which = tables_.front().Which();
+    if (options_.csv == "-") {
+        writer.WriteLines(which, [this](std::string_view line) {
+            streams_.out << line;
+            return streams_.out.good();
+        });
+        return true;  // the final status looks at the stream
+    }
+    CCsvWriter::Failure failure;
+    if (writer.Write(which, options_.csv, &failure)) return true;
+    streams_.error << "kvxostrace: " << options_.csv << ": "
+                   << (failure.opened ? "cannot be written: " : "cannot be opened: ")
+                   << failure.reason << '\n';
+    return false;
+}
+
+void Analysis::WriteJson(const std::string& indent) {
+    const kvx::AnalysisRange range = data_.markers.Range();
+    const Json json = {{"start", static_cast<std::int64_t>(range.start)},
+                       {"end", static_cast<std::int64_t>(range.end)}};
+    streams_.out << indent << "\"range\": " << json.dump();
+    for (const AnalysisTable& table : tables_) {
+        streams_.out << ",\n" << indent << "\"" << table.Key() << "\": [";
+        for (int row = 0; row < table.RowCount(); ++row) {
+            streams_.out << (row ? ",\n" : "\n") << indent << "  "
+                         << table.Json(row).dump(-1, ' ', false, Json::error_handler_t::replace);
+        }
+        if (table.RowCount()) streams_.out << "\n" << indent;
+        streams_.out << "]";
+    }
+    streams_.out << "\n";
+}
+
+void Analysis::WriteText() {
+    const kvx::AnalysisRange range = data_.markers.Range();
+    const COSTrace& engine = data_.engine;
+    streams_.out << "Mark: " << engine.TimeText(range.start) << " - " << engine.TimeText(range.end)
+                 << " = " << engine.TimeText(range.end - range.start) << '\n';
+    for (const AnalysisTable& table : tables_) WriteTable(table);
+}
+
+// Every processor that is asked for in turn. Of several, one without an event in the range is left
+// out, and said so.
+template <class Work>
+int ForEachProcessor(const AnalyzeOptions& options, const Streams& streams,
+                     service::TraceService& service, Work work) {
+    const bool all = options.trace.processors.IsAll();
+    std::vector<std::uint32_t> processors = service.GetRecording()->Processors();
+    if (!all) processors = {service.ShownProcessor()};
+    int worked = 0;
+    for (const auto processor : processors) {
+        service.ShowProcessor(processor);
+        Analysis analysis(options, streams, service);
+        const std::string fault = analysis.Prepare();
+        if (fault.empty()) {
+            work(analysis, processor, worked++ == 0);
+            continue;
+        }
+        streams.error << "kvxostrace: ";
+        if (all) streams.error << "processor " << processor << ": ";
+        streams.error << fault << '\n';
+        if (fault != kNoEvent) return kExitUsage;
+    }
+    return worked > 0 ? kExitDone : kExitUsage;
+}
+
+int WriteCsv(const AnalyzeOptions& options, const Streams& streams,
+             service::TraceService& service) {
+    bool written = true;
+    const int status = ForEachProcessor(
+        options, streams, service,
+        [&](Analysis& analysis, std::uint32_t, bool) { written = analysis.WriteCsv(); });
+    return status == kExitDone && !written ? kExitFailed : status;
+}
+
+int WriteJson(const AnalyzeOptions& options, const Streams& streams,
+              service::TraceService& service) {
+    std::ostream& out = streams.out;
+    if (!options.trace.processors.IsAll()) {
+        return ForEachProcessor(options, streams, service,
+                                [&](Analysis& analysis, std::uint32_t, bool) {
+                                    out << "{\n";
+                                    analysis.WriteJson("  ");
+                                    out << "}\n";
+                                });
+    }
+    const int status = ForEachProcessor(
+        options, streams, service, [&](Analysis& analysis, std::uint32_t processor, bool first) {
+            out << (first ? "{\n  \"processors\": [\n" : ",\n")
+                << "    {\n      \"processor\": " << processor << ",\n";
+            analysis.WriteJson("      ");
+            out << "    }";
+        });
+    if (status == kExitDone) out << "\n  ]\n}\n";
+    return status;
+}
+
+int WriteText(const AnalyzeOptions& options, const Streams& streams,
+              service::TraceService& service) {
+    return ForEachProcessor(
+        options, streams, service, [&](Analysis& analysis, std::uint32_t processor, bool first) {
+            if (options.trace.processors.IsAll())
+                streams.out << (first ? "" : "\n") << "Processor " << processor << '\n';
+            analysis.WriteText();
+        });
+}
+
 }  // namespace
 
 void AddAnalyze(CLI::App& app, const Streams& streams, int& status) {
@@ -206,6 +272,8 @@ void AddAnalyze(CLI::App& app, const Streams& streams, int& status) {
     command->callback([options, streams, &status] {
         if (!options->csv.empty() && options->table == "all")
             throw CLI::ValidationError("--csv", "writes one table: choose it with --table");
+        if (!options->csv.empty() && options->trace.processors.IsAll())
+            throw CLI::ValidationError("--csv", "writes one processor: choose it with --cpu");
         status = RunAnalyze(*options, streams);
     });
 }
@@ -214,7 +282,9 @@ int RunAnalyze(const AnalyzeOptions& options, const Streams& streams) {
     int status = kExitDone;
     const auto service = OpenTrace(options.trace, streams, status);
     if (!service) return status;
-    return Analysis(options, streams, *service).Run();
+    const auto write = !options.csv.empty() ? WriteCsv : options.json ? WriteJson : WriteText;
+    status = write(options, streams, *service);
+    return status == kExitDone ? FinalStatus(options.trace, service->Losses(), streams) : status;
 }
 
 }  // namespace kvx::cli

@@ -18,6 +18,8 @@ constexpr std::array<LossInfo, static_cast<std::size_t>(Loss::Count)> kTable = {
     {"time_steps_back", "Times of one processor that step back; records are put in order.", false},
     {"wait_cause_unknown", "Waits of which the recording does not say what for.", false},
     {"ready_times_inferred", "Ready times concluded from what released the task.", false},
+    {"ready_times_unknown",
+     "Dispatches of tasks that were not recorded as ready; their wait is not measured.", false},
     {"calls_before_start", "Returns of system calls issued before the recording began.", false},
     {"handlers_before_start", "Ends of handlers that began before the recording.", false},
     {"tasks_not_declared", "Tasks that the resource file does not name.", false},

@@ -28,6 +28,7 @@ enum class Loss : std::uint8_t {
     TimeStepsBack,
     WaitCauseUnknown,
     ReadyTimesInferred,
+    ReadyTimesUnknown,
     CallsBeforeStart,
     HandlersBeforeStart,
     TasksNotDeclared,

@@ -25,6 +25,10 @@ struct Condition {
     std::uint8_t waitCode = 0;             // Waiting
     std::uint32_t waitRecord = kNoRecord;  // Waiting: the call that waits, if that is known
     friend bool operator==(const Condition&, const Condition&) = default;
+    // Something keeps the task from running: it waits, is suspended or dormant.
+    bool IsKept() const {
+        return suspended || activity == Activity::Waiting || activity == Activity::Dormant;
+    }
 };
 
 // A task on one processor.
