@@ -79,6 +79,7 @@ TEST_F(Mouse, MaxAndMinVisitTheirEventsInTurn) {
     const auto idle = trace.AddIdle();
     for (int i = 0; i < 4; ++i) {
         trace.Dispatch(100 + i * 100, idle, control);
+        if (i == 0) trace.State(110, control, 1);  // nothing keeps it from running
         trace.Dispatch(100 + i * 100 + (i % 2 ? 60 : 30), control, idle);
     }
     OpenTrace(std::move(trace));
