@@ -76,7 +76,7 @@ std::uint32_t SysStringLen(BSTR text) {
     if (!text) return 0;
     std::uint32_t bytes = 0;
     std::memcpy(&bytes, reinterpret_cast<unsigned char*>(text) - sizeof(bytes), sizeof(bytes));
-    return bytes / sizeof(char16_t);
+    return bytes / static_cast<std::uint32_t>(sizeof(char16_t));
 }
 
 namespace kvx {
