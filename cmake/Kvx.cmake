@@ -7,9 +7,9 @@ target_compile_options(kvx_options INTERFACE -Wall -Wextra -Wpedantic -Werror -W
 # GCC 12 sees overlapping copies in "text" + std::string that are not there.
 target_compile_options(kvx_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(KVX_SANITIZE)
-  target_compile_options(kvx_options INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer
-                                               -fno-sanitize-recover=undefined)
-  target_link_options(kvx_options INTERFACE -fsanitize=address,undefined)
+  target_compile_options(kvx_options INTERFACE -fsanitize=${KVX_SANITIZE} -fno-omit-frame-pointer
+                                               -fno-sanitize-recover=all)
+  target_link_options(kvx_options INTERFACE -fsanitize=${KVX_SANITIZE})
 endif()
 
 # kvx_library(NAME [RECURSE] DIRS folder... DEPS target...): the static library kvx_NAME of all
@@ -46,5 +46,5 @@ function(kvx_test name)
   target_link_libraries(test_${name} PRIVATE kvx_options ${ARG_DEPS} GTest::gmock GTest::gtest_main)
   add_test(NAME ${name} COMMAND test_${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT
-    "KVX_SOURCE_DIR=${CMAKE_SOURCE_DIR};KVX_BIN_DIR=${CMAKE_BINARY_DIR}/bin;QT_QPA_PLATFORM=offscreen;ASAN_OPTIONS=fast_unwind_on_malloc=0;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0;${ARG_ENVIRONMENT}")
+    "KVX_SOURCE_DIR=${CMAKE_SOURCE_DIR};KVX_BIN_DIR=${CMAKE_BINARY_DIR}/bin;QT_QPA_PLATFORM=offscreen;ASAN_OPTIONS=fast_unwind_on_malloc=0;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0;TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/threads.supp:die_after_fork=0;${ARG_ENVIRONMENT}")
 endfunction()

@@ -74,6 +74,7 @@ void AskLine(TraceService& trace, std::int32_t line, std::uint32_t number) {
     Bstr parameters;
     Bstr result;
     trace.GetContextData(line, &data);
+    SysFreeString(data.name);
     trace.GetContextEventCount(line, &event);
     trace.GetContextEventTime(line, number, &time);
     trace.GetContextEvent(line, number, &event);

@@ -178,6 +178,7 @@ TEST_F(WorkbenchTest, IdleAsksNoCommand) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return updates == 1; }));
     workbench_->Host().Broadcast(host::kEventDisplayChanged);
     EXPECT_TRUE(QTest::qWaitFor([&] { return updates == 2; }));
+    workbench_->Docking().onCommandsUpdated = nullptr;  // the Workbench outlives the count
 }
 
 TEST_F(WorkbenchTest, ClosedWindowOpensAgain) {
