@@ -24,8 +24,16 @@ constexpr std::uint32_t kTraceStop = 47402;
 // The component in a folder of its own, with the resource library of a test or without one.
 class CopiedModule {
   public:
-    explicit CopiedModule(const std::string& resources) {
-        folder_ = fs::temp_directory_path() / ("kvx_component_" + std::to_string(::getpid()));
+    // length: of the module's path; 0: what comes.
+    explicit CopiedModule(const std::string& resources, std::size_t length = 0) {
+        top_ = fs::temp_directory_path() / ("kvx_component_" + std::to_string(::getpid()));
+        folder_ = top_;
+        const std::size_t shortest = (folder_ / "libKvxOSTrace.so").string().size();
+        while (length > shortest + 202) {
+            folder_ /= std::string(100, 'x');
+            length -= 101;
+        }
+        if (length > shortest + 1) folder_ /= std::string(length - shortest - 1, 'x');
         fs::create_directories(folder_);
         const fs::path from = BinDirectory();
         fs::copy_file(from / "libKvxOSTrace.so", folder_ / "libKvxOSTrace.so");
@@ -34,10 +42,11 @@ class CopiedModule {
                           folder_ / "libKvxOSTraceExtRes.so");
         }
     }
-    ~CopiedModule() { fs::remove_all(folder_); }
+    ~CopiedModule() { fs::remove_all(top_); }
     std::string Folder() const { return folder_.string(); }
 
   private:
+    fs::path top_;
     fs::path folder_;
 };
 
@@ -61,6 +70,27 @@ TEST(Libraries, ARefusedResourceLibraryIsOneMessageAndNoStart) {
         host.ExpectNothingLeft();
         EXPECT_EQ(component->Notify(nullptr), S_OK);
         EXPECT_EQ(component->Terminate(1), E_FAIL);
+        module.Entry<DestroyInstanceFn>("DestroyInstance")(3);
+    }
+}
+
+TEST(Libraries, APathThatNoModuleMayHaveIsTwoMessagesAndNoStart) {
+    for (const std::size_t length : {260u, 261u}) {
+        TestHost host;
+        ModuleBoxes boxes;
+        const CopiedModule copy("right", length);
+        const TestModule module(copy.Folder());
+        module.Entry<CreateInstanceFn>("CreateInstance")(3);
+        auto* const component = module.Query<IQComponent>(3, host::kComponent);
+        const bool tooLong = length > 260;
+        EXPECT_EQ(component->Initialize(&host, 1), tooLong ? E_FAIL : S_OK) << length;
+        if (tooLong) {
+            EXPECT_THAT(boxes.Take(),
+                        ElementsAre("Cannot obtain module. File name missing.\nPlease read User "
+                                    "Guide to create/install a new version.",
+                                    "Application will now exit."));
+        }
+        component->Terminate(1);
         module.Entry<DestroyInstanceFn>("DestroyInstance")(3);
     }
 }
