@@ -53,8 +53,8 @@ class COSMarker {
     // Times, events, dragging and the end of the range; the flags below stay.
     void Reset();
 
-    // The range of the analyses: from the start marker to the end marker, or to the end that was set
-    // instead.
+    // The range of the analyses: from the start marker to the end marker, or to the end that was
+    // set instead.
     kvx::AnalysisRange Range() const;
     // For a range that ends with the recording, behind the event on which the end marker stands.
     void EndRangeAt(double time) { rangeEnd_ = time; }
