@@ -6,6 +6,14 @@ namespace kvx::service {
 namespace {
 
 constexpr std::uint32_t kWindow = 256;
+// Fewer records are read sooner than a thread is started.
+constexpr std::uint32_t kWorthAThread = 20000;
+constexpr unsigned kMostThreads = 3;
+
+// Threads that read, so that one processor is left for whoever takes what is read.
+unsigned ReadingThreads() {
+    return std::min(kMostThreads, std::max(std::thread::hardware_concurrency(), 1u) - 1);
+}
 
 bool StartsTask(const Record& record) {
     const bool starts = record.kind == RecordKind::DispatchTo || record.kind == RecordKind::Runs ||
@@ -14,6 +22,13 @@ bool StartsTask(const Record& record) {
 }
 
 }  // namespace
+
+RecordWindow::RecordWindow(Recording& recording)
+    : recording_(recording), followsRuns_(recording.Processors().size() > 1) {
+    const bool worth = recording.IsReadInParts() && recording.RecordCount() >= kWorthAThread;
+    if (const auto threads = ReadingThreads(); worth && threads > 0)
+        prefetch_.emplace(recording, threads);
+}
 
 const Record& RecordWindow::At(std::uint32_t record) {
     current_ = record;
@@ -50,7 +65,11 @@ void RecordWindow::Fill(std::uint32_t record) {
     const auto total = std::min(recording_.RecordCount() - record, window);
     records_.resize(total);
     const auto begin = static_cast<std::uint32_t>(kept);
-    recording_.Read(first_ + begin, std::span(records_).subspan(begin));
+    const auto out = std::span(records_).subspan(begin);
+    if (prefetch_)
+        prefetch_->Read(out);
+    else
+        recording_.Read(first_ + begin, out);
     if (followsRuns_) NoteRuns(begin);
 }
 

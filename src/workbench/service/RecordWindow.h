@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "workbench/service/Recording.h"
+#include "workbench/service/RecordPrefetch.h"
 
 namespace kvx::service {
 
@@ -19,8 +19,7 @@ class RecordWindow {
     // runs next, if that is no further away than this.
     static constexpr std::uint32_t kRunsAhead = 16384;
 
-    explicit RecordWindow(Recording& recording)
-        : recording_(recording), followsRuns_(recording.Processors().size() > 1) {}
+    explicit RecordWindow(Recording& recording);
 
     // record must be the one of the last call, or the one after it; 0 at first.
     const Record& At(std::uint32_t record);
@@ -40,6 +39,7 @@ class RecordWindow {
 
     Recording& recording_;
     const bool followsRuns_;
+    std::optional<RecordPrefetch> prefetch_;  // where reading at once is worth it
     std::vector<Record> records_;
     std::uint32_t first_ = 0;  // number of records_.front()
     std::uint32_t current_ = 0;

@@ -47,6 +47,10 @@ class Recording {
     // Reads records first, first + 1, ... into out, which ends within the recording. Reading on
     // from where the last call ended costs nothing extra.
     virtual void Read(std::uint32_t first, std::span<Record> out) = 0;
+    // True: several threads may read records at the same time, with ReadPart.
+    virtual bool IsReadInParts() const { return false; }
+    // As Read. To read on from where another call ended costs a little.
+    virtual void ReadPart(std::uint32_t /*first*/, std::span<Record> /*out*/) const {}
     // Parameters of a call or values that a call returned: "name=value, name=value". Empty: none.
     virtual std::string Detail(std::uint32_t record) const = 0;
     // The system call that the record issues or returns from; empty for other records.

@@ -44,6 +44,12 @@ void TextLog::Read(std::uint32_t first, std::span<Record> out) {
     for (Record& record : out) Parse(first++, reader_.Next(), record);
 }
 
+void TextLog::ReadPart(std::uint32_t first, std::span<Record> out) const {
+    LineReader reader(log_.index);
+    reader.Seek(first);
+    for (Record& record : out) Parse(first++, reader.Next(), record);
+}
+
 void TextLog::Parse(std::uint32_t number, std::string_view line, Record& record) const {
     record = {};
     record.kind = RecordKind::Unreadable;

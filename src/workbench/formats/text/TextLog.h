@@ -41,6 +41,8 @@ class TextLog : public Recording {
     std::int64_t FirstTime() const override { return log_.index.firstTime - origin_; }
     std::int64_t LastTime() const override { return log_.index.lastTime - origin_; }
     void Read(std::uint32_t first, std::span<service::Record> out) override;
+    bool IsReadInParts() const override { return true; }
+    void ReadPart(std::uint32_t first, std::span<service::Record> out) const override;
     std::string Detail(std::uint32_t record) const override;
     std::string NameOf(std::uint32_t record) const override { return std::string(At(record).name); }
     std::int64_t TimeOf(std::uint32_t record) const override { return At(record).time; }
