@@ -8,6 +8,7 @@
 
 #include "formats/TraceFiles.h"
 #include "workbench/service/DecodedRecording.h"
+#include "workbench/service/RecordPrefetch.h"
 
 namespace kvx::test {
 namespace {
@@ -174,6 +175,34 @@ TEST(DecodedRecording, EveryProcessorIsDecodedInOnePassAndTotalsAreOfAll) {
     EXPECT_FALSE(trace.ShowProcessor(3));
     EXPECT_EQ(trace.ShownProcessor(), 2u);
     EXPECT_EQ(trace.Check(), "");
+}
+
+// Parts of a log that other threads parse come in order, whole, and once; whoever stops early
+// leaves no thread behind.
+TEST(RecordPrefetch, ReadsWhatReadingInOrderReads) {
+    const TempFolder folder;
+    std::string log;
+    for (int i = 0; i < 10007; ++i) log += FormatText("[%d] dispatch to task %d.\n", i, 1 + i % 97);
+    const auto recording = formats::OpenRecording(folder.Write("x.log", log));
+    ASSERT_TRUE(recording) << recording.GetError().message;
+    ASSERT_TRUE((*recording)->IsReadInParts());
+    for (const unsigned threads : {1u, 3u}) {
+        service::RecordPrefetch prefetch(**recording, threads);
+        std::uint32_t next = 0;
+        for (std::uint32_t size = 1; next < 10007; size = size * 5 % 1531) {
+            std::vector<Record> records(std::min(size, 10007 - next));
+            prefetch.Read(records);
+            for (const Record& record : records) {
+                ASSERT_EQ(record.time, next);
+                ASSERT_EQ(record.subject.id, 1 + next % 97);
+                ++next;
+            }
+        }
+        service::RecordPrefetch stopped(**recording, threads);
+        std::vector<Record> few(10);
+        stopped.Read(few);
+        EXPECT_EQ(few[9].time, 9);
+    }
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "workbench/service/EventLists.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace kvx::service {
 namespace {
@@ -15,6 +16,7 @@ constexpr std::size_t kRegionEvents = std::size_t{64} << 20;
 }  // namespace
 
 void EventLists::Append(std::uint32_t context, std::uint32_t event) {
+    if (context == 0xFFFFFFFFu) throw std::length_error("an event of no context");
     while (lists_.size() <= context) lists_.Append();
     List& list = lists_[context];
     const auto count = list.count.load(std::memory_order_relaxed);

@@ -14,7 +14,7 @@ namespace kvx::service {
 
 class EventLists {
   public:
-    // Events of a context come in ascending order.
+    // Events of a context come in ascending order. Contexts are numbers below 2^32 - 1.
     void Append(std::uint32_t context, std::uint32_t event);
     // The events of the context that lie below end; empty for a context without any.
     host::EventList Of(std::uint32_t context, std::uint32_t end) const;
