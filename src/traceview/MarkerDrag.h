@@ -1,6 +1,6 @@
 #pragma once
-// Dragging a marker: it jumps from event to event under the pointer; the analyses follow with the
-// release alone.
+// The drag of a marker, which always stands on an event: it takes the one nearest to the pointer.
+// The analyses follow with the release alone.
 
 #include <functional>
 

@@ -11,7 +11,7 @@
 class CTipWindow;
 class CWnd;
 
-// One drawn element in client coordinates of the view; right and bottom are exclusive.
+// Where an element was drawn, in pixels of the view; right and bottom lie outside it.
 struct CTipRect {
     std::int32_t left = 0;
     std::int32_t top = 0;

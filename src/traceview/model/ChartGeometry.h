@@ -12,7 +12,7 @@ struct ChartGeometry {
     double displayStart = 0.0;
     double displayEnd = 0.0;
     double scale = 0.0;
-    int lineHeight = 0;  // of the header row and of every line
+    int lineHeight = 0;  // the header row is as high
     int charWidth = 0;
     int clientHeight = 0;
     int firstLine = 0;     // context shown in the top line

@@ -3,8 +3,8 @@
 // lines from the top one down. It also keeps the way back to displays that were left.
 //
 // With a trace open it holds that
-//   trace start <= display start <= trace end, and
-//   display end = display start + (trace end - trace start) / scale, as far as doubles tell.
+// - the display begins within the trace, and
+// - it is as long as the trace divided by the scale, as far as doubles tell.
 // Times are counts of the trace clock.
 
 #include <optional>

@@ -63,8 +63,8 @@ class COSMarker {
     void MoveStartIntoDisplay(IViewSender* sender, double displayStart);
     void MoveEndIntoDisplay(IViewSender* sender, double displayEnd);
     void MoveIndicatorIntoDisplay(IViewSender* sender, double displayStart, double displayEnd);
-    // Sets the start marker again at its own event, so that the analyses follow new records or a
-    // new line order: rows are made anew, and with keepSort sorted as before.
+    // Lets the analyses follow new records or a new line order, with the markers where they are:
+    // rows are made anew, and with keepSort sorted as before.
     void Rebuild(IViewSender* sender, bool keepSort);
     // Ends whatever is being dragged: start, end, indicator.
     void Drop(IViewSender* sender);
