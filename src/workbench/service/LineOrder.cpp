@@ -25,7 +25,7 @@ void LineOrder::Update(const ContextTable& contexts, std::uint32_t count) {
         added.push_back(context);
     }
     Insert(contexts, std::move(added));
-    if (!moved_) Sort(contexts);
+    if (!moved_ && !wanted_.empty()) Sort(contexts);
     Renumber();
 }
 
