@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "trace/TraceData.h"
-#include "workbench/cli/AnalysisHost.h"
+#include "workbench/cli/RecordingSource.h"
 #include "workbench/formats/OpenRecording.h"
 #include "workbench/simulation/Generate.h"
 
@@ -26,7 +26,13 @@ class DecodedLog {
         static DecodedLog log;
         return log;
     }
-    COSTraceData data;
+
+  private:
+    service::TraceService service_;
+    cli::RecordingSource source_{service_};
+
+  public:
+    COSTraceData data{source_};
 
   private:
     DecodedLog() {
@@ -36,7 +42,6 @@ class DecodedLog {
         auto opened = formats::OpenRecording(path.string());
         if (!opened) throw std::runtime_error(opened.GetError().message);
         service_.SetRecording(std::move(*opened));
-        host_ = std::make_unique<cli::AnalysisHost>(service_);
         data.engine.Open(nullptr);
         int advanced = 0;
         double first = 0.0;
@@ -51,9 +56,6 @@ class DecodedLog {
         data.markers.SetMarker(nullptr, kMarkerEnd, last);
         std::filesystem::remove(path);
     }
-
-    service::TraceService service_;
-    std::unique_ptr<cli::AnalysisHost> host_;
 };
 
 // A click on a title, until its rows can be read. The first one of a column reads the texts; the

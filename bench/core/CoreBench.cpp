@@ -65,8 +65,8 @@ void Chart(benchmark::State& state) {
     g.clientHeight = (g.lineCount + 1) * g.lineHeight;
     const double grid = (g.displayEnd - g.displayStart) / 5.0;
     for (auto _ : state) {
-        const ChartItems items =
-            BuildChart(g, core.data.engine, core.data.contexts, core.data.markers, grid);
+        const ChartItems items = BuildChart(&core.service, g, core.data.engine, core.data.contexts,
+                                            core.data.markers, grid);
         state.counters["items"] = static_cast<double>(items.size());
     }
 }

@@ -92,8 +92,8 @@ void COSAnalyzeView::Save(const CString& defaultName) {
     dialog.SetTitle(LoadString(ids::kStringSaveTitle));
     if (dialog.DoModal() != IDOK) return;
     const CString path = dialog.GetPathName();
-    const CCsvWriter writer(data_->engine, data_->contexts, data_->runTime, data_->rdyToRun,
-                            data_->sysCalls);
+    const CCsvWriter writer(data_->source, data_->engine, data_->contexts, data_->runTime,
+                            data_->rdyToRun, data_->sysCalls);
     CCsvWriter::Failure failure;
     if (writer.Write(Table(), path, &failure)) {
         lastPath_ = path;

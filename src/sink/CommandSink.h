@@ -8,6 +8,7 @@
 #include "framework/WSClient.h"
 #include "host/OSTraceRange.h"
 #include "host/Services.h"
+#include "trace/HostTraceSource.h"
 #include "trace/TraceData.h"
 
 class CKvxOSTraceInstanceCtrl;
@@ -104,7 +105,8 @@ class CKvxOSTraceDataCommandSink : public CUiDebugCommandSink,
     WindowKind traceKind_;
     WindowKind analyzeKind_;
     std::map<const CKvxInstanceDataCtrl*, CString> nameOfControl_;
-    COSTraceData data_;
+    kvx::HostTraceSource source_;
+    COSTraceData data_{source_};
     IQPropertyStore* properties_ = nullptr;
     std::uint32_t menuId_ = 0;  // of the menus and buttons in the host; 0: none
     CString workspace_;         // the host's text for the open workspace

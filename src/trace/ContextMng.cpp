@@ -1,12 +1,11 @@
 #include "trace/ContextMng.h"
 
 #include "host/CommandIds.h"
-#include "host/ModuleHost.h"
 #include "platform/Resources.h"
 #include "platform/Text.h"
 
 int CContextMng::Load() {
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service) return 0;
     Clear();
     std::int32_t count = 0;

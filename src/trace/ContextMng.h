@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "host/OSTraceService.h"
+#include "trace/TraceSource.h"
 
 // How a context is recognised across reloads: handlers and tasks by type and number, the
 // unidentified one by (3, 0).
@@ -24,7 +25,8 @@ struct ContextTexts {
 // Getters take a line that the caller has compared with GetCount.
 class CContextMng {
   public:
-    CContextMng() = default;
+    // Borrows the source.
+    explicit CContextMng(kvx::ITraceSource& source) : source_(source) {}
     CContextMng(const CContextMng&) = delete;
     CContextMng& operator=(const CContextMng&) = delete;
     ~CContextMng() { Clear(); }
@@ -51,5 +53,6 @@ class CContextMng {
   private:
     const _tagSContextData& At(int line) const { return contexts_[static_cast<std::size_t>(line)]; }
 
+    kvx::ITraceSource& source_;
     std::vector<_tagSContextData> contexts_;  // names are owned
 };

@@ -7,11 +7,9 @@
 #include "analyze/model/RdyToRun.h"
 #include "analyze/model/RunTime.h"
 #include "analyze/model/SysCallList.h"
-#include "host/ModuleHost.h"
 #include "platform/Text.h"
 #include "trace/AnalysisDialog.h"
 #include "trace/ContextMng.h"
-#include "trace/DisplayChanged.h"
 #include "trace/EventReader.h"
 #include "trace/TimeCount.h"
 #include "trace/TimeSearch.h"
@@ -23,13 +21,6 @@ namespace {
 constexpr int kRecordsOnOpen = 300;
 // STOP is polled once in so many records.
 constexpr int kPollInterval = 302;
-
-bool IsTraceAvailable() {
-    using namespace kvx::host;
-    auto* const availability = ModuleService<IQOSTraceAvailability>(kOSTraceAvailability);
-    VARIANT_BOOL yes = VARIANT_FALSE;
-    return availability && availability->IsTraceAvailable(&yes) == S_OK && yes == VARIANT_TRUE;
-}
 
 bool HasCapability(IQOSTraceService& service, std::int32_t code) {
     VARIANT_BOOL yes = VARIANT_FALSE;
@@ -46,7 +37,7 @@ void COSTrace::EmptyAnalyses() {
 
 void COSTrace::Clear(IViewSender* sender, int resetService) {
     valid_ = 0;
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service) return;
     {
         const std::lock_guard guard(*shared_.lock);
@@ -57,16 +48,16 @@ void COSTrace::Clear(IViewSender* sender, int resetService) {
         lastAnalysed_ = firstRecord_ = lastRecord_ = 0;
         analysedUpTo_ = firstEventTime_ = traceEnd_ = covered_ = 0.0;
     }
-    kvx::BroadcastDisplayChanged(sender);
+    source_.BroadcastDisplayChanged(sender);
 }
 
 void COSTrace::Discard(IViewSender* sender) {
     valid_ = 0;
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service) return;
     service->DiscardData();
     EmptyAnalyses();
-    kvx::BroadcastDisplayChanged(sender);
+    source_.BroadcastDisplayChanged(sender);
 }
 
 int COSTrace::CloseAfterFailure(IViewSender* sender) {
@@ -76,9 +67,9 @@ int COSTrace::CloseAfterFailure(IViewSender* sender) {
 
 int COSTrace::Open(IViewSender* sender) {
     valid_ = 0;
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service) return 0;
-    if (!IsTraceAvailable()) return CloseAfterFailure(sender);
+    if (!source_.HasTrace()) return CloseAfterFailure(sender);
 
     std::int64_t start = 0;
     std::int64_t end = 0;
@@ -105,7 +96,7 @@ int COSTrace::Open(IViewSender* sender) {
     std::int64_t first = 0;
     service->GetEventTime(0, &first);
     firstEventTime_ = static_cast<double>(first);
-    kvx::BroadcastDisplayChanged(sender);
+    source_.BroadcastDisplayChanged(sender);
     return 1;
 }
 
@@ -147,7 +138,7 @@ bool COSTrace::Decode(IQOSTraceService& service, double target, kvx::AnalysisDia
 
 int COSTrace::AnalyzeUpTo(IViewSender* view, double target, int* advanced) {
     *advanced = 0;
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service) return 0;
     const bool covered = target <= analysedUpTo_ || target <= covered_;
     if (!valid_ || covered || lastAnalysed_ >= lastRecord_) return 1;
@@ -156,7 +147,7 @@ int COSTrace::AnalyzeUpTo(IViewSender* view, double target, int* advanced) {
     const bool finished = Decode(*service, target, dialog, advanced);
     service->EndAnalysis();
     dialog.Close();
-    kvx::BroadcastDisplayChanged(view);
+    source_.BroadcastDisplayChanged(view);
     return finished ? 1 : 0;
 }
 
@@ -169,7 +160,7 @@ std::uint32_t COSTrace::SearchStart(IQOSTraceService& service) const {
 
 int COSTrace::AnalyzeRestAndSearch(IViewSender* view, int* found, std::uint32_t* result) {
     *found = 0;
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service || !valid_ || lastAnalysed_ >= lastRecord_) return 0;
 
     kvx::AnalysisDialog dialog(view, analysedUpTo_, traceEnd_);
@@ -190,14 +181,14 @@ int COSTrace::GetTimes(double* first, double* end, double* analysed) const {
 }
 
 int COSTrace::GetStatus() {
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service) return kRangeFull;
     service->GetRangeCondition(&rangeCondition_);
     return rangeCondition_;
 }
 
 void COSTrace::FormatTime(double t, CString& text) const {
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service) return;
     if (!HasCapability(*service, kCapabilityTime)) {
         text = kvx::FormatText("%.0f", t);
@@ -210,14 +201,14 @@ void COSTrace::FormatTime(double t, CString& text) const {
 }
 
 std::uint32_t COSTrace::FindEventNear(double t) const {
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service) return 0;
     const kvx::PlainEvents events(*service);
     return kvx::FindNear(events.Count(), t, [&](std::uint32_t e) { return events.Time(e); });
 }
 
 std::uint32_t COSTrace::FindDispatchBefore(double t) const {
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service) return 0;
     return kvx::WithEvents(*service, [t](const auto& events) {
         const auto time = [&](std::uint32_t e) { return events.Time(e); };
@@ -234,7 +225,7 @@ std::uint32_t COSTrace::FindDispatchBefore(double t) const {
 void COSTrace::GetContextEventRange(double t, int line, std::uint32_t* first,
                                     std::uint32_t* last) const {
     *first = *last = 0;
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service) return;
     std::uint32_t count = 0;
     service->GetContextEventCount(line, &count);

@@ -3,11 +3,11 @@
 // that is, has every view drawn anew after it, and finds events by their times. Events themselves
 // stay with the service and are read where they are needed.
 //
-// Every operation fetches the service anew; without one it does nothing and answers its neutral
-// value. Times are counts of the trace clock.
+// Every operation asks the source for the service anew; without one it does nothing and answers its
+// neutral value. Times are counts of the trace clock.
 
 #include "platform/Mutex.h"
-#include "trace/Progress.h"
+#include "trace/TraceSource.h"
 
 namespace kvx {
 class AnalysisDialog;
@@ -21,6 +21,8 @@ class COSMarker;
 
 class COSTrace {
   public:
+    // Borrows the source.
+    explicit COSTrace(kvx::ITraceSource& source) : source_(source) {}
     // The other shared objects of the component; borrowed, set once by their owner.
     struct Shared {
         CContextMng* contexts = nullptr;
@@ -75,6 +77,7 @@ class COSTrace {
                      kvx::AnalysisDialog& dialog);
     std::uint32_t SearchStart(IQOSTraceService& service) const;
 
+    kvx::ITraceSource& source_;
     int valid_ = 0;
     std::int32_t lastAnalysed_ = 0;
     double analysedUpTo_ = 0.0;

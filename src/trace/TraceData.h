@@ -8,13 +8,16 @@
 #include "platform/Mutex.h"
 #include "trace/ContextMng.h"
 #include "trace/OSTrace.h"
+#include "trace/TraceSource.h"
 #include "traceview/model/Marker.h"
 
 struct COSTraceData {
-    COSTraceData();
+    // Borrows the source.
+    explicit COSTraceData(kvx::ITraceSource& from);
     COSTraceData(const COSTraceData&) = delete;
     COSTraceData& operator=(const COSTraceData&) = delete;
 
+    kvx::ITraceSource& source;
     CMutex lock;
     COSTrace engine;
     COSColor colors;

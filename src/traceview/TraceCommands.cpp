@@ -7,7 +7,6 @@
 
 #include "host/CommandIds.h"
 #include "host/OSTraceService.h"
-#include "trace/DisplayChanged.h"
 #include "traceview/TraceView.h"
 
 namespace ids = kvx::ids;
@@ -127,7 +126,7 @@ void TraceCommands::DefaultOrder() {
     service->ResetContextOrder();
     Display().RebuildLines(false);
     view_.Invalidate(true);
-    kvx::BroadcastDisplayChanged(&view_);
+    Data().source.BroadcastDisplayChanged(&view_);
 }
 
 bool TraceCommands::IsAnySelected() const {

@@ -4,7 +4,6 @@
 #include "display/DlgOSTraceValue.h"
 #include "host/DebuggerFunctions.h"
 #include "host/OSTraceService.h"
-#include "trace/DisplayChanged.h"
 #include "traceview/TraceCommands.h"
 #include "traceview/TraceView.h"
 
@@ -108,5 +107,5 @@ void TraceCommands::Color() {
     Data().colors = dialog.Colors();
     view_.Invalidate(true);
     view_.SettingsChanged();
-    kvx::BroadcastDisplayChanged(&view_);
+    Data().source.BroadcastDisplayChanged(&view_);
 }

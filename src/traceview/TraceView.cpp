@@ -232,8 +232,8 @@ void COSTraceView::DrawChart(CDC& dc) {
     chart::DrawTable(dc, painter_, columns_, geometry, data.contexts, display_->selection,
                      data.colors[EColor::SysCallBack]);
     chart::DrawDropMark(dc, geometry, columns_[TraceColumns::kVector].left, viewport.dropLine);
-    const auto items =
-        kvx::BuildChart(geometry, data.engine, data.contexts, data.markers, viewport.gridTime);
+    const auto items = kvx::BuildChart(Service(), geometry, data.engine, data.contexts,
+                                       data.markers, viewport.gridTime);
     chart::DrawItems(dc, geometry, items, data.colors, *this);
 }
 

@@ -8,7 +8,7 @@
 #include "trace/EventReader.h"
 #include "trace/TraceData.h"
 #include "traceview/model/ChartSource.h"
-#include "workbench/cli/AnalysisHost.h"
+#include "workbench/cli/RecordingSource.h"
 #include "workbench/formats/OpenRecording.h"
 #include "workbench/simulation/Generate.h"
 
@@ -38,8 +38,8 @@ class Readers : public testing::Test {
     const std::filesystem::path folder =
         std::filesystem::temp_directory_path() / ("kvx_readers_" + std::to_string(getpid()));
     service::TraceService service;
-    AnalysisHost host{service};
-    COSTraceData data;
+    RecordingSource source{service};
+    COSTraceData data{source};
 };
 
 TEST_F(Readers, SeeTheSameEvents) {

@@ -44,7 +44,8 @@ ChartItems Items(Core& core, const ChartGeometry& g, bool bulk, bool indexed) {
     core.service.bulk = bulk;
     core.service.indexed = indexed;
     core.service.Reload();
-    return BuildChart(g, core.data.engine, core.data.contexts, core.data.markers, 0.0);
+    return BuildChart(&core.service, g, core.data.engine, core.data.contexts, core.data.markers,
+                      0.0);
 }
 
 // The column form gives the picture and the tips of the full walk, whether or not the gaps of

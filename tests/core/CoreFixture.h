@@ -4,6 +4,7 @@
 #include "resources/Tables.h"
 #include "support/ScriptedHost.h"
 #include "support/ScriptedView.h"
+#include "trace/HostTraceSource.h"
 #include "trace/TraceData.h"
 
 namespace kvx::test {
@@ -27,7 +28,8 @@ struct Core {
 
     ScriptedTraceService service;
     ScriptedHost host{service};
-    COSTraceData data;
+    HostTraceSource source;
+    COSTraceData data{source};
     ScriptedView view;
 };
 

@@ -17,8 +17,8 @@ class Csv : public testing::Test {
   protected:
     Csv()
         : core(Trace()),
-          writer(core.data.engine, core.data.contexts, core.data.runTime, core.data.rdyToRun,
-                 core.data.sysCalls) {
+          writer(core.data.source, core.data.engine, core.data.contexts, core.data.runTime,
+                 core.data.rdyToRun, core.data.sysCalls) {
         path = std::filesystem::temp_directory_path() / ("kvx_csv_" + std::to_string(getpid()));
         core.SetRange(0, core.service.Decoded() - 1);
     }

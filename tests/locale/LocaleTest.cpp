@@ -16,6 +16,7 @@
 #include "analyze/model/CsvWriter.h"
 #include "display/DlgOSTraceValue.h"
 #include "support/ResourceFixture.h"
+#include "trace/HostTraceSource.h"
 #include "trace/TraceData.h"
 #include "traceview/StatusTexts.h"
 #include "traceview/model/ChartViewport.h"
@@ -57,7 +58,8 @@ class CommaLocale : public ResourceFixture {
         return text.str();
     }
 
-    COSTraceData data;
+    HostTraceSource source;
+    COSTraceData data{source};
 };
 
 TEST_F(CommaLocale, ValueDialogReadsWhatItShows) {
@@ -97,7 +99,8 @@ TEST_F(CommaLocale, StatusTexts) {
 
 TEST_F(CommaLocale, SortedTableAndItsCsv) {
     data.runTime.Sort(CRunTimeAnalysis::Ratio, 0);
-    const CCsvWriter writer(data.engine, data.contexts, data.runTime, data.rdyToRun, data.sysCalls);
+    const CCsvWriter writer(data.source, data.engine, data.contexts, data.runTime, data.rdyToRun,
+                            data.sysCalls);
     ASSERT_EQ(writer.Write(EAnalysis::RunTime, Path("a.csv")), 1);
     std::istringstream rows(Content(Path("a.csv")));
     double before = 0.0;

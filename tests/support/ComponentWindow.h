@@ -14,6 +14,7 @@
 #include "platform/qt/QtBackend.h"
 #include "support/ScriptedHost.h"
 #include "support/UnexpectedBoxes.h"
+#include "trace/HostTraceSource.h"
 #include "trace/TraceData.h"
 #include "utils/DllResource.h"
 #include "utils/ErrorMessage.h"
@@ -69,7 +70,8 @@ class ComponentWindow : public testing::Test {
 
     ScriptedTraceService service;
     ScriptedHost host;
-    COSTraceData data;
+    HostTraceSource source;
+    COSTraceData data{source};
     UnexpectedBoxes boxes;
 
   private:

@@ -38,7 +38,8 @@ TEST(ChartPaint, EveryStepInItsOrder) {
     ScriptedTraceService service(Sample());
     ScriptedHost host(service);
     service.DecodeAll();
-    COSTraceData data;
+    HostTraceSource source;
+    COSTraceData data(source);
     ASSERT_EQ(data.engine.Open(nullptr), 1);
     data.contexts.Load();
     data.markers.SetMarker(nullptr, kMarkerStart, 2);
@@ -70,7 +71,8 @@ TEST(ChartPaint, EveryStepInItsOrder) {
     chart::DrawTable(dc, painter, columns, geometry, data.contexts, selection,
                      colors[EColor::SysCallBack]);
     chart::DrawDropMark(dc, geometry, 0, 2);
-    const auto items = BuildChart(geometry, data.engine, data.contexts, data.markers, 150.0);
+    const auto items =
+        BuildChart(&service, geometry, data.engine, data.contexts, data.markers, 150.0);
     chart::DrawItems(dc, geometry, items, colors, tips);
     ExpectGolden("traceview/chart.txt", graphics.Text());
 

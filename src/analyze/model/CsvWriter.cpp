@@ -9,7 +9,6 @@
 #include "analyze/model/RdyToRun.h"
 #include "analyze/model/RunTime.h"
 #include "analyze/model/SysCallList.h"
-#include "host/ModuleHost.h"
 #include "platform/Text.h"
 
 namespace {
@@ -89,7 +88,7 @@ bool CCsvWriter::WriteRdyToRun(const Sink& sink) const {
 
 bool CCsvWriter::WriteSysCalls(const Sink& sink) const {
     if (!sink("No,System Call,Parameter,Return Parameter,TIME\r\n")) return false;
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     for (int k = 0; service && k < sysCalls_.RowCount(); ++k) {
         const std::uint32_t history = sysCalls_.RowHistoryIndex(k);
         if (!sink(Line(texts_.SysCall(*service, history), kSysCallWidths))) return false;

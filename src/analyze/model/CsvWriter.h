@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "analyze/model/RowTexts.h"
+#include "trace/TraceSource.h"
 
 class CRunTimeAnalysis;
 class CRdyToRunAnalysis;
@@ -16,9 +17,15 @@ enum class EAnalysis { RunTime = 0, RdyToRun = 1, SysCall = 2 };
 
 class CCsvWriter {
   public:
-    CCsvWriter(const COSTrace& engine, const CContextMng& contexts, const CRunTimeAnalysis& runTime,
-               const CRdyToRunAnalysis& rdyToRun, const COSSysCallList& sysCalls)
-        : texts_(engine, contexts), runTime_(runTime), rdyToRun_(rdyToRun), sysCalls_(sysCalls) {}
+    // Borrows all.
+    CCsvWriter(kvx::ITraceSource& source, const COSTrace& engine, const CContextMng& contexts,
+               const CRunTimeAnalysis& runTime, const CRdyToRunAnalysis& rdyToRun,
+               const COSSysCallList& sysCalls)
+        : source_(source),
+          texts_(engine, contexts),
+          runTime_(runTime),
+          rdyToRun_(rdyToRun),
+          sysCalls_(sysCalls) {}
 
     struct Failure {
         bool opened = false;  // false: the file could not be opened; true: writing failed
@@ -36,6 +43,7 @@ class CCsvWriter {
     bool WriteRdyToRun(const Sink& sink) const;
     bool WriteSysCalls(const Sink& sink) const;
 
+    kvx::ITraceSource& source_;
     kvx::RowTexts texts_;
     const CRunTimeAnalysis& runTime_;
     const CRdyToRunAnalysis& rdyToRun_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "host/ModuleHost.h"
 #include "trace/EventReader.h"
 #include "traceview/model/Marker.h"
 
@@ -48,7 +47,7 @@ void ExtremeEvents::GoToNext(COSMarker& marker, IViewSender* view) {
 }
 
 int ExtremeEvents::HasIndicator(const COSMarker& marker) const {
-    IQOSTraceService* const service = host::TraceService();
+    IQOSTraceService* const service = marker.Source().Service();
     if (!service) return 0;
     if (!ascending_ && sorted_.size() != events_.size()) {
         sorted_ = events_;

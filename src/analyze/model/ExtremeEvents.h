@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "trace/Progress.h"
+#include "trace/TraceSource.h"
 
 class COSMarker;
 

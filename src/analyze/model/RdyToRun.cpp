@@ -4,7 +4,6 @@
 
 #include "analyze/model/ReadyLookBack.h"
 #include "analyze/model/SortKeys.h"
-#include "host/ModuleHost.h"
 #include "platform/Text.h"
 #include "trace/ContextMng.h"
 #include "trace/EventReader.h"
@@ -47,7 +46,7 @@ const CRdyToRun* CRdyToRunAnalysis::Record(int n) const {
 void CRdyToRunAnalysis::Build() {
     records_.clear();
     recordOfLine_.clear();
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service) return;
     if (marker_->IsRebuildRows()) {
         rows_.clear();

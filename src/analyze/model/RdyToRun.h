@@ -46,6 +46,9 @@ class CRdyToRunAnalysis {
     static constexpr int kColumns = 6;
     enum Column { Id, Name, Num, Max, Min, Avg };
 
+    // Borrows the source.
+    explicit CRdyToRunAnalysis(kvx::ITraceSource& source) : source_(source) {}
+
     // Borrowed, set once by their owner.
     void SetShared(COSMarker* marker, CContextMng* contexts);
 
@@ -76,6 +79,7 @@ class CRdyToRunAnalysis {
     void Credit(CRdyToRun& record, std::uint32_t dispatch, double t, LookBack& before);
     CString Key(const CRdyToRun& record, int column) const;
 
+    kvx::ITraceSource& source_;
     std::vector<CRdyToRun> records_;
     std::vector<std::int32_t> recordOfLine_;  // -1: the line has no record
     std::vector<SRdySortInfo> rows_;

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "analyze/model/SortKeys.h"
-#include "host/ModuleHost.h"
 #include "trace/ContextMng.h"
 #include "trace/EventReader.h"
 #include "trace/TimeCount.h"
@@ -52,7 +51,7 @@ CRunTime& CRunTimeAnalysis::FindOrAdd(std::uint32_t context) {
 
 void CRunTimeAnalysis::Build() {
     records_.clear();
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service) return;
     const bool rebuildRows = marker_->IsRebuildRows();
     if (rebuildRows) {

@@ -41,6 +41,9 @@ class CRunTimeAnalysis {
     static constexpr int kColumns = 11;
     enum Column { Vec, Table, Id, Name, Num, Max, Min, Avg, Total, Ratio, Bar };
 
+    // Borrows the source.
+    explicit CRunTimeAnalysis(kvx::ITraceSource& source) : source_(source) {}
+
     // Borrowed, set once by their owner.
     void SetShared(COSMarker* marker, CContextMng* contexts);
 
@@ -66,6 +69,7 @@ class CRunTimeAnalysis {
     CString Key(int line, int column) const;
     CString ValueKey(const CRunTime& record, int column) const;
 
+    kvx::ITraceSource& source_;
     std::vector<CRunTime> records_;  // by line, then those of lines that the table does not hold
     std::vector<SRunTimeSortInfo> rows_;
     kvx::SortState<kColumns> sort_;

@@ -1,6 +1,5 @@
 #include "analyze/model/SysCallList.h"
 
-#include "host/ModuleHost.h"
 #include "trace/EventReader.h"
 #include "trace/TimeSearch.h"
 #include "traceview/model/Marker.h"
@@ -30,7 +29,7 @@ void COSSysCallList::BeginRows() {
 }
 
 void COSSysCallList::Build() {
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     if (!service) return;
     first_ = count_ = 0;
     BeginRows();
@@ -76,7 +75,7 @@ bool COSSysCallList::FindRange(IQOSTraceService& service, std::uint32_t historyC
 }
 
 void COSSysCallList::Sort(int column, int again) {
-    if (!kvx::host::TraceService()) return;
+    if (!source_.Service()) return;
     const auto direction = sort_.Begin(column, again);
     if (!direction) return;
     rows_.SortBy(column, *direction == kvx::kAscending);
@@ -85,7 +84,7 @@ void COSSysCallList::Sort(int column, int again) {
 
 bool COSSysCallList::SortFor(std::chrono::milliseconds time) const {
     if (!rows_.IsDue()) return true;
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = source_.Service();
     return service && rows_.Continue(*service, kvx::CallOrder::Clock::now() + time);
 }
 

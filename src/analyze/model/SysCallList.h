@@ -8,6 +8,7 @@
 #include "analyze/model/CallOrder.h"
 #include "analyze/model/SortState.h"
 #include "host/OSTraceService.h"
+#include "trace/TraceSource.h"
 
 class COSMarker;
 
@@ -18,6 +19,8 @@ class COSSysCallList {
     static constexpr int kColumns = 5;
     enum Column { No, Name, Parameter, ReturnParameter, Time };
 
+    // Borrows the source.
+    explicit COSSysCallList(kvx::ITraceSource& source) : source_(source) {}
     virtual ~COSSysCallList() = default;
     // Borrowed, set once by its owner.
     void SetShared(COSMarker* marker) { marker_ = marker; }
@@ -50,6 +53,7 @@ class COSSysCallList {
     const std::vector<std::uint32_t>& Rows() const;
     bool FindRange(IQOSTraceService& service, std::uint32_t historyCount, std::uint32_t* last);
 
+    kvx::ITraceSource& source_;
     std::uint32_t first_ = 0;
     std::uint32_t count_ = 0;
     mutable kvx::CallOrder rows_;               // entry of each row

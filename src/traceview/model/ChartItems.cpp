@@ -1,6 +1,5 @@
 #include "traceview/model/ChartItems.h"
 
-#include "host/ModuleHost.h"
 #include "trace/ContextMng.h"
 #include "trace/EventReader.h"
 #include "traceview/model/ChartSource.h"
@@ -10,27 +9,26 @@ namespace kvx {
 
 namespace {
 
-void AddTrace(const ChartGeometry& geometry, const COSTrace& engine, const CContextMng& contexts,
-              ChartItems& items) {
-    IQOSTraceService* const service = host::TraceService();
-    if (!service) return;
-    if (const auto columns = TakeColumns(*service))
+void AddTrace(IQOSTraceService& service, const ChartGeometry& geometry, const COSTrace& engine,
+              const CContextMng& contexts, ChartItems& items) {
+    if (const auto columns = TakeColumns(service))
         SearchChart(*columns, geometry, engine, contexts, items);
     else
-        WalkChart(*service, geometry, engine, contexts, items);
+        WalkChart(service, geometry, engine, contexts, items);
 }
 
 }  // namespace
 
-ChartItems BuildChart(const ChartGeometry& geometry, const COSTrace& engine,
-                      const CContextMng& contexts, const COSMarker& markers, double gridTime) {
+ChartItems BuildChart(IQOSTraceService* service, const ChartGeometry& geometry,
+                      const COSTrace& engine, const CContextMng& contexts, const COSMarker& markers,
+                      double gridTime) {
     ChartItems items;
     if (geometry.right <= geometry.left) return items;
     const int rows = geometry.LastDrawnLine() - geometry.firstLine + 1;
     for (int row = 0; row < rows; ++row) items.emplace_back(RowLine{row});
     for (const GridLine& line : BuildGrid(geometry, gridTime, markers.GetMarkerTime(kMarkerStart)))
         items.emplace_back(line);
-    AddTrace(geometry, engine, contexts, items);
+    if (service) AddTrace(*service, geometry, engine, contexts, items);
     for (int row = 0; row < rows; ++row) {
         if (!contexts.IsShown(geometry.firstLine + row)) items.emplace_back(HiddenRow{row});
     }

@@ -11,6 +11,7 @@
 class COSTrace;
 class CContextMng;
 class COSMarker;
+class IQOSTraceService;
 
 namespace kvx {
 
@@ -83,9 +84,10 @@ using ChartItem =
 using ChartItems = std::vector<ChartItem>;
 
 // The items of one paint; nothing for a chart without a width. gridTime 0 or less: no grid. Without
-// a trace service nothing of the trace is given.
-ChartItems BuildChart(const ChartGeometry& geometry, const COSTrace& engine,
-                      const CContextMng& contexts, const COSMarker& markers, double gridTime);
+// a service nothing of the trace is given.
+ChartItems BuildChart(IQOSTraceService* service, const ChartGeometry& geometry,
+                      const COSTrace& engine, const CContextMng& contexts, const COSMarker& markers,
+                      double gridTime);
 
 // Grid lines in ascending columns, at most one a column: the one that a walk outwards from the
 // anchor draws last.

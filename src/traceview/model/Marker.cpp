@@ -6,20 +6,8 @@
 #include "analyze/model/RdyToRun.h"
 #include "analyze/model/RunTime.h"
 #include "analyze/model/SysCallList.h"
-#include "host/ModuleHost.h"
-#include "trace/DisplayChanged.h"
 #include "trace/EventReader.h"
 #include "trace/TimeSearch.h"
-
-namespace {
-
-std::optional<kvx::PlainEvents> Events() {
-    IQOSTraceService* const service = kvx::host::TraceService();
-    if (!service) return std::nullopt;
-    return kvx::PlainEvents(*service);
-}
-
-}  // namespace
 
 // The two flags, set for the duration of one SetMarker.
 class COSMarker::Flags {
@@ -35,6 +23,12 @@ class COSMarker::Flags {
   private:
     COSMarker& marker_;
 };
+
+std::optional<kvx::PlainEvents> COSMarker::Events() const {
+    IQOSTraceService* const service = source_.Service();
+    if (!service) return std::nullopt;
+    return kvx::PlainEvents(*service);
+}
 
 void COSMarker::Reset() {
     times_ = {};
@@ -94,7 +88,7 @@ void COSMarker::SetMarker(IViewSender* sender, int which, std::uint32_t event) {
     }
     if (dragged) return;
     if (which != kMarkerIndicator) RebuildAnalyses();
-    kvx::BroadcastDisplayChanged(sender);
+    source_.BroadcastDisplayChanged(sender);
 }
 
 void COSMarker::RebuildAnalyses() {

@@ -8,9 +8,12 @@
 
 #include "analyze/model/AnalysisRange.h"
 #include "platform/Mutex.h"
-#include "trace/Progress.h"
+#include "trace/TraceSource.h"
 #include "traceview/model/ChartGeometry.h"
 
+namespace kvx {
+class PlainEvents;
+}
 class COSTrace;
 class CContextMng;
 class CRunTimeAnalysis;
@@ -23,6 +26,10 @@ inline constexpr int kMarkerIndicator = 2;
 
 class COSMarker {
   public:
+    // Borrows the source.
+    explicit COSMarker(kvx::ITraceSource& source) : source_(source) {}
+    kvx::ITraceSource& Source() const { return source_; }
+
     // Borrowed, set once by their owner.
     struct Shared {
         COSTrace* engine = nullptr;
@@ -85,7 +92,9 @@ class COSMarker {
         return times_[Index(which)] != 0.0 && events_[Index(which)] != 0;
     }
     void RebuildAnalyses();
+    std::optional<kvx::PlainEvents> Events() const;
 
+    kvx::ITraceSource& source_;
     std::array<double, 3> times_{};
     std::array<std::uint32_t, 3> events_{};
     std::array<int, 3> dragging_{};

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/ModuleHost.h"
 #include "host/OSTraceService.h"
 
 namespace {
@@ -44,7 +43,7 @@ void TraceDisplay::RebuildLines(bool keepSort) {
 }
 
 void TraceDisplay::MoveLine(int source, int target) {
-    IQOSTraceService* const service = kvx::host::TraceService();
+    IQOSTraceService* const service = data.source.Service();
     if (!service) return;
     if (source < target) --target;
     service->MoveContext(source, std::max(0, std::min(target, data.contexts.GetCount() - 1)));

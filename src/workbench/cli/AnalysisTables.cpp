@@ -5,7 +5,6 @@
 
 #include "analyze/model/HistoryText.h"
 #include "analyze/model/RowTexts.h"
-#include "host/ModuleHost.h"
 #include "platform/Text.h"
 #include "trace/TimeCount.h"
 
@@ -102,7 +101,7 @@ std::vector<std::string> AnalysisTable::ShownTexts(int row) const {
     }
     if (which_ == EAnalysis::RdyToRun)
         return texts.RdyToRun(*data_.rdyToRun.Record(data_.rdyToRun.Row(row)));
-    IQOSTraceService* const service = host::TraceService();
+    IQOSTraceService* const service = data_.source.Service();
     if (!service) return std::vector<std::string>(Columns().size());
     return texts.SysCall(*service, data_.sysCalls.RowHistoryIndex(row));
 }
@@ -147,7 +146,7 @@ nlohmann::ordered_json AnalysisTable::RdyToRunJson(int row) const {
 
 nlohmann::ordered_json AnalysisTable::SysCallJson(int row) const {
     const std::uint32_t history = data_.sysCalls.RowHistoryIndex(row);
-    IQOSTraceService* const service = host::TraceService();
+    IQOSTraceService* const service = data_.source.Service();
     if (!service) return nlohmann::ordered_json::object();
     std::int32_t number = 0;
     std::int64_t time = 0;

@@ -5,8 +5,8 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "workbench/cli/AnalysisHost.h"
 #include "workbench/cli/AnalysisTables.h"
+#include "workbench/cli/RecordingSource.h"
 #include "workbench/cli/TerminalView.h"
 #include "workbench/cli/TimeArgument.h"
 
@@ -20,7 +20,7 @@ constexpr const char* kNoEvent = "there is no event in the range";
 class Analysis {
   public:
     Analysis(const AnalyzeOptions& options, const Streams& streams, service::TraceService& service)
-        : options_(options), streams_(streams), service_(service), host_(service) {
+        : options_(options), streams_(streams), service_(service), source_(service) {
         for (const auto which : {EAnalysis::RunTime, EAnalysis::RdyToRun, EAnalysis::SysCall}) {
             if (options_.table == "all" || options_.table == kNames[static_cast<int>(which)])
                 tables_.emplace_back(data_, which);
@@ -137,13 +137,13 @@ class Analysis {
     const AnalyzeOptions& options_;
     const Streams& streams_;
     service::TraceService& service_;
-    AnalysisHost host_;
-    COSTraceData data_;
+    RecordingSource source_;
+    COSTraceData data_{source_};
     std::vector<AnalysisTable> tables_;
 };
 
 bool Analysis::WriteCsv() {
-    const CCsvWriter writer(data_.engine, data_.contexts, data_.runTime, data_.rdyToRun,
+    const CCsvWriter writer(source_, data_.engine, data_.contexts, data_.runTime, data_.rdyToRun,
                             data_.sysCalls);
     const EAnalysis which = tables_.front().Which();
     if (options_.csv == "-") {
