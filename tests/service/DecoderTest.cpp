@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "formats/TraceFiles.h"
+#include "workbench/service/DecodedRecording.h"
 
 namespace kvx::test {
 namespace {
@@ -88,6 +89,27 @@ TEST(Decoder, AWaitWithoutAnOpenCallIsCountedAndSaidSo) {
     Bstr tip;
     ASSERT_EQ(trace->GetEventTipText(1, tip.Receive()), S_OK);
     EXPECT_THAT(tip.Utf8(), testing::HasSubstr("Cause not recorded"));
+}
+
+TEST(Decoder, BasePrioritiesAreThoseOfTheResourceFileUntilACallChangesThem) {
+    const TempFolder folder;
+    folder.Write("x.res", kTwoTasks);
+    const auto path =
+        folder.Write("x.log",
+                     "[1] dispatch to task 1.\n[2] enter to chg_pri tskid=2. tskpri=3.\n"
+                     "[3] enter to chg_pri tskid=0. tskpri=7.\n"
+                     "[4] enter to chg_pri tskid=2. tskpri=3.\n"
+                     "[5] enter to ichg_pri tskid=2. tskpri=0.\n"
+                     "[6] enter to chg_pri tskid=2.\n[7] enter to my_pri tskid=2.\n");
+    service::DecodedRecording decoded(std::move(*formats::OpenRecording(path)));
+    decoded.WaitForAll();
+    std::vector<std::string> changes;
+    const auto& told = decoded.BasePriorities().Changes();
+    for (std::uint32_t i = 0; i < told.size(); ++i)
+        changes.push_back(FormatText("%d: task %d %d", static_cast<int>(told[i].time),
+                                     static_cast<int>(told[i].task), told[i].priority));
+    EXPECT_THAT(changes, ElementsAre("0: task 1 5", "0: task 2 9", "2: task 2 3", "3: task 1 7",
+                                     "5: task 2 9"));
 }
 
 TEST(Decoder, SuspensionLiesOverTheState) {

@@ -23,6 +23,7 @@ struct EventPlan {
     FieldRef object;     // calls
     FieldRef target;     // processor that the subject is on
     FieldRef callName;   // calls whose name is in a field: its label, else its number
+    FieldRef priority;   // base priority of the subject
     FieldRef processor;
     std::vector<EventDetail> details;
     bool objectIsTask = false;  // object is numbered like the tasks are

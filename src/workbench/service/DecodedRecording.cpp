@@ -65,7 +65,7 @@ void DecodedRecording::DecodeAll(const std::stop_token& stop) {
     const Inferred inferred = recording_->RecordsStates() ? Inferred() : InferStates(*recording_);
     std::vector<Timeline*> timelines;
     for (const auto& timeline : timelines_) timelines.push_back(timeline.get());
-    Decoder decoder(*recording_, inferred, timelines, names_, moment_);
+    Decoder decoder(*recording_, inferred, timelines, names_, priorities_, moment_);
     const auto count = recording_->RecordCount();
     while (decoder.Next() < count && !stop.stop_requested()) {
         const auto record = decoder.Next();

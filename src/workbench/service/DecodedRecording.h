@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "workbench/service/CallNames.h"
+#include "workbench/service/Priorities.h"
 #include "workbench/service/Recording.h"
 #include "workbench/service/Timeline.h"
 
@@ -27,6 +28,7 @@ class DecodedRecording {
 
     const Recording& GetRecording() const { return *recording_; }
     const CallNames& Names() const { return names_; }
+    const Priorities& BasePriorities() const { return priorities_; }
     // In the order of the recording's processors.
     const std::vector<std::unique_ptr<Timeline>>& Timelines() const { return timelines_; }
     // Null: the recording has no such processor.
@@ -61,6 +63,7 @@ class DecodedRecording {
 
     const std::unique_ptr<Recording> recording_;
     CallNames names_;
+    Priorities priorities_;
     Moment moment_;
     std::vector<std::unique_ptr<Timeline>> timelines_;
     LossCounters losses_;  // those that belong to no processor

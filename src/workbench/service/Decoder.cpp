@@ -5,11 +5,13 @@
 namespace kvx::service {
 
 Decoder::Decoder(Recording& recording, const Inferred& inferred,
-                 std::span<Timeline* const> timelines, CallNames& names, Moment& moment)
+                 std::span<Timeline* const> timelines, CallNames& names, Priorities& priorities,
+                 Moment& moment)
     : recording_(recording),
       inferred_(inferred),
       timelines_(timelines),
       names_(names),
+      priorities_(priorities),
       moment_(moment),
       tasks_([this](std::uint32_t processor) { return TimelineOf(processor); }, moment),
       window_(recording) {
@@ -17,6 +19,7 @@ Decoder::Decoder(Recording& recording, const Inferred& inferred,
     for (const auto& declared : recording.Contexts()) {
         if (declared.key.kind != ContextKind::Task) continue;
         declaredTasks_.insert(declared.key.id);
+        priorities_.Declare(declared.key.id, declared.priority);
         const bool anywhere = declared.processor == kAnyProcessor;
         if (declared.state == TaskState::NonExistent || (anywhere && processors.size() > 1))
             continue;
@@ -34,6 +37,7 @@ void Decoder::DecodeOne() {
         if (record.kind != RecordKind::Comment) {
             Processor& on = ProcessorOf(record.processor);
             if (on.timeline && !on.timeline->started) Start(on, record);
+            if (record.priority != kNoPriority) OnPriority(on, record);
             Apply(on, record);
         }
     }
@@ -205,6 +209,12 @@ void Decoder::OnCall(Processor& on, const Record& record) {
     }
     if (record.kind == RecordKind::InstantCall || !info.returns) return;
     if (on.Calls().Push(open)) Count(on, Loss::CallsWithoutReturn);
+}
+
+void Decoder::OnPriority(const Processor& on, const Record& record) {
+    auto task = record.subject.id;
+    if (task == 0 && on.handlers.empty() && on.Occupant()) task = on.running->id;
+    if (task != 0) priorities_.Set(task, record.priority, moment_);
 }
 
 void Decoder::OnReturn(Processor& on, const Record& record) {

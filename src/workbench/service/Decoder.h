@@ -10,6 +10,7 @@
 #include "workbench/service/CallNames.h"
 #include "workbench/service/Inference.h"
 #include "workbench/service/Loss.h"
+#include "workbench/service/Priorities.h"
 #include "workbench/service/Processor.h"
 #include "workbench/service/RecordWindow.h"
 #include "workbench/service/TaskTracker.h"
@@ -21,7 +22,7 @@ class Decoder {
     // All are borrowed. timelines: one for each processor of the recording, with the contexts that
     // are known beforehand.
     Decoder(Recording& recording, const Inferred& inferred, std::span<Timeline* const> timelines,
-            CallNames& names, Moment& moment);
+            CallNames& names, Priorities& priorities, Moment& moment);
 
     // The record that comes next.
     std::uint32_t Next() const { return next_; }
@@ -46,6 +47,7 @@ class Decoder {
     void OnCall(Processor& on, const Record& record);
     void OnReturn(Processor& on, const Record& record);
     void OnMigrate(const Record& record);
+    void OnPriority(const Processor& on, const Record& record);
     void ApplyInferredReady();
 
     Timeline* TimelineOf(std::uint32_t processor) const;
@@ -73,6 +75,7 @@ class Decoder {
     const Inferred& inferred_;
     const std::span<Timeline* const> timelines_;
     CallNames& names_;
+    Priorities& priorities_;
     Moment& moment_;
     TaskTracker tasks_;
     RecordWindow window_;

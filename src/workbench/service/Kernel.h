@@ -28,6 +28,8 @@ class Kernel {
     virtual bool SameCall(std::string_view one, std::string_view other) const {
         return one == other;
     }
+    // How priorities compare: where 2 is more urgent than 1.
+    virtual bool LargerIsMoreUrgent() const { return false; }
     // Whether the call can release a task that waits for the call's object.
     virtual bool Releases(std::string_view /*call*/) const { return false; }
 };

@@ -4,12 +4,17 @@
 
 #include <compare>
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 
 namespace kvx::service {
 
 inline constexpr std::uint32_t kAnyProcessor = 0xFFFFFFFFu;
+// A priority that is not told. Which of two is more urgent says the kernel.
+inline constexpr std::int32_t kNoPriority = std::numeric_limits<std::int32_t>::min();
+// That with which the task began.
+inline constexpr std::int32_t kInitialPriority = kNoPriority + 1;
 
 enum class ContextKind : std::uint8_t {
     Task,
@@ -68,7 +73,9 @@ struct Record {
     std::uint64_t object =
         0;  // calls: address or number of the kernel object, 0 where none is given
     std::uint32_t target = kAnyProcessor;  // State, Migrate: the processor that subject is now on
-    std::string_view name;                 // owned by the recording
+    // Base priority of subject (a task; of a call id 0: whoever issues it) from this record on.
+    std::int32_t priority = kNoPriority;
+    std::string_view name;  // owned by the recording
 };
 
 }  // namespace kvx::service

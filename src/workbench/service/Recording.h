@@ -24,6 +24,7 @@ struct DeclaredContext {
     std::uint32_t processor = kAnyProcessor;  // where it starts, kAnyProcessor or kNoProcessor
     bool hasState = false;                    // state is that at the start of the recording
     TaskState state = TaskState::Dormant;
+    std::int32_t priority = kNoPriority;  // tasks: base priority at the start
 };
 
 class Recording {

@@ -86,6 +86,7 @@ Record CtfRecording::At(std::uint32_t number) const {
         const auto name = values.Number();
         if (name < trace_.callNames.size()) record.name = trace_.callNames[name];
     }
+    if (plan.priority) record.priority = static_cast<std::int32_t>(values.Number());
     return record;
 }
 

@@ -42,6 +42,7 @@ struct PackedOrder {
         if (plan.object) visit(plan.object);
         if (plan.target) visit(plan.target);
         if (plan.callName) visit(plan.callName);
+        if (plan.priority) visit(plan.priority);
     }
 };
 

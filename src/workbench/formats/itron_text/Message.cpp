@@ -99,6 +99,18 @@ RecordKind ParseTask(LineCursor cursor, Record& record) {
     return RecordKind::Unreadable;
 }
 
+// "chg_pri tskid=3. tskpri=5.": 0 stands for the task that issues it, and for the priority with
+// which the task began.
+void ParsePriority(LineCursor cursor, Record& record) {
+    if (!cursor.Accept(" tskid=")) return;
+    const auto task = cursor.AcceptNumber<std::uint32_t>();
+    if (!task || !(cursor.Accept(". ") || cursor.Accept(", ")) || !cursor.Accept("tskpri=")) return;
+    const auto priority = cursor.AcceptNumber<std::uint16_t>();
+    if (!priority) return;
+    record.subject = {ContextKind::Task, *task};
+    record.priority = *priority == 0 ? service::kInitialPriority : *priority;
+}
+
 // What is entered or left: a handler or a system call.
 RecordKind ParseCrossing(LineCursor cursor, bool enter, Record& record) {
     for (const auto& handler : kHandlers) {
@@ -111,6 +123,7 @@ RecordKind ParseCrossing(LineCursor cursor, bool enter, Record& record) {
     if (cursor.Accept("tex ")) return RecordKind::Comment;
     record.name = cursor.AcceptWord();
     if (record.name.empty() || !IsParameterList(cursor.Rest())) return RecordKind::Comment;
+    if (enter && record.name.ends_with("chg_pri")) ParsePriority(cursor, record);
     return enter ? RecordKind::Call : RecordKind::Return;
 }
 

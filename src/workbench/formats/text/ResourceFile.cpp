@@ -20,6 +20,7 @@ using service::TaskState;
 using Json = nlohmann::json;
 
 constexpr std::size_t kLargestFile = std::size_t{64} << 20;
+constexpr std::uint64_t kMostPriority = 0x7FFFFFFF;
 
 struct KindName {
     std::string_view name;
@@ -121,6 +122,9 @@ void AddResource(ResourceFile& file, const std::string& name, const Json& resour
     context.key = {kind->kind, *id};
     context.name = name;
     context.processor = ProcessorOf(attributes);
+    const auto priority = NumberOf(Member(attributes, "pri"));
+    if (kind->kind == ContextKind::Task && priority && *priority <= kMostPriority)
+        context.priority = static_cast<std::int32_t>(*priority);
     const auto state =
         std::ranges::find(kStates, TextOf(Member(attributes, "state")), &StateName::name);
     if (kind->kind == ContextKind::Task && state != kStates.end()) {

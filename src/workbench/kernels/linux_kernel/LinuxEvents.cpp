@@ -31,6 +31,7 @@ bool PlanScheduling(const EventShape& shape, EventPlan& plan) {
     if (name == "sched_wakeup" || name == "sched_waking" || name == "sched_wakeup_new") {
         plan.kind = RecordKind::State;
         plan.target = shape.Find({"target_cpu"});
+        plan.priority = shape.Find({"prio"});
     } else if (name == "sched_migrate_task") {
         plan.kind = RecordKind::Migrate;
         plan.target = shape.Find({"dest_cpu"});
