@@ -2,35 +2,17 @@
 
 #include "utils/NumberList.h"
 
-namespace {
-
-constexpr int kTimeWidth = 22;
-
-CColumnTable::Column Time(const char* title) {
-    return {title, kTimeWidth, CellAlign::Right};
+AnalyzeColumns::AnalyzeColumns() {
+    for (const kvx::AnalysisForm* const form : COSTraceData::kForms) {
+        std::vector<CColumnTable::Column> columns;
+        for (const kvx::AnalysisColumn& column : form->columns) {
+            const bool isTime = column.kind == kvx::ValueKind::Time;
+            columns.push_back(
+                {column.title, column.width, isTime ? CellAlign::Right : CellAlign::Left});
+        }
+        tables_.emplace_back(std::move(columns));
+    }
 }
-
-}  // namespace
-
-AnalyzeColumns::AnalyzeColumns()
-    : tables_{CColumnTable{{"VEC", 5},
-                           {"table", 8},
-                           {"ID", 5},
-                           {"(name)", 12},
-                           {"Num", 7},
-                           Time("Max"),
-                           Time("Min"),
-                           Time("Avg"),
-                           Time("Total"),
-                           {"Ratio%", 8},
-                           {"", 18}},
-              CColumnTable{
-                  {"ID", 5}, {"(name)", 12}, {"Num", 8}, Time("Max"), Time("Min"), Time("Avg")},
-              CColumnTable{{"No", 7},
-                           {"System Call", 13},
-                           {"Parameter", 35},
-                           {"Return Parameter", 35},
-                           Time("TIME")}} {}
 
 void AnalyzeColumns::SetCharWidth(int charWidth) {
     for (CColumnTable& table : tables_) table.SetCharWidth(charWidth);

@@ -1,10 +1,10 @@
 #pragma once
-// The columns of the three tables of the OS Analyze window.
+// The columns of the tables of the OS Analyze window.
 
-#include <array>
+#include <vector>
 
-#include "analyze/model/CsvWriter.h"
 #include "framework/ColumnTable.h"
+#include "trace/TraceData.h"
 
 class AnalyzeColumns {
   public:
@@ -19,11 +19,11 @@ class AnalyzeColumns {
     // Edges from left to right, of all tables.
     void LayOut();
 
-    // Twenty-three numbers: the mode, then the widths of all columns in characters.
+    // The mode, then the widths of all columns in characters: twenty-three numbers.
     CString SettingsText(int mode) const;
-    // A text that is not twenty-three numbers changes nothing.
+    // A text that is not so many numbers changes nothing.
     void TakeSettings(const CString& text, int* mode);
 
   private:
-    std::array<CColumnTable, 3> tables_;
+    std::vector<CColumnTable> tables_;  // in the order of COSTraceData::kForms
 };

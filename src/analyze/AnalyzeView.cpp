@@ -3,7 +3,7 @@
 #include <chrono>
 #include <mutex>
 
-#include "analyze/Tables.h"
+#include "analyze/TablePainter.h"
 #include "framework/FontCell.h"
 #include "framework/HostWorkspaceStore.h"
 #include "framework/InstanceDataCtrl.h"
@@ -74,16 +74,8 @@ EAnalysis COSAnalyzeView::Table() const {
     return known ? static_cast<EAnalysis>(mode_) : EAnalysis::RunTime;
 }
 
-int COSAnalyzeView::RowCount() const {
-    switch (Table()) {
-        case EAnalysis::RunTime:
-            return data_->contexts.GetCount();
-        case EAnalysis::RdyToRun:
-            return data_->rdyToRun.RecordCount();
-        case EAnalysis::SysCall:
-            return data_->sysCalls.EntryCount();
-    }
-    return 0;
+kvx::SharedAnalysis& COSAnalyzeView::Analysis() const {
+    return data_->Table(Table());
 }
 
 CStatusFrameWnd* COSAnalyzeView::StatusFrame() const {
@@ -160,8 +152,9 @@ void COSAnalyzeView::OnDraw(CDC* dc) {
     geometry.charWidth = charWidth_;
     geometry.firstRow = Rows().First();
     geometry.visibleRows = visibleRows_;
-    kvx::table::DrawTable(*dc, painter_, geometry, Table(), Columns(), *data_,
-                          IsSorted() ? Service() : nullptr);
+    const bool shown = IsOpen() && Analysis().IsReadable() && IsSorted();
+    kvx::table::DrawTable(*dc, painter_, geometry, Columns(), shown ? &Analysis() : nullptr,
+                          data_->colors[EColor::Run]);
     dc->SelectObject(previous);
     dc->SetViewportOrg(origin);
     gesture_.Draw(*dc);
@@ -181,7 +174,7 @@ void COSAnalyzeView::UpdateStatusText() {
 }
 
 bool COSAnalyzeView::IsSorted() {
-    if (Table() != EAnalysis::SysCall || data_->sysCalls.SortFor(kPiece)) return true;
+    if (Analysis().SortFor(kPiece)) return true;
     if (!sorting_) sorting_ = PostMessage(kSortOn);
     return false;
 }

@@ -1,12 +1,10 @@
 #pragma once
-// The view of the OS Analyze window: the table Run Time, Rdy->Run or System Call of what the start
-// and the end marker enclose.
+// The view of the OS Analyze window: a table of what start and end marker enclose.
 //
 // Every row is read from the shared analyses (Connect) when it is painted; what the view keeps
 // itself is its layout.
 
 #include <array>
-
 #include "analyze/AnalyzeColumns.h"
 #include "analyze/RowWindow.h"
 #include "framework/CoreView.h"
@@ -75,8 +73,8 @@ class COSAnalyzeView : public CCoreView, public IViewSender {
     EAnalysis Table() const;
     CColumnTable& Columns() { return columns_[Table()]; }
     kvx::RowWindow& Rows() { return rows_[static_cast<std::size_t>(Table())]; }
-    // Rows that the table may have; it is scrolled among so many.
-    int RowCount() const;
+    kvx::SharedAnalysis& Analysis() const;
+    int RowCount() const { return Analysis().RowCount(); }
 
     void SetMode(EAnalysis mode);
     void UpdateModeCommand(CCmdUI& ui, EAnalysis mode) const;
@@ -94,9 +92,6 @@ class COSAnalyzeView : public CCoreView, public IViewSender {
     std::unique_ptr<IGesture> ResizeAt(CPoint point);
     void PressTitle(CPoint point);
     void PressRow(CPoint point);
-    template <class Record>
-    void PressExtreme(Record* record, int x, std::size_t max, std::size_t min);
-    void GoToCall(int row);
 
     // The rows of the table are in their order; sorts a little while, else goes on from the
     // message loop.

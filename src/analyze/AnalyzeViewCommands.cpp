@@ -1,6 +1,7 @@
 // The three modes, the pick-up, and saving a table.
 
 #include "analyze/AnalyzeView.h"
+#include "analyze/model/CsvWriter.h"
 #include "host/CommandIds.h"
 #include "host/OSTraceService.h"
 #include "platform/FileDialog.h"
@@ -43,19 +44,14 @@ void COSAnalyzeView::ApplyMode() {
     Invalidate(true);
 }
 
-// Brings the call at the indicator into sight; without such a call the rows stay within the table.
+// Brings the row at the indicator into sight; without such a row the rows stay within the table.
 void COSAnalyzeView::FollowIndicator() {
-    IQOSTraceService* const service = Service();
-    const int rows = data_->sysCalls.EntryCount();
-    if (Table() != EAnalysis::SysCall || !service || rows == 0 || !IsSorted()) return;
-    std::uint32_t history = 0;
-    const bool onCall = Succeeded(
-        service->GetHistoryIndex(data_->markers.GetMarkerEvent(kMarkerIndicator), &history));
-    const int row = onCall ? data_->sysCalls.FindRow(history) : -1;
-    if (row >= 0) {
-        Rows().Show(row, rows, visibleRows_);
+    const kvx::SharedAnalysis& analysis = Analysis();
+    if (!analysis.FollowsIndicator() || !Service() || RowCount() == 0 || !IsSorted()) return;
+    if (const auto row = analysis.IndicatedRow()) {
+        Rows().Show(analysis.PlaceOf(*row), RowCount(), visibleRows_);
     } else {
-        Rows().StayAbove(rows, visibleRows_);
+        Rows().StayAbove(RowCount(), visibleRows_);
     }
 }
 
@@ -92,10 +88,9 @@ void COSAnalyzeView::Save(const CString& defaultName) {
     dialog.SetTitle(LoadString(ids::kStringSaveTitle));
     if (dialog.DoModal() != IDOK) return;
     const CString path = dialog.GetPathName();
-    const CCsvWriter writer(data_->source, data_->engine, data_->contexts, data_->runTime,
-                            data_->rdyToRun, data_->sysCalls);
+    const CCsvWriter writer(Analysis());
     CCsvWriter::Failure failure;
-    if (writer.Write(Table(), path, &failure)) {
+    if (writer.Write(path, &failure)) {
         lastPath_ = path;
     } else {
         ShowErrorMessage(failure.opened ? ids::kStringCannotWriteFile : ids::kStringCannotOpenFile,

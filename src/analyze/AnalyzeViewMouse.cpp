@@ -1,10 +1,10 @@
 // Mouse: sorting and resizing in the title row, and going to what a row tells of.
 
+#include <algorithm>
 #include <limits>
 
 #include "analyze/AnalyzeView.h"
 #include "framework/ColumnResize.h"
-#include "host/OSTraceService.h"
 #include "trace/TraceData.h"
 
 void COSAnalyzeView::OnMouseMove(UINT, CPoint point) {
@@ -60,59 +60,18 @@ void COSAnalyzeView::PressTitle(CPoint point) {
     if (auto resize = ResizeAt(point)) return gesture_.Begin(std::move(resize), point);
     const auto title = Columns().TitleAt(point.x + Shift());
     if (!title) return;
-    const int column = static_cast<int>(*title);
-    switch (Table()) {
-        case EAnalysis::RunTime:
-            data_->runTime.Sort(column, 0);
-            break;
-        case EAnalysis::RdyToRun:
-            data_->rdyToRun.Sort(column, 0);
-            break;
-        case EAnalysis::SysCall:
-            data_->sysCalls.Sort(column, 0);
-            break;
-    }
+    Analysis().Sort(static_cast<int>(*title), 0);
     Invalidate(true);
 }
 
 void COSAnalyzeView::PressRow(CPoint point) {
-    const int x = point.x + Shift();
     const int k = std::max(point.y / rowHeight_ + Rows().First() - 1, 0);
-    switch (Table()) {
-        case EAnalysis::RunTime: {
-            CRunTimeAnalysis& runTime = data_->runTime;
-            if (k >= runTime.RowCount()) return;
-            return PressExtreme(runTime.Find(static_cast<std::uint32_t>(runTime.Row(k))), x,
-                                CRunTimeAnalysis::Max, CRunTimeAnalysis::Min);
-        }
-        case EAnalysis::RdyToRun: {
-            CRdyToRunAnalysis& rdyToRun = data_->rdyToRun;
-            if (k >= rdyToRun.RowCount()) return;
-            return PressExtreme(rdyToRun.Record(rdyToRun.Row(k)), x, CRdyToRunAnalysis::Max,
-                                CRdyToRunAnalysis::Min);
-        }
-        case EAnalysis::SysCall:
-            return GoToCall(k);
-    }
-}
-
-// A press on the cell of the longest or shortest interval goes to the next of its events.
-template <class Record>
-void COSAnalyzeView::PressExtreme(Record* record, int x, std::size_t max, std::size_t min) {
-    const auto inside = [&](std::size_t which) {
-        const CColumnTable::Column& column = Columns()[which];
+    if (k >= RowCount() || !IsSorted()) return;
+    const int x = point.x + Shift();
+    const auto under = [x](const CColumnTable::Column& column) {
         return column.left <= x && x < column.right;
     };
-    if (!record) return;
-    if (inside(max)) return record->GoToNextMax(this);
-    if (inside(min)) return record->GoToNextMin(this);
-}
-
-void COSAnalyzeView::GoToCall(int row) {
-    IQOSTraceService* const service = Service();
-    std::uint32_t event = 0;
-    if (!service || row >= data_->sysCalls.RowCount() || !IsSorted()) return;
-    if (Failed(service->GetHistoryEvent(data_->sysCalls.RowHistoryIndex(row), &event))) return;
-    data_->markers.SetMarker(this, kMarkerIndicator, event);
-    Invalidate(true);
+    const auto column = std::ranges::find_if(Columns(), under);
+    const int row = Analysis().Row(k);
+    Analysis().GoTo(row, static_cast<int>(column - Columns().begin()), this);
 }

@@ -1,7 +1,6 @@
 #include "analyze/TablePainter.h"
 
-#include "analyze/model/RunTime.h"
-#include "trace/ContextMng.h"
+#include "analyze/model/SharedAnalysis.h"
 
 namespace kvx::table {
 namespace {
@@ -12,21 +11,40 @@ void Invert(CDC& dc, const RECT& rect) {
     dc.PatBlt(rect.left, rect.top, rect.Width(), rect.Height(), DSTINVERT);
 }
 
+bool IsBar(const SharedAnalysis& analysis, std::size_t column) {
+    return analysis.Form().columns[column].kind == ValueKind::Bar;
+}
+
 void DrawCells(CDC& dc, CHeaderCellPainter& painter, const Geometry& geometry,
-               const CColumnTable& columns, std::size_t columnCount, int row, const Row& content) {
-    static const CString kNoText;
-    for (std::size_t i = 0; i < columnCount; ++i) {
+               const CColumnTable& columns, const SharedAnalysis& analysis, int r,
+               std::optional<int> indicated) {
+    const int k = geometry.firstRow + r;
+    const bool there = k < analysis.RowCount();
+    const int row = there ? analysis.Row(k) : 0;
+    for (std::size_t i = 0; i < columns.Count(); ++i) {
         const CColumnTable::Column& column = columns[i];
-        const RECT cell = geometry.Cell(column, row);
-        if (!column.visible || cell.IsRectEmpty()) continue;
-        const CString& text = i < content.texts.size() ? content.texts[i] : kNoText;
+        const RECT cell = geometry.Cell(column, r);
+        if (IsBar(analysis, i) || !column.visible || cell.IsRectEmpty()) continue;
+        const CString text = there ? analysis.Cell(row, static_cast<int>(i)) : CString();
         painter.Draw(dc, cell, text, false, column.align);
     }
-    for (const std::size_t i : content.inverted) Invert(dc, geometry.Cell(columns[i], row));
-    if (!content.wholeInverted) return;
-    RECT whole = geometry.Cell(columns[columnCount - 1], row);
+    if (!there) return;
+    for (std::size_t i = 0; i < columns.Count(); ++i) {
+        if (analysis.IsCellIndicated(row, static_cast<int>(i)))
+            Invert(dc, geometry.Cell(columns[i], r));
+    }
+    if (indicated != row) return;
+    RECT whole = geometry.Cell(columns[columns.Count() - 1], r);
     whole.left = 0;
     Invert(dc, whole);
+}
+
+// Framed cells; below the last row they are empty, so that they fill the window.
+void DrawRows(CDC& dc, CHeaderCellPainter& painter, const Geometry& geometry,
+              const CColumnTable& columns, const SharedAnalysis& analysis) {
+    const std::optional<int> indicated = analysis.IndicatedRow();
+    for (int r = 0; r <= geometry.visibleRows; ++r)
+        DrawCells(dc, painter, geometry, columns, analysis, r, indicated);
 }
 
 // The part of the column that the ratio covers; empty for 0.
@@ -37,40 +55,29 @@ RECT RatioBar(const Geometry& geometry, const CColumnTable::Column& column, int 
     return {column.left, middle - half, static_cast<int>(right), middle + half};
 }
 
-}  // namespace
-
-void DrawRows(CDC& dc, CHeaderCellPainter& painter, const Geometry& geometry,
-              const CColumnTable& columns, std::size_t columnCount, int rowCount,
-              const RowSource& source) {
-    for (int r = 0; r <= geometry.visibleRows; ++r) {
-        const int k = geometry.firstRow + r;
-        DrawCells(dc, painter, geometry, columns, columnCount, r, k < rowCount ? source(k) : Row{});
-    }
-}
-
-void DrawRatioBars(CDC& dc, const Geometry& geometry, const CColumnTable::Column& column,
-                   const CRunTimeAnalysis& runTime, const CContextMng& contexts, COLORREF run) {
+// A bar as long as the row's share of the range.
+void DrawBars(CDC& dc, const Geometry& geometry, const CColumnTable::Column& column,
+              const SharedAnalysis& analysis, COLORREF run) {
     dc.FillSolidRect({column.left, geometry.rowHeight, column.right, geometry.Bottom()}, kWhite);
     const CBrush solid(run);
     const CBrush hatched(HS_DIAGCROSS, run);
     for (int r = 0; r <= geometry.visibleRows; ++r) {
         const int k = geometry.firstRow + r;
-        if (k >= runTime.RowCount()) break;
-        const int line = runTime.Row(k);
-        const CRunTime* const record = runTime.Find(static_cast<std::uint32_t>(line));
-        if (!record) continue;
-        const bool hatch = line < contexts.GetCount() && contexts.IsHatched(line) == 1;
-        dc.FillRect(RatioBar(geometry, column, r, record->Ratio), hatch ? &hatched : &solid);
+        if (k >= analysis.RowCount()) break;
+        if (const auto bar = analysis.BarOf(analysis.Row(k)))
+            dc.FillRect(RatioBar(geometry, column, r, bar->share),
+                        bar->hatched ? &hatched : &solid);
     }
 }
 
-void DrawRatioScale(CDC& dc, const Geometry& geometry, const CColumnTable::Column& column,
-                    int contextCount, COLORREF run) {
+// The quarters of the bars as dotted lines, and their numbers in the title row.
+void DrawBarScale(CDC& dc, const Geometry& geometry, const CColumnTable::Column& column, int rows,
+                  COLORREF run) {
     const int width = column.right - column.left;
     if (width <= 0) return;
     CPen dotted(PS_DOT, 1, run);
     CPen* const previous = dc.SelectObject(&dotted);
-    const int bottom = (contextCount - geometry.firstRow + 1) * geometry.rowHeight;
+    const int bottom = (rows - geometry.firstRow + 1) * geometry.rowHeight;
     for (const int x : {width / 4, width / 2, 3 * width / 4}) {
         dc.MoveTo(column.left + x, geometry.rowHeight);
         dc.LineTo(column.left + x, bottom);
@@ -94,9 +101,25 @@ void DrawRatioScale(CDC& dc, const Geometry& geometry, const CColumnTable::Colum
     dc.SetBkMode(mode);
 }
 
+// The strip beside the last column.
 void DrawRightStrip(CDC& dc, const Geometry& geometry, const CColumnTable& columns) {
     const int right = columns[columns.Count() - 1].right;
     dc.FillSolidRect({right, 0, right + geometry.charWidth, geometry.Bottom()}, kWhite);
+}
+
+}  // namespace
+
+void DrawTable(CDC& dc, CHeaderCellPainter& painter, const Geometry& geometry,
+               const CColumnTable& columns, const SharedAnalysis* analysis, COLORREF run) {
+    DrawTitles(dc, painter, columns, geometry.rowHeight);
+    if (!analysis) return;
+    DrawRows(dc, painter, geometry, columns, *analysis);
+    for (std::size_t i = 0; i < columns.Count(); ++i) {
+        if (!IsBar(*analysis, i)) continue;
+        DrawBars(dc, geometry, columns[i], *analysis, run);
+        DrawBarScale(dc, geometry, columns[i], analysis->RowCount(), run);
+    }
+    DrawRightStrip(dc, geometry, columns);
 }
 
 }  // namespace kvx::table

@@ -1,14 +1,12 @@
 #pragma once
-// The steps in which a table of the OS Analyze window is painted, each for what it draws.
-
-#include <functional>
-#include <vector>
+// A table of the OS Analyze window as it is painted, from the titles down.
 
 #include "framework/ColumnTable.h"
 #include "platform/DC.h"
 
-class CContextMng;
-class CRunTimeAnalysis;
+namespace kvx {
+class SharedAnalysis;
+}
 
 namespace kvx::table {
 
@@ -27,27 +25,9 @@ struct Geometry {
     }
 };
 
-// One row of the table: texts from the first column on, and which columns are inverted.
-struct Row {
-    std::vector<CString> texts;
-    std::vector<std::size_t> inverted;
-    bool wholeInverted = false;
-};
-// Asked for rows of the table that are painted, from the first to the last of them.
-using RowSource = std::function<Row(int row)>;
-
-// Framed cells of the first columns; below the last row they are empty, so that they fill the
-// window.
-void DrawRows(CDC& dc, CHeaderCellPainter& painter, const Geometry& geometry,
-              const CColumnTable& columns, std::size_t columnCount, int rowCount,
-              const RowSource& source);
-// A bar as long as the context's share of the processor, for every row with a record.
-void DrawRatioBars(CDC& dc, const Geometry& geometry, const CColumnTable::Column& column,
-                   const CRunTimeAnalysis& runTime, const CContextMng& contexts, COLORREF run);
-// The quarters of the bars as dotted lines, and their numbers in the title row.
-void DrawRatioScale(CDC& dc, const Geometry& geometry, const CColumnTable::Column& column,
-                    int contextCount, COLORREF run);
-// The strip beside the last column.
-void DrawRightStrip(CDC& dc, const Geometry& geometry, const CColumnTable& columns);
+// Without an analysis the titles alone. Only the rows that are painted are asked for. run: the
+// colour of bars.
+void DrawTable(CDC& dc, CHeaderCellPainter& painter, const Geometry& geometry,
+               const CColumnTable& columns, const SharedAnalysis* analysis, COLORREF run);
 
 }  // namespace kvx::table

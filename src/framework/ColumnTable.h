@@ -1,9 +1,9 @@
 #pragma once
 // The columns of a table, side by side from x = 0.
 
-#include <initializer_list>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "framework/HeaderCellPainter.h"
@@ -24,7 +24,7 @@ class CColumnTable {
     // How far from an edge a press takes hold of it; strictly less than that.
     static constexpr int kGrip = 2;
 
-    CColumnTable(std::initializer_list<Column> columns) : columns_(columns) {}
+    explicit CColumnTable(std::vector<Column> columns) : columns_(std::move(columns)) {}
 
     std::size_t Count() const { return columns_.size(); }
     const Column& operator[](std::size_t which) const { return columns_[which]; }

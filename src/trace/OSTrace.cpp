@@ -4,9 +4,7 @@
 #include <limits>
 #include <mutex>
 
-#include "analyze/model/RdyToRun.h"
-#include "analyze/model/RunTime.h"
-#include "analyze/model/SysCallList.h"
+#include "analyze/model/SharedAnalysis.h"
 #include "platform/Text.h"
 #include "trace/AnalysisDialog.h"
 #include "trace/ContextMng.h"
@@ -30,9 +28,7 @@ bool HasCapability(IQOSTraceService& service, std::int32_t code) {
 }  // namespace
 
 void COSTrace::EmptyAnalyses() {
-    shared_.runTime->Clear();
-    shared_.rdyToRun->Clear();
-    shared_.sysCalls->Clear();
+    for (kvx::SharedAnalysis* const analysis : shared_.analyses) analysis->Clear();
 }
 
 void COSTrace::Clear(IViewSender* sender, int resetService) {

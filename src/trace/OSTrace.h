@@ -6,17 +6,17 @@
 // Every operation asks the source for the service anew; without one it does nothing and answers its
 // neutral value. Times are counts of the trace clock.
 
+#include <span>
+
 #include "platform/Mutex.h"
 #include "trace/TraceSource.h"
 
 namespace kvx {
 class AnalysisDialog;
-}
+class SharedAnalysis;
+}  // namespace kvx
 class IQOSTraceService;
 class CContextMng;
-class CRunTimeAnalysis;
-class CRdyToRunAnalysis;
-class COSSysCallList;
 class COSMarker;
 
 class COSTrace {
@@ -26,9 +26,7 @@ class COSTrace {
     // The other shared objects of the component; borrowed, set once by their owner.
     struct Shared {
         CContextMng* contexts = nullptr;
-        CRunTimeAnalysis* runTime = nullptr;
-        COSSysCallList* sysCalls = nullptr;
-        CRdyToRunAnalysis* rdyToRun = nullptr;
+        std::span<kvx::SharedAnalysis* const> analyses;
         COSMarker* markers = nullptr;
         CMutex* lock = nullptr;
     };

@@ -8,9 +8,8 @@ COSTraceData::COSTraceData(kvx::ITraceSource& from)
       rdyToRun(from),
       markers(from),
       contexts(from) {
-    engine.SetShared({&contexts, &runTime, &sysCalls, &rdyToRun, &markers, &lock});
-    markers.SetShared({&engine, &contexts, &runTime, &sysCalls, &rdyToRun, &lock});
-    runTime.SetShared(&markers, &contexts);
-    rdyToRun.SetShared(&markers, &contexts);
-    sysCalls.SetShared(&markers);
+    engine.SetShared({&contexts, analyses, &markers, &lock});
+    markers.SetShared({analyses, &lock});
+    for (kvx::SharedAnalysis* const analysis : analyses)
+        analysis->SetShared({&markers, &contexts, &engine, &lock});
 }

@@ -2,7 +2,7 @@
 
 #include "analyze/AnalyzeColumns.h"
 #include "analyze/AnalyzeTrace.h"
-#include "analyze/Tables.h"
+#include "analyze/TablePainter.h"
 #include "core/CoreFixture.h"
 #include "platform/Backend.h"
 #include "platform/SystemInfo.h"
@@ -35,8 +35,10 @@ class TableDrawing : public testing::Test {
         dc.SetBkColor(GetSysColor(COLOR_WINDOW));
         CHeaderCellPainter painter;
         geometry_.firstRow = first;
-        table::DrawTable(dc, painter, geometry_, table, columns_[table], core_.data,
-                         host::TraceService());
+        const SharedAnalysis& analysis = core_.data.Table(table);
+        const bool shown = core_.data.engine.IsValid() && analysis.IsReadable();
+        table::DrawTable(dc, painter, geometry_, columns_[table], shown ? &analysis : nullptr,
+                         core_.data.colors[EColor::Run]);
         return graphics.Text();
     }
     static int Count(const std::string& text, const std::string& part) {

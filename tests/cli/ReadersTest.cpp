@@ -66,6 +66,26 @@ TEST_F(Readers, SeeTheSameEvents) {
     }
 }
 
+TEST_F(Readers, OfTwoRecordingsInOneProcess) {
+    Open();
+    const std::string log = (folder / "second.log").string();
+    ASSERT_EQ(simulation::GenerateFiles({400, 8}, log), "");
+    auto recording = formats::OpenRecording(log);
+    ASSERT_TRUE(recording);
+    service::TraceService second;
+    second.SetRecording(std::move(*recording));
+    RecordingSource from{second};
+    COSTraceData other{from};
+    ASSERT_EQ(other.engine.Open(nullptr), 1);
+    other.contexts.Load();
+    for (COSTraceData* const each : {&data, &other}) {
+        each->markers.MoveStartIntoDisplay(nullptr, 0);
+        each->markers.MoveEndIntoDisplay(nullptr, 1e18);
+    }
+    EXPECT_GT(data.sysCalls.EntryCount(), 20 * other.sysCalls.EntryCount());
+    EXPECT_GT(other.sysCalls.EntryCount(), 10);
+}
+
 TEST_F(Readers, DrawTheSameChart) {
     Open();
     double start = 0, end = 0, analysed = 0;

@@ -15,10 +15,7 @@ namespace {
 
 class Csv : public testing::Test {
   protected:
-    Csv()
-        : core(Trace()),
-          writer(core.data.source, core.data.engine, core.data.contexts, core.data.runTime,
-                 core.data.rdyToRun, core.data.sysCalls) {
+    Csv() : core(Trace()) {
         path = std::filesystem::temp_directory_path() / ("kvx_csv_" + std::to_string(getpid()));
         core.SetRange(0, core.service.Decoded() - 1);
     }
@@ -39,7 +36,7 @@ class Csv : public testing::Test {
         return trace;
     }
     std::string Written(EAnalysis table) {
-        EXPECT_EQ(writer.Write(table, path.string()), 1);
+        EXPECT_EQ(CCsvWriter(core.data.Table(table)).Write(path.string()), 1);
         std::ifstream file(path, std::ios::binary);
         std::ostringstream text;
         text << file.rdbuf();
@@ -47,7 +44,6 @@ class Csv : public testing::Test {
     }
 
     Core core;
-    CCsvWriter writer;
     std::filesystem::path path;
 };
 
@@ -84,13 +80,14 @@ TEST_F(Csv, SysCalls) {
 }
 
 TEST_F(Csv, SaysWhetherOpeningOrWritingFailed) {
+    const CCsvWriter writer(core.data.runTime);
     CCsvWriter::Failure failure;
-    EXPECT_EQ(writer.Write(EAnalysis::RunTime, "/nowhere/at/all.csv", &failure), 0);
+    EXPECT_EQ(writer.Write("/nowhere/at/all.csv", &failure), 0);
     EXPECT_FALSE(failure.opened);
     EXPECT_EQ(failure.reason, "No such file or directory");
-    EXPECT_EQ(writer.Write(EAnalysis::RunTime, "/nowhere/at/all.csv"), 0);
+    EXPECT_EQ(writer.Write("/nowhere/at/all.csv"), 0);
     if (!std::filesystem::exists("/dev/full")) KVX_SKIP("no /dev/full on this system");
-    EXPECT_EQ(writer.Write(EAnalysis::RunTime, "/dev/full", &failure), 0);
+    EXPECT_EQ(writer.Write("/dev/full", &failure), 0);
     EXPECT_TRUE(failure.opened);
     EXPECT_EQ(failure.reason, "No space left on device");
 }

@@ -71,6 +71,20 @@ TEST(Markers, RebuildTheAnalysesOnlyForStartAndEnd) {
     EXPECT_EQ(EventOf(core, kMarkerEnd), 3u);
 }
 
+// A marker that is dropped costs what somebody looks at.
+TEST(Markers, HaveATableMadeWhenItIsRead) {
+    Core core = CallsAt({10, 20, 30, 40, 50});
+    core.SetRange(0, 4);
+    const auto total = [&] { return core.data.runTime.Records().size(); };
+    EXPECT_EQ(total(), 1u);
+    core.data.markers.SetMarker(&core.view, kMarkerEnd, 2);
+    core.service.Load(ScriptedTrace());
+    core.service.DecodeAll();
+    core.data.contexts.Load();
+    EXPECT_EQ(core.data.sysCalls.EntryCount(), 0) << "there are no calls any more";
+    EXPECT_EQ(total(), 0u);
+}
+
 TEST(Markers, CommandsKeepTheSortThatDragsGiveUp) {
     Core core = CallsAt({10, 20, 30, 40, 50});
     COSMarker& markers = core.data.markers;

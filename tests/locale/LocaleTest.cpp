@@ -99,9 +99,8 @@ TEST_F(CommaLocale, StatusTexts) {
 
 TEST_F(CommaLocale, SortedTableAndItsCsv) {
     data.runTime.Sort(CRunTimeAnalysis::Ratio, 0);
-    const CCsvWriter writer(data.source, data.engine, data.contexts, data.runTime, data.rdyToRun,
-                            data.sysCalls);
-    ASSERT_EQ(writer.Write(EAnalysis::RunTime, Path("a.csv")), 1);
+    const CCsvWriter writer(data.runTime);
+    ASSERT_EQ(writer.Write(Path("a.csv")), 1);
     std::istringstream rows(Content(Path("a.csv")));
     double before = 0.0;
     int count = 0;

@@ -2,6 +2,7 @@
 // The events at which a record's longest (or shortest) interval occurred, to be visited in turn.
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "trace/TraceSource.h"
@@ -19,6 +20,9 @@ class ExtremeEvents {
     void NoteShortest(double& shortest, double d, std::uint32_t event);
     // In the order found.
     const std::vector<std::uint32_t>& Events() const { return events_; }
+    std::optional<std::uint32_t> First() const {
+        return events_.empty() ? std::nullopt : std::optional(events_.front());
+    }
 
     // Sends the indicator to the next of the events and invalidates the view.
     void GoToNext(COSMarker& marker, IViewSender* view);

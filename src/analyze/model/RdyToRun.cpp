@@ -1,12 +1,13 @@
 #include "analyze/model/RdyToRun.h"
 
+#include <iterator>
 #include <utility>
 
 #include "analyze/model/ReadyLookBack.h"
-#include "analyze/model/SortKeys.h"
 #include "platform/Text.h"
 #include "trace/ContextMng.h"
 #include "trace/EventReader.h"
+#include "trace/OSTrace.h"
 #include "trace/TimeCount.h"
 #include "traceview/model/Marker.h"
 
@@ -18,18 +19,27 @@ void CRdyToRun::Add(double d, std::uint32_t event) {
     Avg = Total / measured;
 }
 
-void CRdyToRunAnalysis::SetShared(COSMarker* marker, CContextMng* contexts) {
-    marker_ = marker;
-    contexts_ = contexts;
-}
+namespace {
 
-void CRdyToRunAnalysis::Clear() {
-    records_.clear();
-    recordOfLine_.clear();
-    rows_.clear();
-}
+using enum kvx::ValueKind;
+
+constexpr kvx::AnalysisColumn kColumnsOfTable[] = {
+    {"id", "ID", 5, Number, "Id", 5},
+    {"name", "(name)", 12, Text, nullptr, 255},
+    {"num", "Num", 8, Number, nullptr, 8},
+    {"max", "Max", 22, Time},
+    {"min", "Min", 22, Time},
+    {"avg", "Avg", 22, Time},
+};
+static_assert(std::size(kColumnsOfTable) == CRdyToRunAnalysis::kColumns);
+
+}  // namespace
+
+const kvx::AnalysisForm CRdyToRunAnalysis::kForm = {"rdy-run", "rdy_run", "Rdy->Run",
+                                                    kColumnsOfTable};
 
 CRdyToRun* CRdyToRunAnalysis::Find(std::uint32_t context) {
+    Make();
     if (context >= recordOfLine_.size()) return nullptr;
     return Record(recordOfLine_[context]);
 }
@@ -39,41 +49,40 @@ CRdyToRun* CRdyToRunAnalysis::Record(int n) {
 }
 
 const CRdyToRun* CRdyToRunAnalysis::Record(int n) const {
-    if (n < 0 || n >= RecordCount()) return nullptr;
+    Make();
+    if (n < 0 || n >= MadeRows()) return nullptr;
     return &records_[static_cast<std::size_t>(n)];
 }
 
-void CRdyToRunAnalysis::Build() {
+void CRdyToRunAnalysis::DropRows() {
     records_.clear();
     recordOfLine_.clear();
-    IQOSTraceService* const service = source_.Service();
+}
+
+void CRdyToRunAnalysis::MakeRows(IQOSTraceService* service, const kvx::AnalysisRange& range) {
+    DropRows();
     if (!service) return;
-    if (marker_->IsRebuildRows()) {
-        rows_.clear();
-        if (!marker_->IsKeepSort()) sort_.Reset();
-    }
     AddTasks();
-    kvx::WithEvents(*service, [this](const auto& events) { CreditRange(events); });
-    if (marker_->IsKeepSort() && sort_.Column() != -1) Sort(sort_.Column(), 1);
+    kvx::WithEvents(*service, [&](const auto& events) { CreditRange(events, range); });
 }
 
 void CRdyToRunAnalysis::AddTasks() {
-    recordOfLine_.assign(static_cast<std::size_t>(contexts_->GetCount()), -1);
-    for (int line = 0; line < contexts_->GetCount(); ++line) {
-        if (contexts_->GetType(line) != kContextTask || contexts_->GetNumber(line) == 0) continue;
-        const int position = RecordCount();
+    recordOfLine_.assign(static_cast<std::size_t>(shared_.contexts->GetCount()), -1);
+    for (int line = 0; line < shared_.contexts->GetCount(); ++line) {
+        if (shared_.contexts->GetType(line) != kContextTask ||
+            shared_.contexts->GetNumber(line) == 0)
+            continue;
+        const int position = MadeRows();
         recordOfLine_[static_cast<std::size_t>(line)] = position;
         CRdyToRun& record = records_.emplace_back();
         record.context = static_cast<std::uint32_t>(line);
-        record.marker = marker_;
-        if (marker_->IsRebuildRows()) rows_.push_back({position, kvx::kDescending});
+        record.marker = shared_.marker;
     }
 }
 
 template <class Events>
-void CRdyToRunAnalysis::CreditRange(const Events& events) {
+void CRdyToRunAnalysis::CreditRange(const Events& events, const kvx::AnalysisRange& range) {
     if (events.Count() == 0) return;
-    const kvx::AnalysisRange range = marker_->Range();
     kvx::ReadyLookBack<Events> before(events, range.first);
     for (std::uint32_t e = range.first; e < range.waitsBelow; ++e) {
         const int kind = events.Kind(e);
@@ -115,30 +124,55 @@ void CRdyToRunAnalysis::Credit(CRdyToRun& record, std::uint32_t dispatch, double
     record.readySince = 0.0;
 }
 
-void CRdyToRunAnalysis::Sort(int column, int again) {
-    const auto direction = sort_.Begin(column, again);
-    if (!direction) return;
-    kvx::SortRows(rows_, *direction, [&](const SRdySortInfo& row) {
-        const CRdyToRun* const record = Record(row.index);
-        return record ? Key(*record, column) : CString();
-    });
+CString CRdyToRunAnalysis::Cell(int row, int column) const {
+    const CRdyToRun& record = *Record(row);
+    const int line = static_cast<int>(record.context);
+    const bool known = line < shared_.contexts->GetCount();
+    if (column == Id) return known ? kvx::FormatText("%3d", shared_.contexts->GetNumber(line)) : "";
+    if (column == Name) return known ? shared_.contexts->GetShownName(line) : "";
+    if (column == Num) return kvx::FormatText(" %5d", record.Num);
+    const double times[] = {record.Max, record.Min, record.Avg};
+    return shared_.engine->TimeText(times[column - Max]);
 }
 
-CString CRdyToRunAnalysis::Key(const CRdyToRun& record, int column) const {
+std::int64_t CRdyToRunAnalysis::SortNumber(int row, int column) const {
+    const CRdyToRun& record = *Record(row);
     const int line = static_cast<int>(record.context);
-    const int number = line < contexts_->GetCount() ? contexts_->GetNumber(line) : 0;
-    switch (column) {
-        case Id:
-            return number != 0 ? kvx::NumberKey(std::int64_t{number}) : CString();
-        case Name:
-            return line < contexts_->GetCount() ? contexts_->GetShownName(line) : CString();
-        case Num:
-            return kvx::NumberKey(std::int64_t{record.Num});
-        case Max:
-            return kvx::NumberKey(kvx::ToCount(record.Max));
-        case Min:
-            return kvx::NumberKey(kvx::ToCount(record.Min));
-        default:
-            return kvx::NumberKey(kvx::ToCount(record.Avg));
-    }
+    if (column == Id)
+        return line < shared_.contexts->GetCount() ? shared_.contexts->GetNumber(line)
+                                                   : kvx::kNoSortNumber;
+    if (column == Num) return record.Num;
+    const double times[] = {record.Max, record.Min, record.Avg};
+    return kvx::ToCount(times[column - Max]);
+}
+
+kvx::Members CRdyToRunAnalysis::Values(int row) const {
+    const CRdyToRun& record = *Record(row);
+    const int line = static_cast<int>(record.context);
+    return {{"number", std::int64_t{shared_.contexts->GetNumber(line)}},
+            {"name", shared_.contexts->GetShownName(line)},
+            {"num", std::int64_t{record.Num}},
+            {"measured", std::int64_t{record.measured}},
+            {"max", kvx::ToCount(record.Max)},
+            {"min", kvx::ToCount(record.Min)},
+            {"avg", record.Avg},
+            {"total", kvx::ToCount(record.Total)}};
+}
+
+std::optional<std::uint32_t> CRdyToRunAnalysis::EventOf(int row, int column) const {
+    if (column != Max && column != Min) return std::nullopt;
+    const CRdyToRun& record = *Record(row);
+    return (column == Max ? record.maxEvents : record.minEvents).First();
+}
+
+void CRdyToRunAnalysis::GoTo(int row, int column, IViewSender* view) {
+    CRdyToRun& record = *Record(row);
+    if (column == Max) return record.GoToNextMax(view);
+    if (column == Min) return record.GoToNextMin(view);
+}
+
+bool CRdyToRunAnalysis::IsCellIndicated(int row, int column) const {
+    if (column != Max && column != Min) return false;
+    const CRdyToRun& record = *Record(row);
+    return column == Max ? record.IndicatorOnMax() : record.IndicatorOnMin();
 }

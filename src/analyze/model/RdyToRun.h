@@ -5,9 +5,7 @@
 #include <vector>
 
 #include "analyze/model/ExtremeEvents.h"
-#include "analyze/model/SortState.h"
-
-class CContextMng;
+#include "analyze/model/SharedAnalysis.h"
 
 // One task.
 struct CRdyToRun {
@@ -35,55 +33,42 @@ struct CRdyToRun {
     int IndicatorOnMin() const { return minEvents.HasIndicator(*marker); }
 };
 
-// One display row. Its sort key lives for the duration of a sort only.
-struct SRdySortInfo {
-    std::int32_t index = 0;      // position of the record in the list
-    std::int32_t direction = 0;  // kvx::kAscending, kvx::kDescending
-};
-
-class CRdyToRunAnalysis {
+// A row a task, in the order of the context table.
+class CRdyToRunAnalysis final : public kvx::SharedAnalysis {
   public:
-    static constexpr int kColumns = 6;
     enum Column { Id, Name, Num, Max, Min, Avg };
+    static constexpr int kColumns = Avg + 1;
+    static const kvx::AnalysisForm kForm;
 
-    // Borrows the source.
-    explicit CRdyToRunAnalysis(kvx::ITraceSource& source) : source_(source) {}
-
-    // Borrowed, set once by their owner.
-    void SetShared(COSMarker* marker, CContextMng* contexts);
-
-    void Build();
-    void Sort(int column, int again);
-    // Records and rows; the sort states stay.
-    void Clear();
+    using SharedAnalysis::SharedAnalysis;
 
     // Null when the context has no record. Valid until the next Build or Clear.
     CRdyToRun* Find(std::uint32_t context);
     // The n-th record; null when n is out of range.
     CRdyToRun* Record(int n);
     const CRdyToRun* Record(int n) const;
-    int RecordCount() const { return static_cast<int>(records_.size()); }
+    int RecordCount() const { return RowCount(); }
 
-    int RowCount() const { return static_cast<int>(rows_.size()); }
-    int Row(int k) const { return rows_[static_cast<std::size_t>(k)].index; }
-    int SortColumn() const { return sort_.Column(); }
-    int ColumnState(int column) const { return sort_.State(column); }
+    const kvx::AnalysisForm& Form() const override { return kForm; }
+    CString Cell(int row, int column) const override;
+    std::int64_t SortNumber(int row, int column) const override;
+    kvx::Members Values(int row) const override;
+    std::optional<std::uint32_t> EventOf(int row, int column) const override;
+    void GoTo(int row, int column, IViewSender* view) override;
+    bool IsCellIndicated(int row, int column) const override;
 
   private:
+    void MakeRows(IQOSTraceService* service, const kvx::AnalysisRange& range) override;
+    void DropRows() override;
+    int MadeRows() const override { return static_cast<int>(records_.size()); }
     void AddTasks();
     template <class Events>
-    void CreditRange(const Events& events);
+    void CreditRange(const Events& events, const kvx::AnalysisRange& range);
     template <class LookBack>
     void Leave(CRdyToRun& record, double t, LookBack& before);
     template <class LookBack>
     void Credit(CRdyToRun& record, std::uint32_t dispatch, double t, LookBack& before);
-    CString Key(const CRdyToRun& record, int column) const;
 
-    kvx::ITraceSource& source_;
     std::vector<CRdyToRun> records_;
     std::vector<std::int32_t> recordOfLine_;  // -1: the line has no record
-    std::vector<SRdySortInfo> rows_;
-    kvx::SortState<kColumns> sort_;
-    COSMarker* marker_ = nullptr;
-    CContextMng* contexts_ = nullptr;
 };

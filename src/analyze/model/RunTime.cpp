@@ -1,11 +1,13 @@
 #include "analyze/model/RunTime.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
-#include "analyze/model/SortKeys.h"
+#include "platform/Text.h"
 #include "trace/ContextMng.h"
 #include "trace/EventReader.h"
+#include "trace/OSTrace.h"
 #include "trace/TimeCount.h"
 #include "traceview/model/Marker.h"
 
@@ -18,17 +20,32 @@ void CRunTime::Add(double d, std::uint32_t event, double range) {
     if (range != 0.0) Ratio = Total / range;
 }
 
-void CRunTimeAnalysis::SetShared(COSMarker* marker, CContextMng* contexts) {
-    marker_ = marker;
-    contexts_ = contexts;
-}
+namespace {
 
-void CRunTimeAnalysis::Clear() {
-    records_.clear();
-    rows_.clear();
-}
+using enum kvx::ValueKind;
+
+constexpr kvx::AnalysisColumn kColumnsOfTable[] = {
+    {"vec", "VEC", 5, Number, nullptr, 5},
+    {"table", "table", 8, Text, nullptr, 8},
+    {"id", "ID", 5, Number, nullptr, 5},
+    {"name", "(name)", 12, Text, nullptr, 255},
+    {"num", "Num", 7, Number, nullptr, 7},
+    {"max", "Max", 22, Time},
+    {"min", "Min", 22, Time},
+    {"avg", "Avg", 22, Time},
+    {"total", "Total", 22, Time},
+    {"ratio", "Ratio%", 8, Share, "Ratio %", 5},
+    {"bar", "", 18, Bar},
+};
+static_assert(std::size(kColumnsOfTable) == CRunTimeAnalysis::kColumns);
+
+}  // namespace
+
+const kvx::AnalysisForm CRunTimeAnalysis::kForm = {"run-time", "run_time", "Run Time",
+                                                   kColumnsOfTable};
 
 const CRunTime* CRunTimeAnalysis::Find(std::uint32_t context) const {
+    Make();
     // Records stand at their line as far as the context table reached.
     if (context < records_.size() && records_[context].context == context)
         return &records_[context];
@@ -45,32 +62,32 @@ CRunTime& CRunTimeAnalysis::FindOrAdd(std::uint32_t context) {
     if (CRunTime* const found = Find(context)) return *found;
     CRunTime& added = records_.emplace_back();
     added.context = context;
-    added.marker = marker_;
+    added.marker = shared_.marker;
     return added;
 }
 
-void CRunTimeAnalysis::Build() {
+const std::vector<CRunTime>& CRunTimeAnalysis::Records() const {
+    Make();
+    return records_;
+}
+
+void CRunTimeAnalysis::DropRows() {
     records_.clear();
-    IQOSTraceService* const service = source_.Service();
+    rows_ = 0;
+}
+
+void CRunTimeAnalysis::MakeRows(IQOSTraceService* service, const kvx::AnalysisRange& range) {
+    records_.clear();
     if (!service) return;
-    const bool rebuildRows = marker_->IsRebuildRows();
-    if (rebuildRows) {
-        rows_.clear();
-        if (!marker_->IsKeepSort()) sort_.Reset();
-    }
-    for (int line = 0; line < contexts_->GetCount(); ++line) {
-        FindOrAdd(static_cast<std::uint32_t>(line));
-        if (rebuildRows) rows_.push_back({line, kvx::kDescending});
-    }
-    if (const auto range = marker_->Range(); range.start == range.end) return;
-    kvx::WithEvents(*service, [this](const auto& events) { CreditRange(events); });
-    if (marker_->IsKeepSort() && sort_.Column() != -1) Sort(sort_.Column(), 1);
+    rows_ = shared_.contexts->GetCount();
+    for (int line = 0; line < rows_; ++line) FindOrAdd(static_cast<std::uint32_t>(line));
+    if (range.start == range.end) return;
+    kvx::WithEvents(*service, [&](const auto& events) { CreditRange(events, range); });
 }
 
 template <class Events>
-void CRunTimeAnalysis::CreditRange(const Events& events) {
+void CRunTimeAnalysis::CreditRange(const Events& events, const kvx::AnalysisRange& range) {
     if (events.Count() == 0) return;
-    const kvx::AnalysisRange range = marker_->Range();
     const double start = range.start;
     const double end = range.end;
     const auto credit = [&](std::uint32_t remembered, std::uint32_t dispatch) {
@@ -90,43 +107,87 @@ void CRunTimeAnalysis::CreditRange(const Events& events) {
     events.ForEachDispatch(range.first, range.last, [&](std::uint32_t e) { credit(e, e); });
 }
 
-void CRunTimeAnalysis::Sort(int column, int again) {
-    const auto direction = sort_.Begin(column, again);
-    if (!direction) return;
-    kvx::SortRows(rows_, *direction,
-                  [&](const SRunTimeSortInfo& row) { return Key(row.index, column); });
+CString CRunTimeAnalysis::ContextCell(int line, int column) const {
+    if (line >= shared_.contexts->GetCount()) return {};
+    const ContextTexts context = shared_.contexts->GetTexts(line);
+    if (column == Vec) return context.vector;
+    if (column == Table) return context.table;
+    if (column == Name) return context.name;
+    return context.id.empty() ? CString()
+                              : kvx::FormatText("%3d", shared_.contexts->GetNumber(line));
 }
 
-CString CRunTimeAnalysis::Key(int line, int column) const {
-    if (column >= Num) {
-        const CRunTime* const record = Find(static_cast<std::uint32_t>(line));
-        return record ? ValueKey(*record, column) : CString();
-    }
-    if (line >= contexts_->GetCount()) return {};
-    const bool handler = contexts_->GetType(line) == kContextHandler;
-    const int number = contexts_->GetNumber(line);
-    const bool task = contexts_->GetType(line) == kContextTask && number != 0;
-    if (column == Name) return ' ' + contexts_->GetShownName(line);
-    if (column == Vec && handler) return kvx::NumberKey(std::int64_t{number});
-    if (column == Table && handler)
-        return kvx::NumberKey(std::int64_t{contexts_->GetTableAddress(line)});
-    if (column == Id && task) return kvx::NumberKey(std::int64_t{number});
-    return {};
+CString CRunTimeAnalysis::Cell(int row, int column) const {
+    if (column < Num) return ContextCell(row, column);
+    const CRunTime* const record = RecordOf(row);
+    if (!record || column == Bar) return {};
+    if (column == Num) return kvx::FormatText("%5d", record->Num);
+    if (column == Ratio) return kvx::FormatText("%6.2f", record->Ratio * 100.0);
+    const double times[] = {record->Max, record->Min, record->Avg, record->Total};
+    return shared_.engine->TimeText(times[column - Max]);
 }
 
-CString CRunTimeAnalysis::ValueKey(const CRunTime& record, int column) const {
-    switch (column) {
-        case Num:
-            return kvx::NumberKey(std::int64_t{record.Num});
-        case Max:
-            return kvx::NumberKey(kvx::ToCount(record.Max));
-        case Min:
-            return kvx::NumberKey(kvx::ToCount(record.Min));
-        case Avg:
-            return kvx::NumberKey(kvx::ToCount(record.Avg));
-        case Total:
-            return kvx::NumberKey(kvx::ToCount(record.Total));
-        default:
-            return kvx::NumberKey(record.Ratio);
+CString CRunTimeAnalysis::SortText(int row, int column) const {
+    if (row >= shared_.contexts->GetCount()) return {};
+    if (column == Name) return shared_.contexts->GetShownName(row);
+    if (shared_.contexts->GetType(row) != kContextHandler) return {};
+    return kvx::FormatText("%08X", shared_.contexts->GetTableAddress(row));
+}
+
+std::int64_t CRunTimeAnalysis::SortNumber(int row, int column) const {
+    if (column < Num) {
+        if (row >= shared_.contexts->GetCount()) return kvx::kNoSortNumber;
+        const int number = shared_.contexts->GetNumber(row);
+        const int type = shared_.contexts->GetType(row);
+        const bool told =
+            column == Vec ? type == kContextHandler : type == kContextTask && number != 0;
+        return told ? number : kvx::kNoSortNumber;
     }
+    const CRunTime* const record = RecordOf(row);
+    if (!record) return kvx::kNoSortNumber;
+    if (column == Num) return record->Num;
+    if (column >= Ratio) return kvx::SortNumberOf(record->Ratio);
+    const double times[] = {record->Max, record->Min, record->Avg, record->Total};
+    return kvx::ToCount(times[column - Max]);
+}
+
+kvx::Members CRunTimeAnalysis::Values(int row) const {
+    const CContextMng& contexts = *shared_.contexts;
+    const CRunTime* const found = RecordOf(row);
+    const CRunTime& record = found ? *found : CRunTime{};
+    return {{"type", std::int64_t{contexts.GetType(row)}},
+            {"number", std::int64_t{contexts.GetNumber(row)}},
+            {"name", contexts.GetShownName(row)},
+            {"num", std::int64_t{record.Num}},
+            {"max", kvx::ToCount(record.Max)},
+            {"min", kvx::ToCount(record.Min)},
+            {"avg", record.Avg},
+            {"total", kvx::ToCount(record.Total)},
+            {"ratio", record.Ratio}};
+}
+
+std::optional<std::uint32_t> CRunTimeAnalysis::EventOf(int row, int column) const {
+    const CRunTime* const record = RecordOf(row);
+    if (!record || (column != Max && column != Min)) return std::nullopt;
+    return (column == Max ? record->maxEvents : record->minEvents).First();
+}
+
+void CRunTimeAnalysis::GoTo(int row, int column, IViewSender* view) {
+    CRunTime* const record = Find(static_cast<std::uint32_t>(row));
+    if (!record) return;
+    if (column == Max) return record->GoToNextMax(view);
+    if (column == Min) return record->GoToNextMin(view);
+}
+
+bool CRunTimeAnalysis::IsCellIndicated(int row, int column) const {
+    const CRunTime* const record = RecordOf(row);
+    if (!record || (column != Max && column != Min)) return false;
+    return column == Max ? record->IndicatorOnMax() : record->IndicatorOnMin();
+}
+
+std::optional<CRunTimeAnalysis::ShareBar> CRunTimeAnalysis::BarOf(int row) const {
+    const CRunTime* const record = RecordOf(row);
+    if (!record) return std::nullopt;
+    const bool known = row < shared_.contexts->GetCount();
+    return ShareBar{record->Ratio, known && shared_.contexts->IsHatched(row) == 1};
 }

@@ -5,9 +5,7 @@
 #include <vector>
 
 #include "analyze/model/ExtremeEvents.h"
-#include "analyze/model/SortState.h"
-
-class CContextMng;
+#include "analyze/model/SharedAnalysis.h"
 
 // One context.
 struct CRunTime {
@@ -30,49 +28,44 @@ struct CRunTime {
     int IndicatorOnMin() const { return minEvents.HasIndicator(*marker); }
 };
 
-// One display row. Its sort key lives for the duration of a sort only.
-struct SRunTimeSortInfo {
-    std::int32_t index = 0;      // the context's line
-    std::int32_t direction = 0;  // kvx::kAscending, kvx::kDescending
-};
-
-class CRunTimeAnalysis {
+// A row a context, in the order of the context table.
+class CRunTimeAnalysis final : public kvx::SharedAnalysis {
   public:
-    static constexpr int kColumns = 11;
     enum Column { Vec, Table, Id, Name, Num, Max, Min, Avg, Total, Ratio, Bar };
+    static constexpr int kColumns = Bar + 1;
+    static const kvx::AnalysisForm kForm;
 
-    // Borrows the source.
-    explicit CRunTimeAnalysis(kvx::ITraceSource& source) : source_(source) {}
-
-    // Borrowed, set once by their owner.
-    void SetShared(COSMarker* marker, CContextMng* contexts);
-
-    void Build();
-    void Sort(int column, int again);
-    // Records and rows; the sort states stay.
-    void Clear();
+    using SharedAnalysis::SharedAnalysis;
 
     // Null when the context has no record. Valid until the next Build or Clear.
     CRunTime* Find(std::uint32_t context);
     const CRunTime* Find(std::uint32_t context) const;
     CRunTime& FindOrAdd(std::uint32_t context);
-    const std::vector<CRunTime>& Records() const { return records_; }
+    const std::vector<CRunTime>& Records() const;
 
-    int RowCount() const { return static_cast<int>(rows_.size()); }
-    int Row(int k) const { return rows_[static_cast<std::size_t>(k)].index; }
-    int SortColumn() const { return sort_.Column(); }
-    int ColumnState(int column) const { return sort_.State(column); }
+    const kvx::AnalysisForm& Form() const override { return kForm; }
+    CString Cell(int row, int column) const override;
+    CString SortText(int row, int column) const override;
+    std::int64_t SortNumber(int row, int column) const override;
+    kvx::Members Values(int row) const override;
+    std::optional<std::uint32_t> EventOf(int row, int column) const override;
+    void GoTo(int row, int column, IViewSender* view) override;
+    bool IsCellIndicated(int row, int column) const override;
+    std::optional<ShareBar> BarOf(int row) const override;
 
   private:
+    void MakeRows(IQOSTraceService* service, const kvx::AnalysisRange& range) override;
+    void DropRows() override;
+    int MadeRows() const override { return rows_; }
+    // In a range without length nothing is measured that rows could be ordered by.
+    bool RepeatsSort(const kvx::AnalysisRange& range) const override {
+        return range.start != range.end;
+    }
     template <class Events>
-    void CreditRange(const Events& events);
-    CString Key(int line, int column) const;
-    CString ValueKey(const CRunTime& record, int column) const;
+    void CreditRange(const Events& events, const kvx::AnalysisRange& range);
+    const CRunTime* RecordOf(int row) const { return Find(static_cast<std::uint32_t>(row)); }
+    CString ContextCell(int line, int column) const;
 
-    kvx::ITraceSource& source_;
     std::vector<CRunTime> records_;  // by line, then those of lines that the table does not hold
-    std::vector<SRunTimeSortInfo> rows_;
-    kvx::SortState<kColumns> sort_;
-    COSMarker* marker_ = nullptr;
-    CContextMng* contexts_ = nullptr;
+    int rows_ = 0;
 };

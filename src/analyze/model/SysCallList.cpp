@@ -1,12 +1,24 @@
 #include "analyze/model/SysCallList.h"
 
+#include <iterator>
+
+#include "analyze/model/HistoryText.h"
+#include "platform/Text.h"
 #include "trace/EventReader.h"
+#include "trace/OSTrace.h"
 #include "trace/TimeSearch.h"
 #include "traceview/model/Marker.h"
 
 namespace {
 
-constexpr std::chrono::hours kAsLongAsItTakes{24};
+constexpr kvx::AnalysisColumn kColumnsOfTable[] = {
+    {"no", "No", 7, kvx::ValueKind::Number, nullptr, 7},
+    {"name", "System Call", 13, kvx::ValueKind::Text, nullptr, 255},
+    {"parameters", "Parameter", 35, kvx::ValueKind::Text, nullptr, 255},
+    {"return", "Return Parameter", 35, kvx::ValueKind::Text, nullptr, 255},
+    {"time", "TIME", 22, kvx::ValueKind::Time},
+};
+static_assert(std::size(kColumnsOfTable) == COSSysCallList::kColumns);
 
 // The event of a history entry; nothing that the list holds when it has none.
 std::uint32_t HistoryEvent(IQOSTraceService& service, std::uint32_t history) {
@@ -15,43 +27,47 @@ std::uint32_t HistoryEvent(IQOSTraceService& service, std::uint32_t history) {
     return event;
 }
 
+std::int64_t HistoryNumber(IQOSTraceService& service, std::uint32_t history) {
+    std::int32_t number = 0;
+    service.GetHistoryNumber(history, &number);
+    return number;
+}
+
+std::int64_t HistoryTime(IQOSTraceService& service, std::uint32_t history) {
+    std::int64_t time = 0;
+    service.GetHistoryTime(history, &time);
+    return time;
+}
+
+kvx::HistoryGetter GetterOf(int column) {
+    if (column == COSSysCallList::Name) return &IQOSTraceService::GetHistoryName;
+    if (column == COSSysCallList::Parameter) return &IQOSTraceService::GetHistoryParameter;
+    return &IQOSTraceService::GetHistoryReturnParameter;
+}
+
 }  // namespace
 
-void COSSysCallList::Clear() {
-    first_ = count_ = 0;
-    rows_ = {};
-    rowOf_ = {};
-}
+const kvx::AnalysisForm COSSysCallList::kForm = {"syscalls", "system_calls", "System Call",
+                                                 kColumnsOfTable};
 
-void COSSysCallList::BeginRows() {
-    rows_.Begin(first_, count_);
-    rowOf_ = {};
-}
-
-void COSSysCallList::Build() {
-    IQOSTraceService* const service = source_.Service();
+// Without a service the list stays as it is.
+void COSSysCallList::MakeRows(IQOSTraceService* service, const kvx::AnalysisRange& range) {
     if (!service) return;
     first_ = count_ = 0;
-    BeginRows();
-    if (!marker_->IsKeepSort()) sort_.Reset();
     std::uint32_t historyCount = 0;
+    std::uint32_t last = 0;
     service->GetHistoryCount(&historyCount);
-    if (historyCount != 0) {
-        std::uint32_t last = 0;
-        if (!FindRange(*service, historyCount, &last)) return;
-        count_ = last < first_ ? 0 : last - first_ + 1;
-        BeginRows();
-    }
-    if (marker_->IsKeepSort() && sort_.Column() != -1) Sort(sort_.Column(), 1);
+    if (historyCount == 0 || !FindRange(*service, range, historyCount, &last)) return;
+    count_ = last < first_ ? 0 : last - first_ + 1;
 }
 
 // The history indexes of the first and the last system call from start to end marker; false when
 // there is none. A later event has a greater history index, which a service with columns
 // vouches for; another one is asked event by event.
-bool COSSysCallList::FindRange(IQOSTraceService& service, std::uint32_t historyCount,
-                               std::uint32_t* last) {
-    const std::uint64_t start = marker_->GetMarkerEvent(kMarkerStart);
-    const std::uint64_t end = marker_->GetMarkerEvent(kMarkerEnd);
+bool COSSysCallList::FindRange(IQOSTraceService& service, const kvx::AnalysisRange& range,
+                               std::uint32_t historyCount, std::uint32_t* last) {
+    const std::uint64_t start = range.first;
+    const std::uint64_t end = range.last;
     if (kvx::QueryColumns(service)) {
         const auto after = [&](std::uint64_t event) {
             return kvx::FirstWhere(0u, historyCount, [&](std::uint32_t h) {
@@ -74,44 +90,73 @@ bool COSSysCallList::FindRange(IQOSTraceService& service, std::uint32_t historyC
     return true;
 }
 
-void COSSysCallList::Sort(int column, int again) {
-    if (!source_.Service()) return;
-    const auto direction = sort_.Begin(column, again);
-    if (!direction) return;
-    rows_.SortBy(column, *direction == kvx::kAscending);
-    rowOf_ = {};
-}
-
-bool COSSysCallList::SortFor(std::chrono::milliseconds time) const {
-    if (!rows_.IsDue()) return true;
+std::uint64_t COSSysCallList::Revision() const {
     IQOSTraceService* const service = source_.Service();
-    return service && rows_.Continue(*service, kvx::CallOrder::Clock::now() + time);
-}
-
-const std::vector<std::uint32_t>& COSSysCallList::Rows() const {
-    SortFor(kAsLongAsItTakes);
-    return rows_.Order();
+    std::uint32_t historyCount = 0;
+    if (service) service->GetHistoryCount(&historyCount);
+    return historyCount;
 }
 
 std::optional<std::uint32_t> COSSysCallList::Entry(int n) const {
-    if (n < 0 || n >= EntryCount()) return std::nullopt;
-    return first_ + static_cast<std::uint32_t>(n);
-}
-
-std::uint32_t COSSysCallList::RowHistoryIndex(int k) const {
-    const auto row = static_cast<std::uint32_t>(k);
-    const std::vector<std::uint32_t>& rows = Rows();
-    return first_ + (rows.empty() ? row : rows[row]);
+    if (n < 0 || n >= RowCount()) return std::nullopt;
+    return HistoryOf(n);
 }
 
 int COSSysCallList::FindRow(std::uint32_t history) const {
-    const std::uint32_t entry = history - first_;
-    if (history < first_ || entry >= count_) return -1;
-    const std::vector<std::uint32_t>& rows = Rows();
-    if (rows.empty()) return static_cast<int>(entry);
-    if (rowOf_.empty()) {
-        rowOf_.resize(count_);
-        for (std::uint32_t k = 0; k < count_; ++k) rowOf_[rows[k]] = k;
-    }
-    return static_cast<int>(rowOf_[entry]);
+    const auto rows = static_cast<std::uint32_t>(RowCount());
+    if (history < first_ || history - first_ >= rows) return -1;
+    return PlaceOf(static_cast<int>(history - first_));
+}
+
+CString COSSysCallList::Cell(int row, int column) const {
+    IQOSTraceService* const service = source_.Service();
+    if (!service) return {};
+    const std::uint32_t history = HistoryOf(row);
+    if (column == No)
+        return kvx::FormatText("%d", static_cast<int>(HistoryNumber(*service, history)));
+    if (column == Time)
+        return shared_.engine->TimeText(static_cast<double>(HistoryTime(*service, history)));
+    return kvx::HistoryText(*service, GetterOf(column), history);
+}
+
+std::int64_t COSSysCallList::SortNumber(int row, int column) const {
+    IQOSTraceService* const service = source_.Service();
+    if (!service) return kvx::kNoSortNumber;
+    return column == No ? HistoryNumber(*service, HistoryOf(row))
+                        : HistoryTime(*service, HistoryOf(row));
+}
+
+kvx::Members COSSysCallList::Values(int row) const {
+    IQOSTraceService* const service = source_.Service();
+    if (!service) return {};
+    const std::uint32_t history = HistoryOf(row);
+    return {{"no", HistoryNumber(*service, history)},
+            {"name", Cell(row, Name)},
+            {"parameters", Cell(row, Parameter)},
+            {"return", Cell(row, ReturnParameter)},
+            {"time", HistoryTime(*service, history)}};
+}
+
+std::optional<std::uint32_t> COSSysCallList::EventOf(int row, int) const {
+    IQOSTraceService* const service = source_.Service();
+    std::uint32_t event = 0;
+    if (!service || Failed(service->GetHistoryEvent(HistoryOf(row), &event))) return std::nullopt;
+    return event;
+}
+
+void COSSysCallList::GoTo(int row, int column, IViewSender* view) {
+    const auto event = EventOf(row, column);
+    if (!event) return;
+    shared_.marker->SetMarker(view, kMarkerIndicator, *event);
+    if (view) view->InvalidateView();
+}
+
+std::optional<int> COSSysCallList::IndicatedRow() const {
+    IQOSTraceService* const service = source_.Service();
+    std::uint32_t history = 0;
+    const std::uint32_t event = shared_.marker->GetMarkerEvent(kMarkerIndicator);
+    if (!service || Failed(service->GetHistoryIndex(event, &history))) return std::nullopt;
+    const auto rows = static_cast<std::uint32_t>(RowCount());
+    if (history < first_ || history - first_ >= rows) return std::nullopt;
+    return static_cast<int>(history - first_);
 }

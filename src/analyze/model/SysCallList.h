@@ -3,61 +3,51 @@
 
 #include <cstdint>
 #include <optional>
-#include <vector>
 
-#include "analyze/model/CallOrder.h"
-#include "analyze/model/SortState.h"
+#include "analyze/model/SharedAnalysis.h"
 #include "host/OSTraceService.h"
-#include "trace/TraceSource.h"
 
-class COSMarker;
-
-// Entries are consecutive history indexes, so the list is their first index and their count. Rows
-// are put into order when somebody reads them.
-class COSSysCallList {
+// Entries are consecutive history indexes, so the list is their first index and their count. A row
+// an entry.
+class COSSysCallList final : public kvx::SharedAnalysis {
   public:
-    static constexpr int kColumns = 5;
     enum Column { No, Name, Parameter, ReturnParameter, Time };
+    static constexpr int kColumns = Time + 1;
+    static const kvx::AnalysisForm kForm;
 
-    // Borrows the source.
-    explicit COSSysCallList(kvx::ITraceSource& source) : source_(source) {}
-    virtual ~COSSysCallList() = default;
-    // Borrowed, set once by its owner.
-    void SetShared(COSMarker* marker) { marker_ = marker; }
+    using SharedAnalysis::SharedAnalysis;
 
-    // Without a service the list stays as it is.
-    void Build();
-    void Sort(int column, int again);
-    // Entries and rows; the sort states stay.
-    void Clear();
-
-    int EntryCount() const { return static_cast<int>(count_); }
+    int EntryCount() const { return RowCount(); }
     // History index of the n-th entry; nothing when n is out of range.
     std::optional<std::uint32_t> Entry(int n) const;
-
-    // Puts the rows into order for at most so long; true when they are. Reading a row does what is
-    // left, however long it takes.
-    bool SortFor(std::chrono::milliseconds time) const;
-
-    // One row an entry.
-    int RowCount() const { return EntryCount(); }
-    std::uint32_t RowHistoryIndex(int k) const;
-    // The row that shows the history index; -1 when none does.
+    // The history index that is shown in place k.
+    std::uint32_t RowHistoryIndex(int k) const { return HistoryOf(Row(k)); }
+    // The place that shows the history index; -1 when none does.
     int FindRow(std::uint32_t history) const;
 
-    int SortColumn() const { return sort_.Column(); }
-    int ColumnState(int column) const { return sort_.State(column); }
+    const kvx::AnalysisForm& Form() const override { return kForm; }
+    bool IsReadable() const override { return source_.Service() != nullptr; }
+    CString Cell(int row, int column) const override;
+    std::int64_t SortNumber(int row, int column) const override;
+    kvx::Members Values(int row) const override;
+    std::optional<std::uint32_t> EventOf(int row, int column) const override;
+    void GoTo(int row, int column, IViewSender* view) override;
+    bool FollowsIndicator() const override { return true; }
+    std::optional<int> IndicatedRow() const override;
+    std::uint32_t FirstId() const override { return first_; }
+    // Another number of calls in the history is another history: one that is restricted, or one
+    // that goes on, in which calls may have returned by now.
+    std::uint64_t Revision() const override;
 
   private:
-    void BeginRows();
-    const std::vector<std::uint32_t>& Rows() const;
-    bool FindRange(IQOSTraceService& service, std::uint32_t historyCount, std::uint32_t* last);
+    void MakeRows(IQOSTraceService* service, const kvx::AnalysisRange& range) override;
+    void DropRows() override { first_ = count_ = 0; }
+    int MadeRows() const override { return static_cast<int>(count_); }
+    bool HasNewRows() const override { return true; }
+    bool FindRange(IQOSTraceService& service, const kvx::AnalysisRange& range,
+                   std::uint32_t historyCount, std::uint32_t* last);
+    std::uint32_t HistoryOf(int row) const { return first_ + static_cast<std::uint32_t>(row); }
 
-    kvx::ITraceSource& source_;
     std::uint32_t first_ = 0;
     std::uint32_t count_ = 0;
-    mutable kvx::CallOrder rows_;               // entry of each row
-    mutable std::vector<std::uint32_t> rowOf_;  // row of each entry; empty: not asked for yet
-    kvx::SortState<kColumns> sort_;
-    COSMarker* marker_ = nullptr;
 };

@@ -3,9 +3,7 @@
 #include <mutex>
 #include <utility>
 
-#include "analyze/model/RdyToRun.h"
-#include "analyze/model/RunTime.h"
-#include "analyze/model/SysCallList.h"
+#include "analyze/model/SharedAnalysis.h"
 #include "trace/EventReader.h"
 #include "trace/TimeSearch.h"
 
@@ -93,9 +91,7 @@ void COSMarker::SetMarker(IViewSender* sender, int which, std::uint32_t event) {
 
 void COSMarker::RebuildAnalyses() {
     const std::lock_guard guard(*shared_.lock);
-    shared_.runTime->Build();
-    shared_.rdyToRun->Build();
-    shared_.sysCalls->Build();
+    for (kvx::SharedAnalysis* const analysis : shared_.analyses) analysis->Build();
 }
 
 void COSMarker::SetMarkerAt(IViewSender* sender, int which, double time) {

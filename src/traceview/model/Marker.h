@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 
 #include "analyze/model/AnalysisRange.h"
 #include "platform/Mutex.h"
@@ -13,12 +14,8 @@
 
 namespace kvx {
 class PlainEvents;
-}
-class COSTrace;
-class CContextMng;
-class CRunTimeAnalysis;
-class CRdyToRunAnalysis;
-class COSSysCallList;
+class SharedAnalysis;
+}  // namespace kvx
 
 inline constexpr int kMarkerStart = 0;
 inline constexpr int kMarkerEnd = 1;
@@ -32,11 +29,7 @@ class COSMarker {
 
     // Borrowed, set once by their owner.
     struct Shared {
-        COSTrace* engine = nullptr;
-        CContextMng* contexts = nullptr;
-        CRunTimeAnalysis* runTime = nullptr;
-        COSSysCallList* sysCalls = nullptr;
-        CRdyToRunAnalysis* rdyToRun = nullptr;
+        std::span<kvx::SharedAnalysis* const> analyses;
         CMutex* lock = nullptr;
     };
     void SetShared(const Shared& shared) { shared_ = shared; }

@@ -5,8 +5,10 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "workbench/cli/AnalysisTables.h"
+#include "analyze/model/CsvWriter.h"
+#include "trace/TraceData.h"
 #include "workbench/cli/RecordingSource.h"
+#include "workbench/cli/TableOutput.h"
 #include "workbench/cli/TerminalView.h"
 #include "workbench/cli/TimeArgument.h"
 
@@ -17,21 +19,21 @@ using Json = nlohmann::ordered_json;
 
 constexpr const char* kNoEvent = "there is no event in the range";
 
-class Analysis {
+class Analyses {
   public:
-    Analysis(const AnalyzeOptions& options, const Streams& streams, service::TraceService& service)
-        : options_(options), streams_(streams), service_(service), source_(service) {
-        for (const auto which : {EAnalysis::RunTime, EAnalysis::RdyToRun, EAnalysis::SysCall}) {
-            if (options_.table == "all" || options_.table == kNames[static_cast<int>(which)])
-                tables_.emplace_back(data_, which);
-        }
-    }
+    Analyses(const AnalyzeOptions& options, const Streams& streams, service::TraceService& service)
+        : options_(options), streams_(streams), service_(service), source_(service) {}
 
     // Answers what is wrong with the options; empty: nothing.
     std::string Prepare() {
         Open();
         std::string fault = SetRange();
-        return fault.empty() ? Sort() : fault;
+        if (!fault.empty()) return fault;
+        for (const SharedAnalysis* const analysis : data_.analyses) {
+            if (options_.table == "all" || options_.table == analysis->Form().name)
+                tables_.emplace_back(*analysis);
+        }
+        return Sort();
     }
 
     // Writes one table; false, and why, where it cannot be written.
@@ -89,101 +91,60 @@ class Analysis {
             return "--sort takes COLUMN or COLUMN:desc";
         bool sorted = false;
         std::string known;
-        for (AnalysisTable& table : tables_) {
+        for (TableOutput& table : tables_) {
             sorted |= table.Sort(column, direction == ":desc");
-            for (const auto& c : table.Columns()) known.append(known.empty() ? "" : " ") += c.name;
+            for (const AnalysisColumn& each : table.Table().Form().columns) {
+                if (each.kind == ValueKind::Bar) continue;
+                known.append(known.empty() ? "" : " ") += each.key;
+            }
         }
         return sorted ? "" : "there is no column '" + column + "'; there are " + known;
     }
-
-    // Every column as wide as its widest text.
-    void WriteTable(const AnalysisTable& table) {
-        std::vector<std::string> titles;
-        std::vector<std::size_t> widths;
-        for (const auto& column : table.Columns()) {
-            titles.emplace_back(column.title);
-            widths.push_back(titles.back().size());
-        }
-        for (int row = 0; row < table.RowCount(); ++row) {
-            const std::vector<std::string> texts = table.Texts(row);
-            for (std::size_t c = 0; c < texts.size(); ++c)
-                widths[c] = std::max(widths[c], Characters(texts[c]));
-        }
-        streams_.out << '\n' << table.Title() << '\n';
-        WriteRow(table, titles, widths);
-        for (int row = 0; row < table.RowCount(); ++row) WriteRow(table, table.Texts(row), widths);
-    }
-
-    void WriteRow(const AnalysisTable& table, const std::vector<std::string>& texts,
-                  const std::vector<std::size_t>& widths) {
-        std::string line;
-        for (std::size_t c = 0; c < texts.size(); ++c) {
-            const std::string blanks(widths[c] - Characters(texts[c]), ' ');
-            const bool right = table.Columns()[c].right;
-            line.append(c ? "  " : "");
-            line.append(right ? blanks : "").append(texts[c]).append(right ? "" : blanks);
-        }
-        line.erase(line.find_last_not_of(' ') + 1);
-        streams_.out << line << '\n';
-    }
-
-    static std::size_t Characters(const std::string& text) {
-        return static_cast<std::size_t>(
-            std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-    }
-
-    static constexpr const char* kNames[] = {"run-time", "rdy-run", "syscalls"};
 
     const AnalyzeOptions& options_;
     const Streams& streams_;
     service::TraceService& service_;
     RecordingSource source_;
     COSTraceData data_{source_};
-    std::vector<AnalysisTable> tables_;
+    std::vector<TableOutput> tables_;
 };
 
-bool Analysis::WriteCsv() {
-    const CCsvWriter writer(source_, data_.engine, data_.contexts, data_.runTime, data_.rdyToRun,
-                            data_.sysCalls);
-    const EAnalysis which = tables_.front().Which();
+bool Analyses::WriteCsv() {
+    const TableOutput& table = tables_.front();
+    const CCsvWriter writer(table.Table(), [&table](int k) { return table.Row(k); });
     if (options_.csv == "-") {
-        writer.WriteLines(which, [this](std::string_view line) {
+        writer.WriteLines([this](std::string_view line) {
             streams_.out << line;
             return streams_.out.good();
         });
         return true;  // the final status looks at the stream
     }
     CCsvWriter::Failure failure;
-    if (writer.Write(which, options_.csv, &failure)) return true;
+    if (writer.Write(options_.csv, &failure)) return true;
     streams_.error << "kvxostrace: " << options_.csv << ": "
                    << (failure.opened ? "cannot be written: " : "cannot be opened: ")
                    << failure.reason << '\n';
     return false;
 }
 
-void Analysis::WriteJson(const std::string& indent) {
+void Analyses::WriteJson(const std::string& indent) {
     const kvx::AnalysisRange range = data_.markers.Range();
     const Json json = {{"start", static_cast<std::int64_t>(range.start)},
                        {"end", static_cast<std::int64_t>(range.end)}};
     streams_.out << indent << "\"range\": " << json.dump();
-    for (const AnalysisTable& table : tables_) {
-        streams_.out << ",\n" << indent << "\"" << table.Key() << "\": [";
-        for (int row = 0; row < table.RowCount(); ++row) {
-            streams_.out << (row ? ",\n" : "\n") << indent << "  "
-                         << table.Json(row).dump(-1, ' ', false, Json::error_handler_t::replace);
-        }
-        if (table.RowCount()) streams_.out << "\n" << indent;
-        streams_.out << "]";
+    for (const TableOutput& table : tables_) {
+        streams_.out << ",\n" << indent << "\"" << table.Table().Form().jsonKey << "\": ";
+        table.WriteJson(streams_.out, indent);
     }
     streams_.out << "\n";
 }
 
-void Analysis::WriteText() {
+void Analyses::WriteText() {
     const kvx::AnalysisRange range = data_.markers.Range();
     const COSTrace& engine = data_.engine;
     streams_.out << "Mark: " << engine.TimeText(range.start) << " - " << engine.TimeText(range.end)
                  << " = " << engine.TimeText(range.end - range.start) << '\n';
-    for (const AnalysisTable& table : tables_) WriteTable(table);
+    for (const TableOutput& table : tables_) table.WriteText(streams_.out);
 }
 
 // Every processor that is asked for in turn. Of several, one without an event in the range is left
@@ -197,10 +158,10 @@ int ForEachProcessor(const AnalyzeOptions& options, const Streams& streams,
     int worked = 0;
     for (const auto processor : processors) {
         service.ShowProcessor(processor);
-        Analysis analysis(options, streams, service);
-        const std::string fault = analysis.Prepare();
+        Analyses analyses(options, streams, service);
+        const std::string fault = analyses.Prepare();
         if (fault.empty()) {
-            work(analysis, processor, worked++ == 0);
+            work(analyses, processor, worked++ == 0);
             continue;
         }
         streams.error << "kvxostrace: ";
@@ -216,7 +177,7 @@ int WriteCsv(const AnalyzeOptions& options, const Streams& streams,
     bool written = true;
     const int status = ForEachProcessor(
         options, streams, service,
-        [&](Analysis& analysis, std::uint32_t, bool) { written = analysis.WriteCsv(); });
+        [&](Analyses& analyses, std::uint32_t, bool) { written = analyses.WriteCsv(); });
     return status == kExitDone && !written ? kExitFailed : status;
 }
 
@@ -225,17 +186,17 @@ int WriteJson(const AnalyzeOptions& options, const Streams& streams,
     std::ostream& out = streams.out;
     if (!options.trace.processors.IsAll()) {
         return ForEachProcessor(options, streams, service,
-                                [&](Analysis& analysis, std::uint32_t, bool) {
+                                [&](Analyses& analyses, std::uint32_t, bool) {
                                     out << "{\n";
-                                    analysis.WriteJson("  ");
+                                    analyses.WriteJson("  ");
                                     out << "}\n";
                                 });
     }
     const int status = ForEachProcessor(
-        options, streams, service, [&](Analysis& analysis, std::uint32_t processor, bool first) {
+        options, streams, service, [&](Analyses& analyses, std::uint32_t processor, bool first) {
             out << (first ? "{\n  \"processors\": [\n" : ",\n")
                 << "    {\n      \"processor\": " << processor << ",\n";
-            analysis.WriteJson("      ");
+            analyses.WriteJson("      ");
             out << "    }";
         });
     if (status == kExitDone) out << "\n  ]\n}\n";
@@ -245,10 +206,10 @@ int WriteJson(const AnalyzeOptions& options, const Streams& streams,
 int WriteText(const AnalyzeOptions& options, const Streams& streams,
               service::TraceService& service) {
     return ForEachProcessor(
-        options, streams, service, [&](Analysis& analysis, std::uint32_t processor, bool first) {
+        options, streams, service, [&](Analyses& analyses, std::uint32_t processor, bool first) {
             if (options.trace.processors.IsAll())
                 streams.out << (first ? "" : "\n") << "Processor " << processor << '\n';
-            analysis.WriteText();
+            analyses.WriteText();
         });
 }
 
