@@ -104,7 +104,7 @@ class AnalysisModel {
     }
 
     // Since when the task that event i dispatches has been ready, if its last state says so: since
-    // that state, or since the processor was taken from it thereafter.
+    // that state, or since the processor was taken from it thereafter. Not across a gap.
     std::optional<std::size_t> ReadyAt(std::size_t i, int line) const {
         std::size_t state = i;
         while (state > 0 && !Changes(state - 1, line)) --state;
@@ -112,9 +112,17 @@ class AnalysisModel {
         --state;
         if (trace_.code[state] != 1 || trace_.flags[state] & host::kFlagSuspended)
             return std::nullopt;
-        for (std::size_t e = i; e > state; --e)
-            if (Leaves(e, line)) return e;
-        return state;
+        std::optional<std::size_t> left;
+        for (std::size_t e = i; e > state; --e) {
+            if (!Leaves(e, line)) continue;
+            if (e < i && trace_.contexts[trace_.next[e]].type == kContextUnknown)
+                return std::nullopt;
+            if (!left) left = e;
+        }
+        const auto end = trace_.endEvent[state];
+        const bool cut = end < Decoded() && Time(end) < Time(i);
+        if (!left && cut) return std::nullopt;
+        return left ? left : state;
     }
 
     void Wait(ModelRecord& record, std::uint32_t i, int line) const {

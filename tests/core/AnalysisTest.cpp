@@ -177,6 +177,32 @@ TEST(ReadyToRun, MeasuresWaitsThatBeganBeforeTheRangeInFull) {
     EXPECT_EQ(a->maxEvents.Events(), std::vector<std::uint32_t>{7});
 }
 
+TEST(ReadyToRun, NothingIsMeasuredAcrossAGap) {
+    ScriptedTrace trace;
+    const auto task = trace.AddTask(1, "A");
+    const auto other = trace.AddTask(2, "B");
+    const auto unknown = trace.AddUnknown();
+    trace.State(1, task, 1);
+    trace.State(1, other, 1);
+    trace.Dispatch(2, unknown, other);
+    trace.Gap(5, other, unknown);  // A is ready, B runs
+    trace.Dispatch(9, unknown, task);
+    trace.State(9, other, 1);
+    trace.Dispatch(12, task, other);
+    trace.Dispatch(14, other, unknown);
+    Core core(trace);
+    core.SetRange(0, core.service.Decoded() - 1);
+    const CRdyToRun* a = core.data.rdyToRun.Find(task);
+    const CRdyToRun* b = core.data.rdyToRun.Find(other);
+    ASSERT_TRUE(a && b);
+    EXPECT_EQ(a->Num, 1);
+    EXPECT_EQ(a->measured, 0);
+    EXPECT_EQ(b->Num, 2);
+    EXPECT_EQ(b->Total, 1 + 3);
+    core.SetRange(4, core.service.Decoded() - 1);  // looked back for from behind the gap
+    EXPECT_EQ(core.data.rdyToRun.Find(task)->measured, 0);
+}
+
 // A wait of a task that never became ready looks through what lies before the range once, however
 // many dispatches there are.
 TEST(ReadyToRun, LooksBackOnce) {

@@ -1,6 +1,6 @@
 #pragma once
 // Small random traces with what real ones have: equal times, intervals of no length, contexts that
-// never run, calls, states, several hatched contexts.
+// never run, calls, states, several hatched contexts, gaps.
 
 #include <random>
 
@@ -45,7 +45,10 @@ inline ScriptedTrace RandomTrace(std::mt19937& random, const RandomTraceShape& s
         const int kind = Draw(random, 1, 10);
         if (kind <= 4) {
             const std::uint32_t next = any();
-            trace.Dispatch(t, running, next);
+            if (trace.contexts[next].type == kContextUnknown && Draw(random, 0, 1))
+                trace.Gap(t, running, next);
+            else
+                trace.Dispatch(t, running, next);
             running = next;
         } else if (kind <= 7) {
             const int state = Draw(random, 0, 1) ? 1 : Draw(random, 1, 13);

@@ -112,6 +112,90 @@ TEST(Decoder, BasePrioritiesAreThoseOfTheResourceFileUntilACallChangesThem) {
                                      "5: task 2 9"));
 }
 
+// Two processors; on the first the records between times 4 and 8 are lost.
+class GappedRecording final : public service::Recording {
+  public:
+    std::string Path() const override { return "gapped"; }
+    std::string FormatName() const override { return "made up"; }
+    const service::TraceClock& Clock() const override { return clock_; }
+    const std::vector<std::uint32_t>& Processors() const override { return processors_; }
+    const std::vector<service::DeclaredContext>& Contexts() const override { return contexts_; }
+    std::uint32_t RecordCount() const override {
+        return static_cast<std::uint32_t>(records_.size());
+    }
+    std::int64_t FirstTime() const override { return records_.front().time; }
+    std::int64_t LastTime() const override { return records_.back().time; }
+    void Read(std::uint32_t first, std::span<service::Record> out) override {
+        std::copy_n(records_.begin() + first, out.size(), out.begin());
+    }
+    std::string Detail(std::uint32_t) const override { return {}; }
+    std::string NameOf(std::uint32_t) const override { return {}; }
+    std::int64_t TimeOf(std::uint32_t record) const override { return records_[record].time; }
+    const service::LossCounters& Losses() const override { return losses_; }
+    const std::vector<std::string>& Warnings() const override { return warnings_; }
+
+    void Add(std::int64_t time, std::uint32_t processor, service::RecordKind kind,
+             std::uint64_t subject, const char* name = "") {
+        service::Record record;
+        record.time = time;
+        record.processor = processor;
+        record.kind = kind;
+        const bool handler =
+            kind == service::RecordKind::Enter || kind == service::RecordKind::Leave;
+        record.subject = {handler ? service::ContextKind::Interrupt : service::ContextKind::Task,
+                          subject};
+        record.name = name;
+        records_.push_back(record);
+    }
+
+  private:
+    service::TraceClock clock_;
+    std::vector<std::uint32_t> processors_{1, 2};
+    std::vector<service::DeclaredContext> contexts_;
+    std::vector<service::Record> records_;
+    service::LossCounters losses_;
+    std::vector<std::string> warnings_;
+};
+
+TEST(Decoder, NothingThatWasKnownHoldsOnAcrossAGap) {
+    using service::RecordKind;
+    auto made = std::make_unique<GappedRecording>();
+    made->Add(1, 1, RecordKind::DispatchTo, 1);
+    made->Add(1, 2, RecordKind::DispatchTo, 2);
+    made->Add(2, 1, RecordKind::State, 3);  // ready
+    made->Add(2, 2, RecordKind::State, 4);
+    made->Add(3, 1, RecordKind::Call, 0, "outer");
+    made->Add(3, 2, RecordKind::Call, 0, "other");
+    made->Add(4, 1, RecordKind::Enter, 9);
+    made->Add(4, 1, RecordKind::Gap, 0);
+    made->Add(8, 1, RecordKind::Leave, 9);
+    made->Add(8, 1, RecordKind::Return, 0, "outer");
+    made->Add(9, 2, RecordKind::Return, 0, "other");
+    made->Add(10, 1, RecordKind::DispatchTo, 3);
+    made->Add(11, 2, RecordKind::DispatchTo, 4);
+    service::TraceService trace;
+    trace.SetRecording(std::move(made));
+    trace.ShowProcessor(1);
+    const auto summary = trace.Summarize();
+    EXPECT_THAT(Events(trace),
+                ElementsAre("1 run Unknown: task 1", "2 state task 3: RDY",
+                            "3 call task 1: outer()", "4 run task 1: int handler 9",
+                            "4 run int handler 9: Unknown", "10 run Unknown: task 3"));
+    std::int64_t end = 0;
+    trace.GetEventEndTime(1, &end);
+    EXPECT_EQ(end, 4);
+    // The other processor goes on with what it ran; who was ready there may have run on the first.
+    trace.ShowProcessor(2);
+    trace.Summarize();
+    EXPECT_THAT(Events(trace), ElementsAre("1 run Unknown: task 2", "2 state task 4: RDY",
+                                           "3 call task 2: other()", "4 run task 2: Unknown",
+                                           "4 run Unknown: task 2", "11 run task 2: task 4",
+                                           "11 state task 2: RDY"));
+    trace.GetEventEndTime(1, &end);
+    EXPECT_EQ(end, 4);
+    EXPECT_THAT(CountersOf(summary.losses), IsEmpty());
+}
+
 TEST(Decoder, SuspensionLiesOverTheState) {
     EXPECT_THAT(
         EventsOfLog("[1] dispatch to task 1.\n"

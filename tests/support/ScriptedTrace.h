@@ -73,9 +73,14 @@ struct ScriptedTrace {
     }
     std::uint32_t State(std::int64_t t, std::uint32_t of, int state, int eventFlags = 0) {
         const std::uint32_t event = Add(t, kEventState, of, of, state, eventFlags);
-        if (!statesOf[of].empty()) endEvent[statesOf[of].back()] = event;
+        EndState(of, event);
         statesOf[of].push_back(event);
         return event;
+    }
+    // A dispatch to a context that is not known, with which the states of all contexts end.
+    void Gap(std::int64_t t, std::uint32_t from, std::uint32_t unknown) {
+        const auto event = Dispatch(t, from, unknown);
+        for (std::uint32_t c = 0; c < contexts.size(); ++c) EndState(c, event);
     }
     std::uint32_t Call(std::int64_t t, std::uint32_t issuer, int cls, const ScriptedTexts& said) {
         texts.push_back(said);
@@ -94,6 +99,10 @@ struct ScriptedTrace {
     const ScriptedTexts& Texts(std::uint32_t call) const { return texts[text[call]]; }
 
   private:
+    void EndState(std::uint32_t of, std::uint32_t event) {
+        if (statesOf[of].empty() || endEvent[statesOf[of].back()] != host::kOpenEnd) return;
+        endEvent[statesOf[of].back()] = event;
+    }
     std::uint32_t Add(std::int64_t t, int eventKind, std::uint32_t of, std::uint32_t to,
                       int eventCode, int eventFlags) {
         time.push_back(t);

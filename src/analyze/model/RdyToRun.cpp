@@ -83,7 +83,8 @@ void CRdyToRunAnalysis::AddTasks() {
 template <class Events>
 void CRdyToRunAnalysis::CreditRange(const Events& events, const kvx::AnalysisRange& range) {
     if (events.Count() == 0) return;
-    kvx::ReadyLookBack<Events> before(events, range.first);
+    kvx::ReadyLookBack<Events> before(events, range.first,
+                                      [this](std::uint32_t line) { return IsUnknown(line); });
     for (std::uint32_t e = range.first; e < range.waitsBelow; ++e) {
         const int kind = events.Kind(e);
         if (kind == kEventState) {
@@ -91,21 +92,33 @@ void CRdyToRunAnalysis::CreditRange(const Events& events, const kvx::AnalysisRan
                 record->stateKnown = true;
                 record->canBeReady = events.IsReady(e);
                 record->readySince = record->canBeReady ? events.Time(e) : 0.0;
+                record->readyUntil = events.EndTime(e);
             }
         } else if (kind == kEventDispatch) {
             const double t = events.Time(e);
-            if (CRdyToRun* const left = Find(events.Context(e))) Leave(*left, t, before);
+            if (CRdyToRun* const left = Find(events.Context(e)))
+                Leave(*left, t, IsUnknown(events.Next(e)), before);
             if (CRdyToRun* const entered = Find(events.Next(e))) Credit(*entered, e, t, before);
         }
     }
 }
 
+bool CRdyToRunAnalysis::IsUnknown(std::uint32_t line) const {
+    return line != kvx::kNoLine &&
+           shared_.contexts->GetType(static_cast<int>(line)) == kContextUnknown;
+}
+
 // The task lost the processor at time t. That makes it ready unless it waits, is suspended or
-// dormant, or nothing is known of it.
+// dormant, or nothing is known of it, as where a gap of the recording begins.
 template <class LookBack>
-void CRdyToRunAnalysis::Leave(CRdyToRun& record, double t, LookBack& before) {
+void CRdyToRunAnalysis::Leave(CRdyToRun& record, double t, bool toUnknown, LookBack& before) {
+    if (toUnknown) {
+        record.stateKnown = true;
+        record.canBeReady = false;
+    }
     const bool ready = record.stateKnown ? record.canBeReady : before.CanBeReady(record.context);
     record.readySince = ready ? t : 0.0;
+    record.readyUntil = 0.0;
 }
 
 // The end of one wait, at time t of the dispatch.
@@ -118,9 +131,12 @@ void CRdyToRunAnalysis::Credit(CRdyToRun& record, std::uint32_t dispatch, double
         if (const auto ready = before.Find(record.context)) {
             remembered = *ready;
             record.readySince = before.Reader().Time(*ready);
+            const bool state = before.Reader().Kind(*ready) == kEventState;
+            record.readyUntil = state ? before.Reader().EndTime(*ready) : 0.0;
         }
     }
-    if (record.readySince != 0.0) record.Add(t - record.readySince, remembered);
+    const bool cut = record.readyUntil != 0.0 && record.readyUntil < t;
+    if (record.readySince != 0.0 && !cut) record.Add(t - record.readySince, remembered);
     record.readySince = 0.0;
 }
 

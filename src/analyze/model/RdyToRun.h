@@ -19,6 +19,7 @@ struct CRdyToRun {
     double Total = 0.0;
     double Avg = 0.0;
     double readySince = 0.0;  // 0.0: not set or not ready
+    double readyUntil = 0.0;  // end of the state that says so; 0.0: open, or no state says so
     // Whether a state was come across in the range, and whether losing the processor makes the task
     // ready in the last one.
     bool stateKnown = false;
@@ -64,8 +65,9 @@ class CRdyToRunAnalysis final : public kvx::SharedAnalysis {
     void AddTasks();
     template <class Events>
     void CreditRange(const Events& events, const kvx::AnalysisRange& range);
+    bool IsUnknown(std::uint32_t line) const;
     template <class LookBack>
-    void Leave(CRdyToRun& record, double t, LookBack& before);
+    void Leave(CRdyToRun& record, double t, bool toUnknown, LookBack& before);
     template <class LookBack>
     void Credit(CRdyToRun& record, std::uint32_t dispatch, double t, LookBack& before);
 

@@ -2,9 +2,11 @@
 // Whether each context is ready at the start of a range, and since when: from its last state before
 // the start, and the dispatches that took the processor from it afterwards. One that waits, is
 // suspended or dormant does not become ready by losing the processor; nor does one of which no
-// state is known.
+// state is known, or that loses it where the recording has a gap, to nobody knows whom.
 
+#include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "host/OSTraceService.h"
@@ -16,8 +18,10 @@ namespace kvx {
 template <class Events>
 class ReadyLookBack {
   public:
-    ReadyLookBack(const Events& events, std::uint32_t start)
-        : events_(events), unread_(std::uint64_t{start} + 1) {}
+    // isUnknown: whether a line is that of the unidentified context.
+    ReadyLookBack(const Events& events, std::uint32_t start,
+                  std::function<bool(std::uint32_t)> isUnknown)
+        : events_(events), isUnknown_(std::move(isUnknown)), unread_(std::uint64_t{start} + 1) {}
 
     const Events& Reader() const { return events_; }
     // The event that made the context ready; none where it was not, or where that is not recorded.
@@ -45,7 +49,10 @@ class ReadyLookBack {
         const int kind = events_.Kind(event);
         if (kind == kEventDispatch) {
             const auto context = events_.Context(event);
-            if (context != kNoLine && !PastOf(context).lost) PastOf(context).lost = event;
+            if (context == kNoLine || PastOf(context).known) return;
+            Past& past = PastOf(context);
+            past.known = isUnknown_(events_.Next(event));
+            if (!past.lost) past.lost = event;
         } else if (kind == kEventState) {
             const auto context = events_.StateContext(event);
             if (context == kNoLine || PastOf(context).known) return;
@@ -57,6 +64,7 @@ class ReadyLookBack {
     }
 
     const Events& events_;
+    const std::function<bool(std::uint32_t)> isUnknown_;
     std::uint64_t unread_;  // events below this are not read yet
     std::vector<Past> pasts_;
 };

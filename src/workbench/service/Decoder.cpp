@@ -111,6 +111,8 @@ void Decoder::Apply(Processor& on, const Record& record) {
             return OnReturn(on, record);
         case RecordKind::Migrate:
             return OnMigrate(record);
+        case RecordKind::Gap:
+            return OnGap(on);
     }
 }
 
@@ -196,7 +198,26 @@ void Decoder::OnLeaveUnentered(Processor& on, const ContextKey& handler) {
     if (!ranAtStart || !on.timeline) return;
     EventWriter& writer = on.timeline->writer;
     writer.LearnCurrent(writer.ContextOf(handler));
-    DispatchBelow(on);
+    if (writer.Current() != writer.Unknown()) DispatchBelow(on);
+}
+
+// From here on anybody may run, and any task may have changed its state: what is shown of them ends
+// here. What runs on another processor goes on there. Its tasks end with a moment of not knowing
+// who runs, for a state can only end with an event of the same processor.
+void Decoder::OnGap(Processor& on) {
+    on.handlers.clear();
+    on.otherCalls = {};
+    on.known = on.handlersSeen = false;
+    on.running = nullptr;
+    const auto ended = tasks_.ForgetAllOn(on.number);
+    for (Timeline* const timeline : timelines_) {
+        const bool here = timeline == on.timeline;
+        if (!here && std::ranges::find(ended, timeline) == ended.end()) continue;
+        EventWriter& writer = timeline->writer;
+        const auto current = writer.Current();
+        if (here || current != writer.Unknown()) writer.Dispatch(writer.Unknown());
+        if (!here) writer.Dispatch(current);
+    }
 }
 
 void Decoder::OnCall(Processor& on, const Record& record) {

@@ -47,6 +47,7 @@ class Decoder {
     void OnCall(Processor& on, const Record& record);
     void OnReturn(Processor& on, const Record& record);
     void OnMigrate(const Record& record);
+    void OnGap(Processor& on);
     void OnPriority(const Processor& on, const Record& record);
     void ApplyInferredReady();
 

@@ -129,9 +129,12 @@ std::string EventStore::CheckIntervals() const {
         if (end_[e] <= e || end_[e] >= Count()) return FormatText("event %u ends nowhere", e);
         const auto by = end_[e];
         const auto who = next_[e];
+        // A state is cut off where nobody knows any more who runs: at a dispatch to the one context
+        // that has no states.
+        const bool cut = kind_[by] == kEventDispatch && states_.Of(next_[by], Count()).count == 0;
         const bool ends = kind_[e] == kEventDispatch
                               ? kind_[by] == kEventDispatch
-                              : kind_[by] != kEventSysCall && next_[by] == who;
+                              : cut || (kind_[by] != kEventSysCall && next_[by] == who);
         if (!ends) return FormatText("event %u is ended by %u, which cannot end it", e, by);
     }
     for (std::size_t i = 0; i + 1 < dispatches_.size(); ++i) {

@@ -76,6 +76,8 @@ class Pass {
             case RecordKind::DispatchTo:
             case RecordKind::Runs:
                 return OnIn(record.subject.id);
+            case RecordKind::Gap:
+                return OnGap();
             default:
                 return;
         }
@@ -159,6 +161,16 @@ class Pass {
         task = {};
         task.why = Sleeper::Why::Runs;
         running_ = &task;
+    }
+
+    // Nothing is concluded across it.
+    void OnGap() {
+        sleepers_.clear();
+        created_.clear();
+        releases_.clear();
+        running_ = nullptr;
+        lastInterrupt_ = kNever;
+        handlers_ = 0;
     }
 
     void AddReady(std::uint64_t id, std::uint32_t record) {

@@ -59,7 +59,8 @@ enum class RecordKind : std::uint8_t {
     Call,          // the running context issues the system call `name`
     InstantCall,   // the same, with nothing to follow
     Return,        // the system call `name` returns; empty: the innermost one
-    Migrate        // subject moves to processor `target`
+    Migrate,       // subject moves to processor `target`
+    Gap            // what comes next on the processor is lost: nothing that was known holds on
 };
 
 struct Record {

@@ -44,6 +44,7 @@ struct Task {
     std::uint32_t processor = kAnyProcessor;    // where it belongs
     std::uint32_t runsOn = kAnyProcessor;       // while it runs
     std::uint32_t destination = kAnyProcessor;  // where it goes as soon as it stops running
+    bool isKnown = false;                       // of the tracker
     Condition condition;
     CallStack calls;
     Presence here;                    // on processor

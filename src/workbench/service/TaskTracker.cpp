@@ -11,6 +11,8 @@ Task& TaskTracker::Get(std::uint64_t id, std::uint32_t processor) {
         at->second.processor = processor;
         at->second.here.timeline = timelineOf_(processor);
     }
+    if (!at->second.isKnown) known_.push_back(&at->second);
+    at->second.isKnown = true;
     return at->second;
 }
 
@@ -53,6 +55,30 @@ void TaskTracker::MoveTo(Task& task, std::uint32_t processor) {
     if (!task.here.timeline || known == task.elsewhere.end()) return;
     task.here = *known;
     task.elsewhere.erase(known);
+}
+
+std::vector<Timeline*> TaskTracker::ForgetAllOn(std::uint32_t processor) {
+    std::vector<Timeline*> ended;
+    const auto end = [&](Presence& presence) {
+        presence.away = false;
+        if (presence.openEvent == host::kOpenEnd) return;
+        presence.timeline->writer.CloseWithNext(presence.openEvent);
+        presence.openEvent = host::kOpenEnd;
+        if (std::ranges::find(ended, presence.timeline) == ended.end())
+            ended.push_back(presence.timeline);
+    };
+    std::erase_if(known_, [&](Task* task) {
+        if (task->condition.activity == Activity::Running && task->runsOn != processor)
+            return false;
+        task->condition = {};
+        task->calls = {};
+        task->destination = kAnyProcessor;
+        end(task->here);
+        for (Presence& presence : task->elsewhere) end(presence);
+        task->isKnown = false;
+        return true;
+    });
+    return ended;
 }
 
 void TaskTracker::Show(Task& task) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <unordered_map>
+#include <vector>
 
 #include "workbench/service/Task.h"
 
@@ -30,6 +31,9 @@ class TaskTracker {
     void Run(Task& task, std::uint32_t processor);
     // The processor that the task leaves shows it as dormant and paused from then on.
     void MoveTo(Task& task, std::uint32_t processor);
+    // Nothing is known any more of any task but those that run on other processors. What was shown
+    // of them ends with the next event of its timeline; answers those timelines.
+    std::vector<Timeline*> ForgetAllOn(std::uint32_t processor);
     // Shows the state again for a task that has come to its processor.
     void Show(Task& task);
 
@@ -39,6 +43,7 @@ class TaskTracker {
     const TimelineOf timelineOf_;
     const Moment& moment_;
     std::unordered_map<std::uint64_t, Task> tasks_;
+    std::vector<Task*> known_;  // of which something may be known
 };
 
 }  // namespace kvx::service
