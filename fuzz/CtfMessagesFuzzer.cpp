@@ -3,18 +3,19 @@
 #include <cstdlib>
 
 #include "fuzz/Scratch.h"
-#include "workbench/formats/ctf/CtfRecording.h"
 #include "workbench/formats/ctf/MessageParser.h"
+#include "workbench/formats/events/EventRecording.h"
 #include "workbench/service/TraceService.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace kvx::formats::ctf;
-    Trace trace;
-    Loader loader(trace, size + 1, nullptr);
-    MessageParser(loader).Take(kvx::fuzz::AsText(data, size));
+    using namespace kvx::formats;
+    EventTrace trace;
+    EventLoader loader(trace, size + 1, nullptr);
+    ctf::MessageParser(loader).Take(kvx::fuzz::AsText(data, size));
     if (trace.records.Count() == 0) return 0;
+    loader.Finish();
     kvx::service::TraceService service;
-    service.SetRecording(std::make_unique<CtfRecording>("x", std::move(trace), Damage()));
+    service.SetRecording(std::make_unique<EventRecording>("x", std::move(trace), EventDamage()));
     service.Summarize();
     if (!service.Check().empty()) std::abort();
     std::uint32_t events = 0;

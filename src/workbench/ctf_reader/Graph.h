@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "workbench/formats/ctf/EventSink.h"
+#include "workbench/formats/events/EventSink.h"
 
 namespace kvx::ctf_reader {
 
-using formats::ctf::Discarded;
+using formats::Discarded;
 
 class IMessages {
   public:

@@ -25,6 +25,7 @@ struct EventPlan {
     FieldRef callName;   // calls whose name is in a field: its label, else its number
     FieldRef priority;   // base priority of the subject
     FieldRef processor;
+    FieldRef condition;  // the event means nothing where this field is 0
     std::vector<EventDetail> details;
     bool objectIsTask = false;  // object is numbered like the tasks are
     bool tellsReady = false;    // the kernel tells itself when tasks become ready

@@ -4,10 +4,10 @@
 #include <filesystem>
 
 #include "workbench/formats/Registry.h"
-#include "workbench/formats/ctf/CtfRecording.h"
 #include "workbench/formats/ctf/LibraryRun.h"
-#include "workbench/formats/ctf/Loader.h"
 #include "workbench/formats/ctf/Metadata.h"
+#include "workbench/formats/events/EventLoader.h"
+#include "workbench/formats/events/EventRecording.h"
 
 namespace kvx::formats {
 namespace ctf {
@@ -56,6 +56,14 @@ std::string WhyNothing(const std::string& path, const std::vector<std::string>& 
     return path + ": " + result.reason + ", before the first event";
 }
 
+// Times since 1970 lose their last digits in floating point: whole days are taken off.
+void TakeDaysOff(EventTrace& trace) {
+    constexpr std::int64_t kDay = std::int64_t{86400} * 1000000000;
+    const auto first = trace.records.At(0).time;
+    if (trace.unit == service::TimeUnit::Nanoseconds && first > kDay)
+        trace.origin = first / kDay * kDay;
+}
+
 Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions& /*options*/,
                                         IOpenProgress* progress) {
     const auto path =
@@ -64,7 +72,7 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
     if (folders.empty())
         return Error{candidate.path + ": metadata of a CTF trace, but not called \"metadata\""};
     std::vector<CheckedTrace> traces;
-    Damage damage;
+    EventDamage damage;
     std::uint64_t bytes = 0;
     for (const auto& folder : folders) {
         auto checked = CheckTrace(folder);
@@ -76,17 +84,20 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
         traces.push_back(std::move(*checked));
     }
     if (bytes == 0 && !damage.warnings.empty()) return Error{damage.warnings.front()};
-    Trace trace;
-    Loader loader(trace, bytes, progress);
+    EventTrace trace;
+    trace.format = "CTF";
+    EventLoader loader(trace, bytes, progress);
     auto result = RunLibrary(traces, bytes, loader);
     if (loader.IsEndless())
         return Error{candidate.path + ": the metadata describes events that take no room"};
     if (result.stopped) return Error{candidate.path + ": opening was cancelled", true};
     if (trace.records.Count() == 0)
         return Error{WhyNothing(candidate.path, folders, traces, result)};
+    loader.Finish();
+    TakeDaysOff(trace);
     damage.reason = std::move(result.reason);
     return std::unique_ptr<Recording>(
-        std::make_unique<CtfRecording>(candidate.path, std::move(trace), damage));
+        std::make_unique<EventRecording>(candidate.path, std::move(trace), damage));
 }
 
 }  // namespace

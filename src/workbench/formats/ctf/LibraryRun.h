@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "workbench/formats/ctf/EventSink.h"
 #include "workbench/formats/ctf/Preflight.h"
+#include "workbench/formats/events/EventSink.h"
 
 namespace kvx::formats::ctf {
 

@@ -105,7 +105,7 @@ MessageParser::Next MessageParser::TakeEvent(std::uint64_t number, ByteCursor& f
                                                                             : Next::Stop;
 }
 
-Value MessageParser::TakeValue(Form form, ByteCursor& from) {
+EventValue MessageParser::TakeValue(Form form, ByteCursor& from) {
     switch (form) {
         case Form::Unsigned:
         case Form::Hexadecimal:

@@ -8,9 +8,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "workbench/formats/ctf/ByteCursor.h"
-#include "workbench/formats/ctf/EventSink.h"
 #include "workbench/formats/ctf/Wire.h"
+#include "workbench/formats/events/ByteCursor.h"
+#include "workbench/formats/events/EventSink.h"
 
 namespace kvx::formats::ctf {
 
@@ -36,15 +36,15 @@ class MessageParser {
     bool TakeKind(ByteCursor& from);
     bool TakePacket(ByteCursor& from);
     Next TakeEvent(std::uint64_t kind, ByteCursor& from);
-    static Value TakeValue(kernels::EventField::Form form, ByteCursor& from);
+    static EventValue TakeValue(kernels::EventField::Form form, ByteCursor& from);
 
     IEventSink& sink_;
     std::vector<kernels::EventNames> names_;
     std::vector<Kind> kinds_;
-    std::unordered_map<std::uint64_t, std::vector<Value>> packets_;  // by stream: its latest
+    std::unordered_map<std::uint64_t, std::vector<EventValue>> packets_;  // by stream: its latest
     std::uint64_t latestStream_ = 0;
-    const std::vector<Value>* latestPacket_ = nullptr;
-    std::vector<Value> values_;
+    const std::vector<EventValue>* latestPacket_ = nullptr;
+    std::vector<EventValue> values_;
     std::int64_t time_ = 0;
     std::optional<std::string> end_;
 };

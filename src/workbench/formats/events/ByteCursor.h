@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace kvx::formats::ctf {
+namespace kvx::formats {
 
 class ByteCursor {
   public:
@@ -39,4 +39,4 @@ class ByteCursor {
     std::string_view rest_;
 };
 
-}  // namespace kvx::formats::ctf
+}  // namespace kvx::formats

@@ -1,14 +1,14 @@
 #pragma once
-// The records of a CTF trace in few bytes each: time, plan, processor, and the values that the plan
+// The records of a trace in few bytes each: time, plan, processor, and the values that the plan
 // asks for, packed.
 
 #include <cstdint>
 #include <string_view>
 #include <vector>
 
-#include "workbench/formats/ctf/ByteCursor.h"
+#include "workbench/formats/events/ByteCursor.h"
 
-namespace kvx::formats::ctf {
+namespace kvx::formats {
 
 class RecordStore {
   public:
@@ -30,9 +30,13 @@ class RecordStore {
     const Entry& At(std::uint32_t record) const { return entries_[record]; }
     ByteCursor Values(std::uint32_t record) const;
 
+    // Puts the records in order of time, those of equal times in the order in which they came.
+    // Answers how often the times of one processor had stepped back.
+    std::uint64_t PutInOrder();
+
   private:
     std::vector<Entry> entries_;
     std::vector<char> values_;
 };
 
-}  // namespace kvx::formats::ctf
+}  // namespace kvx::formats

@@ -1,5 +1,5 @@
 #pragma once
-// Takes the events of a CTF trace in and packs them into records.
+// Takes the events of a trace in and packs them into records.
 
 #include <deque>
 #include <optional>
@@ -9,26 +9,27 @@
 #include <vector>
 
 #include "workbench/formats/OpenRecording.h"
-#include "workbench/formats/ctf/ContextNames.h"
-#include "workbench/formats/ctf/EventSink.h"
-#include "workbench/formats/ctf/RecordStore.h"
+#include "workbench/formats/events/ContextNames.h"
+#include "workbench/formats/events/EventSink.h"
+#include "workbench/formats/events/RecordStore.h"
 #include "workbench/kernels/EventKernel.h"
 
-namespace kvx::formats::ctf {
+namespace kvx::formats {
 
 // What is kept of a trace.
-struct Trace {
+struct EventTrace {
+    std::string format;  // for people, without the kernel
     RecordStore records;
     std::deque<kernels::EventPlan> plans;
     const kernels::EventKernel* kernel = nullptr;  // null: not known
     std::optional<ContextNames> contexts;          // where the kernel is known
     std::deque<std::string> callNames;             // those that stand in fields
     std::set<std::uint32_t> processors;
-    bool hasClock = true;
+    service::TimeUnit unit = service::TimeUnit::Nanoseconds;  // of the events' times
+    std::int64_t origin = 0;                                  // taken off all times
     bool tellsReady = false;
     bool saysWhoRuns = false;  // some event does
-    std::uint64_t discardedEvents = 0;
-    std::uint64_t discardedPackets = 0;
+    service::LossCounters losses;
     std::uint64_t leftOut = 0;  // events beyond what can be numbered
 };
 
@@ -46,40 +47,44 @@ struct PackedOrder {
     }
 };
 
-class Loader final : public IEventSink {
+class EventLoader final : public IEventSink {
   public:
-    // bytes: of all streams together. Events that take less than one each have no end.
-    Loader(Trace& trace, std::uint64_t bytes, IOpenProgress* progress)
-        : trace_(trace), bytes_(bytes), progress_(progress) {
-        trace_.plans.emplace_back();  // for kinds beyond what can be numbered: comments
-    }
+    // bytes: of all streams together. Events that take less than one each have no end. The kernel
+    // is the trace's, or, where that has none, the first one that recognises a kind.
+    EventLoader(EventTrace& trace, std::uint64_t bytes, IOpenProgress* progress);
 
     void OnKind(const kernels::EventShape& shape, const kernels::EventNames& all) override;
-    bool OnEvent(std::uint32_t kind, std::optional<std::int64_t> nanoseconds,
-                 std::span<const Value> values) override;
+    bool OnEvent(std::uint32_t kind, std::optional<std::int64_t> time,
+                 std::span<const EventValue> values) override;
     void OnDiscarded(Discarded what, std::uint64_t count) override;
     bool OnBatch() override;
     // There were more events than the streams have room for.
     bool IsEndless() const { return endless_; }
+    // After the last event: puts the records in order of time.
+    void Finish();
 
   private:
+    static constexpr std::size_t kProcessors = 0x10000;
+
     void NoteProcessor(std::uint16_t processor);
     void Pack(const kernels::EventPlan& plan);
     void PackDetails(const kernels::EventPlan& plan);
     void LearnNames(const kernels::EventPlan& plan);
-    std::uint64_t CallName(const Value& value);
-    Value ValueOf(kernels::FieldRef field) const;
+    std::uint64_t CallName(const EventValue& value);
+    EventValue ValueOf(kernels::FieldRef field) const;
 
-    Trace& trace_;
+    EventTrace& trace_;
     const std::uint64_t bytes_;
     IOpenProgress* progress_;
+    const bool kernelIsGiven_;
     bool endless_ = false;
-    std::span<const Value> values_;  // of the event at hand
+    bool isNumbered_ = false;  // there are no times: the place of an event stands for its time
+    std::span<const EventValue> values_;  // of the event at hand
     std::vector<std::uint16_t> planOfKind_;
     std::unordered_map<std::string, std::uint64_t> callNumbers_;
     std::uint64_t running_ = 0;  // number of the task, of a kernel that says who idles
     std::int64_t latest_ = 0;
-    std::uint16_t latestProcessor_ = 0;
+    std::vector<bool> seenProcessors_ = std::vector<bool>(kProcessors);
 };
 
-}  // namespace kvx::formats::ctf
+}  // namespace kvx::formats

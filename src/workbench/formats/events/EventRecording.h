@@ -1,25 +1,25 @@
 #pragma once
-// A CTF trace: one or more folders with a file "metadata", read at once when it is opened.
+// A trace of events that say what they are, read as a whole when it is opened.
 
 #include <string>
 #include <vector>
 
 #include "workbench/formats/OpenRecording.h"
-#include "workbench/formats/ctf/Loader.h"
+#include "workbench/formats/events/EventLoader.h"
 
-namespace kvx::formats::ctf {
+namespace kvx::formats {
 
 // What could not be read of a trace.
-struct Damage {
+struct EventDamage {
     std::uint64_t streams = 0;          // cut or left out
-    std::vector<std::string> warnings;  // of files
+    std::vector<std::string> warnings;  // for people, one sentence each
     std::string reason;                 // why reading ended early, if it did
 };
 
-class CtfRecording final : public Recording {
+class EventRecording final : public Recording {
   public:
     // trace must hold records.
-    CtfRecording(std::string path, Trace trace, const Damage& damage);
+    EventRecording(std::string path, EventTrace trace, const EventDamage& damage);
 
     std::string Path() const override { return path_; }
     std::string FormatName() const override;
@@ -33,12 +33,12 @@ class CtfRecording final : public Recording {
     std::string Detail(std::uint32_t record) const override;
     std::string NameOf(std::uint32_t record) const override;
     std::int64_t TimeOf(std::uint32_t record) const override {
-        return trace_.records.At(record).time - origin_;
+        return trace_.records.At(record).time - trace_.origin;
     }
     bool RecordsStates() const override;
     bool TellsReady() const override { return trace_.tellsReady; }
     const service::Kernel& GetKernel() const override;
-    std::int64_t TimeOrigin() const override { return origin_; }
+    std::int64_t TimeOrigin() const override { return trace_.origin; }
     const service::LossCounters& Losses() const override { return losses_; }
     const std::vector<std::string>& Warnings() const override { return warnings_; }
 
@@ -46,8 +46,7 @@ class CtfRecording final : public Recording {
     service::Record At(std::uint32_t record) const;
 
     std::string path_;
-    Trace trace_;
-    std::int64_t origin_ = 0;  // subtracted from all times
+    EventTrace trace_;
     service::TraceClock clock_;
     std::vector<std::uint32_t> processors_;
     std::vector<service::DeclaredContext> contexts_;
@@ -55,4 +54,4 @@ class CtfRecording final : public Recording {
     std::vector<std::string> warnings_;
 };
 
-}  // namespace kvx::formats::ctf
+}  // namespace kvx::formats

@@ -1,8 +1,10 @@
-#include "workbench/formats/ctf/RecordStore.h"
+#include "workbench/formats/events/RecordStore.h"
 
+#include <algorithm>
 #include <limits>
+#include <unordered_map>
 
-namespace kvx::formats::ctf {
+namespace kvx::formats {
 
 bool RecordStore::Add(std::int64_t time, std::uint16_t plan, std::uint16_t processor) {
     constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();
@@ -27,9 +29,21 @@ void RecordStore::AddText(std::string_view text) {
 }
 
 ByteCursor RecordStore::Values(std::uint32_t record) const {
-    const std::size_t begin = entries_[record].values;
-    const std::size_t end = record + 1 < Count() ? entries_[record + 1].values : values_.size();
-    return ByteCursor(std::string_view(values_.data(), values_.size()).substr(begin, end - begin));
+    return ByteCursor(
+        std::string_view(values_.data(), values_.size()).substr(entries_[record].values));
 }
 
-}  // namespace kvx::formats::ctf
+std::uint64_t RecordStore::PutInOrder() {
+    if (std::ranges::is_sorted(entries_, {}, &Entry::time)) return 0;
+    std::uint64_t stepsBack = 0;
+    std::unordered_map<std::uint16_t, std::int64_t> latest;
+    for (const auto& entry : entries_) {
+        const auto [at, isNew] = latest.try_emplace(entry.processor, entry.time);
+        if (entry.time < at->second) ++stepsBack;
+        at->second = entry.time;
+    }
+    std::ranges::stable_sort(entries_, {}, &Entry::time);
+    return stepsBack;
+}
+
+}  // namespace kvx::formats

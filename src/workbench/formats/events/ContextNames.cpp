@@ -1,8 +1,12 @@
-#include "workbench/formats/ctf/ContextNames.h"
+#include "workbench/formats/events/ContextNames.h"
 
 #include <algorithm>
 
-namespace kvx::formats::ctf {
+namespace kvx::formats {
+
+namespace {
+constexpr std::string_view kNotKnown = "<...>";  // as Linux writes it
+}
 
 using service::ContextKey;
 using service::ContextKind;
@@ -18,9 +22,11 @@ std::uint64_t ContextNames::NumberOf(ContextKind kind, std::uint64_t id) {
 }
 
 void ContextNames::Learn(const ContextKey& numbered, std::string_view told) {
-    Named& named = contexts_[numbered];
+    Recent& recent = recent_[Hash()(numbered) % recent_.size()];
+    if (!recent.named || recent.key != numbered) recent = {numbered, &contexts_[numbered]};
+    Named& named = *recent.named;
     if (!kernel_.NamesByAddress()) named.id = numbered.id;
-    if (!told.empty() && named.told != told) named.told = told;
+    if (!told.empty() && named.told != told && told != kNotKnown) named.told = told;
 }
 
 void ContextNames::LearnIdle(std::uint64_t task) {
@@ -53,4 +59,4 @@ std::vector<service::DeclaredContext> ContextNames::Declared() const {
     return declared;
 }
 
-}  // namespace kvx::formats::ctf
+}  // namespace kvx::formats

@@ -1,33 +1,23 @@
-#include "workbench/formats/ctf/CtfRecording.h"
+#include "workbench/formats/events/EventRecording.h"
 
 #include "platform/Text.h"
 #include "workbench/kernels/Registry.h"
 #include "workbench/service/Task.h"
 
-namespace kvx::formats::ctf {
+namespace kvx::formats {
 
 using service::ContextKind;
 using service::Loss;
 using service::Record;
 using service::RecordKind;
 
-namespace {
-
-constexpr std::int64_t kDay = std::int64_t{86400} * 1000000000;
-
-}  // namespace
-
-CtfRecording::CtfRecording(std::string path, Trace trace, const Damage& damage)
+EventRecording::EventRecording(std::string path, EventTrace trace, const EventDamage& damage)
     : path_(std::move(path)),
       trace_(std::move(trace)),
-      clock_(trace_.hasClock ? service::TimeUnit::Nanoseconds : service::TimeUnit::Counts),
+      clock_(trace_.unit),
       processors_(trace_.processors.begin(), trace_.processors.end()) {
     if (processors_.empty()) processors_.push_back(0);
-    // Times since 1970 lose their last digits in floating point: whole days are taken off.
-    const auto first = trace_.records.At(0).time;
-    if (trace_.hasClock && first > kDay) origin_ = first / kDay * kDay;
-    losses_.Add(Loss::DiscardedRecords, trace_.discardedEvents);
-    losses_.Add(Loss::DiscardedPackets, trace_.discardedPackets);
+    losses_ = trace_.losses;
     const bool endsEarly = trace_.leftOut > 0 || !damage.reason.empty();
     losses_.Add(Loss::DamagedTail, damage.streams + (endsEarly ? 1 : 0));
     warnings_ = damage.warnings;
@@ -42,28 +32,28 @@ CtfRecording::CtfRecording(std::string path, Trace trace, const Damage& damage)
     if (trace_.contexts) contexts_ = trace_.contexts->Declared();
 }
 
-std::string CtfRecording::FormatName() const {
-    return trace_.kernel ? FormatText("CTF (%s)", std::string(trace_.kernel->Name()).c_str())
-                         : "CTF";
+std::string EventRecording::FormatName() const {
+    return trace_.format +
+           (trace_.kernel ? FormatText(" (%s)", std::string(trace_.kernel->Name()).c_str()) : "");
 }
 
-const service::Kernel& CtfRecording::GetKernel() const {
+const service::Kernel& EventRecording::GetKernel() const {
     return trace_.kernel ? *trace_.kernel : service::UnknownKernel();
 }
 
-bool CtfRecording::RecordsStates() const {
+bool EventRecording::RecordsStates() const {
     return !trace_.kernel || trace_.kernel->RecordsStates();
 }
 
-void CtfRecording::Read(std::uint32_t first, std::span<Record> out) {
+void EventRecording::Read(std::uint32_t first, std::span<Record> out) {
     for (Record& record : out) record = At(first++);
 }
 
-Record CtfRecording::At(std::uint32_t number) const {
+Record EventRecording::At(std::uint32_t number) const {
     const auto& entry = trace_.records.At(number);
     const kernels::EventPlan& plan = trace_.plans[entry.plan];
     Record record;
-    record.time = entry.time - origin_;
+    record.time = entry.time - trace_.origin;
     record.processor = entry.processor;
     record.kind = plan.kind;
     record.state = plan.state;
@@ -90,20 +80,21 @@ Record CtfRecording::At(std::uint32_t number) const {
     return record;
 }
 
-std::string CtfRecording::NameOf(std::uint32_t record) const {
+std::string EventRecording::NameOf(std::uint32_t record) const {
     const auto parsed = At(record);
     const bool call = parsed.kind == RecordKind::Call || parsed.kind == RecordKind::InstantCall ||
                       parsed.kind == RecordKind::Return;
     return call ? std::string(parsed.name) : std::string();
 }
 
-std::string CtfRecording::Detail(std::uint32_t record) const {
+std::string EventRecording::Detail(std::uint32_t record) const {
     const kernels::EventPlan& plan = trace_.plans[trace_.records.At(record).plan];
     auto values = trace_.records.Values(record);
     PackedOrder::Visit(plan, [&](const kernels::FieldRef&) { values.Number(); });
     std::string text;
     for (const auto& detail : plan.details) {
-        text.append(text.empty() ? "" : ", ").append(detail.name).append("=");
+        if (!text.empty()) text += ", ";
+        if (!detail.name.empty()) text.append(detail.name).append("=");
         switch (detail.form) {
             case kernels::EventField::Form::Unsigned:
                 text += FormatText("%llu", static_cast<unsigned long long>(values.Number()));
@@ -123,4 +114,4 @@ std::string CtfRecording::Detail(std::uint32_t record) const {
     return text;
 }
 
-}  // namespace kvx::formats::ctf
+}  // namespace kvx::formats

@@ -1,11 +1,11 @@
-#include "workbench/formats/ctf/Loader.h"
+#include "workbench/formats/events/EventLoader.h"
 
 #include <algorithm>
 
 #include "platform/Text.h"
 #include "workbench/kernels/Registry.h"
 
-namespace kvx::formats::ctf {
+namespace kvx::formats {
 
 using kernels::EventField;
 using kernels::EventPlan;
@@ -17,7 +17,13 @@ namespace {
 constexpr std::size_t kMostPlans = 0xFFFF;
 }
 
-void Loader::OnKind(const kernels::EventShape& shape, const kernels::EventNames& all) {
+EventLoader::EventLoader(EventTrace& trace, std::uint64_t bytes, IOpenProgress* progress)
+    : trace_(trace), bytes_(bytes), progress_(progress), kernelIsGiven_(trace.kernel) {
+    if (trace_.kernel) trace_.contexts.emplace(*trace_.kernel);
+    trace_.plans.emplace_back();  // for kinds beyond what can be numbered: comments
+}
+
+void EventLoader::OnKind(const kernels::EventShape& shape, const kernels::EventNames& all) {
     if (!trace_.kernel) {
         trace_.kernel = kernels::FindKernel(all);
         if (trace_.kernel) trace_.contexts.emplace(*trace_.kernel);
@@ -25,23 +31,27 @@ void Loader::OnKind(const kernels::EventShape& shape, const kernels::EventNames&
     if (trace_.plans.size() == kMostPlans) return planOfKind_.push_back(0);
     planOfKind_.push_back(static_cast<std::uint16_t>(trace_.plans.size()));
     EventPlan plan;
-    const bool known =
-        trace_.kernel && trace_.kernel->Recognises(all) && trace_.kernel->Plan(shape, all, plan);
+    const bool known = trace_.kernel && (kernelIsGiven_ || trace_.kernel->Recognises(all)) &&
+                       trace_.kernel->Plan(shape, all, plan);
     trace_.plans.push_back(known ? plan : EventPlan());
     if (known && plan.tellsReady) trace_.tellsReady = true;
 }
 
 // Without a clock the place in the recording stands for the time.
-bool Loader::OnEvent(std::uint32_t kind, std::optional<std::int64_t> nanoseconds,
-                     std::span<const Value> values) {
+bool EventLoader::OnEvent(std::uint32_t kind, std::optional<std::int64_t> time,
+                          std::span<const EventValue> values) {
     endless_ = trace_.records.Count() + trace_.leftOut >= bytes_;
     if (endless_) return false;
-    if (!nanoseconds && trace_.records.Count() == 0) trace_.hasClock = false;
-    if (!trace_.hasClock) nanoseconds = trace_.records.Count();
-    latest_ = trace_.records.Count() == 0 ? *nanoseconds
-                                          : std::max(latest_, nanoseconds.value_or(latest_));
+    if (!time && trace_.records.Count() == 0) {
+        trace_.unit = service::TimeUnit::Counts;
+        isNumbered_ = true;
+    }
+    if (isNumbered_) time = trace_.records.Count();
+    latest_ = time.value_or(latest_);
     values_ = values;
-    const auto number = planOfKind_[kind];
+    auto number = planOfKind_[kind];
+    if (const auto field = trace_.plans[number].condition; field && ValueOf(field).number == 0)
+        number = 0;
     const EventPlan& plan = trace_.plans[number];
     const auto cpu = static_cast<std::uint16_t>(ValueOf(plan.processor).number);
     if (plan.kind != RecordKind::Comment) NoteProcessor(cpu);
@@ -56,28 +66,34 @@ bool Loader::OnEvent(std::uint32_t kind, std::optional<std::int64_t> nanoseconds
     return true;
 }
 
-void Loader::NoteProcessor(std::uint16_t processor) {
-    if (processor == latestProcessor_ && !trace_.processors.empty()) return;
-    latestProcessor_ = processor;
+void EventLoader::NoteProcessor(std::uint16_t processor) {
+    if (seenProcessors_[processor]) return;
+    seenProcessors_[processor] = true;
     trace_.processors.insert(processor);
 }
 
-void Loader::OnDiscarded(Discarded what, std::uint64_t count) {
-    (what == Discarded::Events ? trace_.discardedEvents : trace_.discardedPackets) += count;
+void EventLoader::OnDiscarded(Discarded what, std::uint64_t count) {
+    trace_.losses.Add(what == Discarded::Events ? service::Loss::DiscardedRecords
+                                                : service::Loss::DiscardedPackets,
+                      count);
 }
 
-bool Loader::OnBatch() {
+bool EventLoader::OnBatch() {
     return !progress_ || progress_->Progress(trace_.records.Count(), 0);
 }
 
-Value Loader::ValueOf(kernels::FieldRef field) const {
-    const auto index = static_cast<std::size_t>(field.index);
-    return field && index < values_.size() ? values_[index] : Value();
+void EventLoader::Finish() {
+    trace_.losses.Add(service::Loss::TimeStepsBack, trace_.records.PutInOrder());
 }
 
-void Loader::Pack(const EventPlan& plan) {
+EventValue EventLoader::ValueOf(kernels::FieldRef field) const {
+    const auto index = static_cast<std::size_t>(field.index);
+    return field && index < values_.size() ? values_[index] : EventValue();
+}
+
+void EventLoader::Pack(const EventPlan& plan) {
     PackedOrder::Visit(plan, [&](const kernels::FieldRef& field) {
-        const Value value = ValueOf(field);
+        const EventValue value = ValueOf(field);
         auto number = value.number;
         if (&field == &plan.subject) number = trace_.contexts->NumberOf(plan.subjectKind, number);
         if (&field == &plan.object && plan.objectIsTask)
@@ -88,9 +104,9 @@ void Loader::Pack(const EventPlan& plan) {
     PackDetails(plan);
 }
 
-void Loader::PackDetails(const EventPlan& plan) {
+void EventLoader::PackDetails(const EventPlan& plan) {
     for (const auto& detail : plan.details) {
-        const Value value = ValueOf(detail.field);
+        const EventValue value = ValueOf(detail.field);
         switch (detail.form) {
             case EventField::Form::Unsigned:
             case EventField::Form::Hexadecimal:
@@ -112,7 +128,7 @@ void Loader::PackDetails(const EventPlan& plan) {
     }
 }
 
-void Loader::LearnNames(const EventPlan& plan) {
+void EventLoader::LearnNames(const EventPlan& plan) {
     if (plan.kind == RecordKind::Runs && running_ > 0) trace_.contexts->LearnIdle(running_);
     if (!plan.subject) return;
     const auto number = trace_.contexts->NumberOf(plan.subjectKind, ValueOf(plan.subject).number);
@@ -123,7 +139,7 @@ void Loader::LearnNames(const EventPlan& plan) {
                                ValueOf(plan.fromName).text);
 }
 
-std::uint64_t Loader::CallName(const Value& value) {
+std::uint64_t EventLoader::CallName(const EventValue& value) {
     std::string name(value.text);
     std::ranges::transform(name, name.begin(), [](char c) {
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -135,4 +151,4 @@ std::uint64_t Loader::CallName(const Value& value) {
     return at->second;
 }
 
-}  // namespace kvx::formats::ctf
+}  // namespace kvx::formats

@@ -1,6 +1,7 @@
 #pragma once
 // The tasks and handlers of a trace: how its kernel numbers and names them.
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -11,7 +12,7 @@
 #include "workbench/kernels/EventKernel.h"
 #include "workbench/service/Recording.h"
 
-namespace kvx::formats::ctf {
+namespace kvx::formats {
 
 class ContextNames {
   public:
@@ -40,10 +41,17 @@ class ContextNames {
         }
     };
 
+    // Of those learnt of lately: most events speak of few contexts. The map's nodes do not move.
+    struct Recent {
+        service::ContextKey key;
+        Named* named = nullptr;
+    };
+
     const kernels::EventKernel& kernel_;
+    std::array<Recent, 256> recent_;
     std::unordered_map<service::ContextKey, Named, Hash> contexts_;         // by kind and number
     std::unordered_map<service::ContextKey, std::uint64_t, Hash> numbers_;  // by kind and address
     std::map<service::ContextKind, std::uint64_t> counts_;
 };
 
-}  // namespace kvx::formats::ctf
+}  // namespace kvx::formats
