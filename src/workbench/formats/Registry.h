@@ -31,5 +31,6 @@ struct Format {
 extern const Format kItronText;
 extern const Format kItronStandard;
 extern const Format kCtf;
+extern const Format kFtrace;
 
 }  // namespace kvx::formats

@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::array kFormats = {
     &kCtf,
+    &kFtrace,
     &kItronStandard,
     &kItronText,
 };

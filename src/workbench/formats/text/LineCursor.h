@@ -8,6 +8,10 @@
 
 namespace kvx::formats {
 
+inline bool Contains(std::string_view text, std::string_view part) {
+    return text.find(part) != std::string_view::npos;
+}
+
 class LineCursor {
   public:
     explicit LineCursor(std::string_view text) : rest_(text) {}

@@ -31,6 +31,7 @@ bool PlanScheduling(const EventShape& shape, EventPlan& plan) {
     if (name == "sched_wakeup" || name == "sched_waking" || name == "sched_wakeup_new") {
         plan.kind = RecordKind::State;
         plan.target = shape.Find({"target_cpu"});
+        plan.condition = shape.Find({"success"});
         plan.priority = shape.Find({"prio"});
     } else if (name == "sched_migrate_task") {
         plan.kind = RecordKind::Migrate;
@@ -71,10 +72,12 @@ struct CallEvent {
     std::string_view begin;
     RecordKind kind;
 };
-constexpr std::array<CallEvent, 5> kCalls = {{{"syscall_entry_", RecordKind::Call},
+constexpr std::array<CallEvent, 7> kCalls = {{{"syscall_entry_", RecordKind::Call},
                                               {"compat_syscall_entry_", RecordKind::Call},
                                               {"syscall_exit_", RecordKind::Return},
                                               {"compat_syscall_exit_", RecordKind::Return},
+                                              {"sys_enter_", RecordKind::Call},
+                                              {"sys_exit_", RecordKind::Return},
                                               {"sys_", RecordKind::Call}}};
 
 bool PlanServiceCall(const EventShape& shape, EventPlan& plan) {
@@ -82,6 +85,7 @@ bool PlanServiceCall(const EventShape& shape, EventPlan& plan) {
     if (name == "sys_enter") {
         plan.kind = RecordKind::Call;
         plan.callName = shape.Find({"id"});
+        KeepDetail(shape, "", plan);
         return true;
     }
     if (name == "sys_exit" || name == "exit_syscall") {

@@ -1,0 +1,11 @@
+// Text of ftrace, bare and in a page.
+
+#include "fuzz/DecodeAll.h"
+#include "fuzz/Scratch.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const kvx::fuzz::Scratch scratch;
+    scratch.Write("x.txt", kvx::fuzz::AsText(data, size));
+    kvx::fuzz::DecodeAll(scratch.Path("x.txt"));
+    return 0;
+}
