@@ -17,17 +17,6 @@ constexpr std::array kFormats = {
     &kItronText,
 };
 
-std::string KnownFormats() {
-    std::string names;
-    for (const auto* format : kFormats)
-        names.append(names.empty() ? "" : ", ").append(format->name);
-    return names;
-}
-
-}  // namespace
-
-namespace {
-
 Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptions& options,
                                         IOpenProgress* progress) {
     Candidate candidate{path, nullptr};
@@ -49,7 +38,7 @@ Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptio
     if (folder) std::filesystem::directory_iterator(path, error);
     if (folder && error) return Error{path + ": " + error.message()};
     if (folder) return Error{path + ": the folder holds no CTF trace (no file \"metadata\" in it)"};
-    return Error{path + ": not a trace of a known format (" + KnownFormats() + ")"};
+    return Error{path + ": not a trace of a known format (\"kvxostrace formats\" lists them)"};
 }
 
 }  // namespace
