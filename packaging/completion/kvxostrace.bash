@@ -24,7 +24,7 @@ _kvxostrace() {
             mapfile -t COMPREPLY < <(compgen -W 'run-time rdy-run syscalls all' -- "$current")
             return
             ;;
-        --cpu | --from | --count | --start | --end | --sort | --size | --events | --seed) return ;;
+        --cpu | --from | --count | --start | --end | --sort | --size | --dpi | --events | --seed) return ;;
     esac
 
     command=$(_kvxostrace_command)
@@ -32,7 +32,7 @@ _kvxostrace() {
         info) options="$trace --json" ;;
         events) options="$trace --from --count" ;;
         analyze) options="$trace --table --start --end --sort --csv --json" ;;
-        render) options="$trace -o --output --size --start --end" ;;
+        render) options="$trace -o --output --table --size --dpi --start --end" ;;
         generate) options='--events --seed -o --output' ;;
         keys) options=--html ;;
         *) options=--version ;;

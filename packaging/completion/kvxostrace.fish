@@ -10,7 +10,7 @@ complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a events 
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a analyze -d 'Run times, waits, system calls'
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a generate -d 'Write a log of a simulated kernel'
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a keys -d 'Keys of the windows'
-complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a render -d 'Make a picture of the OS Trace window'
+complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a render -d 'Make a picture of the chart or of a table'
 
 complete -c kvxostrace -n $trace -l cpu -x -d 'Processor to show'
 complete -c kvxostrace -n $trace -l res -r -F -d 'Resource file of a log'
@@ -23,6 +23,8 @@ complete -c kvxostrace -n '__fish_seen_subcommand_from analyze' -l sort -x -d 'C
 complete -c kvxostrace -n '__fish_seen_subcommand_from analyze' -l csv -r -F -d 'Write one table as CSV'
 complete -c kvxostrace -n '__fish_seen_subcommand_from analyze render' -l start -x -d 'Start of the range'
 complete -c kvxostrace -n '__fish_seen_subcommand_from analyze render' -l end -x -d 'End of the range'
+complete -c kvxostrace -n '__fish_seen_subcommand_from render' -l table -x -a 'run-time rdy-run syscalls' -d 'Table instead of the chart'
+complete -c kvxostrace -n '__fish_seen_subcommand_from render' -l dpi -x -d 'Pixels an inch'
 complete -c kvxostrace -n '__fish_seen_subcommand_from render' -l size -x -d 'Width and height in pixels'
 complete -c kvxostrace -n '__fish_seen_subcommand_from render generate' -s o -l output -r -F -d 'File to write'
 complete -c kvxostrace -n '__fish_seen_subcommand_from generate' -l events -x -d 'Events to write'

@@ -4,6 +4,10 @@
 
 FontCell MeasureFontCell(CWnd& window, CFont* font) {
     CClientDC dc(&window);
+    return MeasureFontCell(dc, font);
+}
+
+FontCell MeasureFontCell(CDC& dc, CFont* font) {
     CFont* const previous = dc.SelectObject(font);
     TEXTMETRIC metrics;
     dc.GetTextMetrics(&metrics);

@@ -3,6 +3,7 @@
 
 #include "platform/Font.h"
 
+class CDC;
 class CWnd;
 
 struct FontCell {
@@ -11,4 +12,5 @@ struct FontCell {
 };
 
 // font null: the default font.
+FontCell MeasureFontCell(CDC& dc, CFont* font);
 FontCell MeasureFontCell(CWnd& window, CFont* font);

@@ -6,12 +6,6 @@
 #include "platform/ClientDC.h"
 #include "platform/SystemInfo.h"
 
-namespace {
-
-constexpr int kTextMargin = 6;  // pixels added to the width of a pane's text
-
-}  // namespace
-
 const MessageMap& CFrameStatusBar::GetMessageMap() const {
     static constexpr MessageMapEntry kEntries[] = {
         ON_WM_CREATE<&CFrameStatusBar::OnCreate>(),
@@ -46,40 +40,25 @@ int CFrameStatusBar::OnCreate(const CREATESTRUCT* create) {
 // The bar has no size of its own before it is laid out first: its line and the borders of a pane
 // decide then as they do later.
 SIZE CFrameStatusBar::GetToFitSize() {
-    int horizontal = 0;
-    int vertical = 0;
-    int spacing = 0;
-    GetBorders(horizontal, vertical, spacing);
-    const int line = lineHeight_ + 2 * vertical;
-    return {0, line + 2 * GetSystemMetrics(SM_CYEDGE)};
+    return {0, kvx::StatusLineHeight(lineHeight_) + 2 * GetSystemMetrics(SM_CYEDGE)};
 }
 
 void CFrameStatusBar::SetPanes(const std::vector<CString>& texts) {
-    int horizontal = 0;
-    int vertical = 0;
-    int spacing = 0;
-    GetBorders(horizontal, vertical, spacing);
-    ShowPanes(horizontal, spacing, texts);
+    ShowPanes(kvx::kStatusHorizontalBorder, texts);
 }
 
 void CFrameStatusBar::SetPane(const CString& text) {
-    int horizontal = 0;
-    int vertical = 0;
-    int spacing = 0;
-    GetBorders(horizontal, vertical, spacing);
-    ShowPanes(vertical, spacing, {text});
+    ShowPanes(kvx::kStatusVerticalBorder, {text});
 }
 
 // The first pane begins at x.
-void CFrameStatusBar::ShowPanes(int x, int spacing, const std::vector<CString>& texts) {
+void CFrameStatusBar::ShowPanes(int x, const std::vector<CString>& texts) {
     CClientDC dc(this);
     CFont* const previous = dc.SelectObject(GetFont());
-    std::vector<int> edges;
-    for (const CString& text : texts) {
-        edges.push_back(x + dc.GetTextExtent(text).cx + kTextMargin);
-        x = edges.back() + spacing;
-    }
+    const auto parts = kvx::StatusPartsOf(dc, x, texts);
     dc.SelectObject(previous);
+    std::vector<int> edges;
+    for (const kvx::StatusPart& part : parts) edges.push_back(part.right);
     SetParts(static_cast<int>(edges.size()), edges.data());
     for (std::size_t i = 0; i < texts.size(); ++i) SetText(texts[i], static_cast<int>(i));
 }

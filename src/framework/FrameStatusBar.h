@@ -31,8 +31,7 @@ class CFrameStatusBar : public CStatusBarCtrl {
     void OnDestroy();
 
   private:
-    void ShowPanes(int x, int spacing, const std::vector<CString>& texts);
-
+    void ShowPanes(int x, const std::vector<CString>& texts);
     void HideTip();
 
     std::unique_ptr<CTipWindow> tip_;

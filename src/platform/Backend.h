@@ -152,7 +152,6 @@ class IWindows {
 
     virtual HWND MainWindow() const = 0;
     virtual void SetMainWindow(HWND window) = 0;
-    virtual bool SavePicture(HWND window, const CString& pngPath) = 0;
 };
 
 // Controls of this module.

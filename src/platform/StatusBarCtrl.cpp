@@ -5,39 +5,13 @@
 
 #include "platform/ClientDC.h"
 #include "platform/SystemInfo.h"
-#include "platform/Text.h"
 
 const CRuntimeClass CStatusBarCtrl::kClass =
     MakeDynamicClass<CStatusBarCtrl>("CStatusBarCtrl", &CWnd::kClass);
 
 namespace {
 
-constexpr int kHorizontalBorder = 0;
-constexpr int kVerticalBorder = 2;
-constexpr int kSpacing = 2;
-constexpr int kTextMargin = 2;  // from a part's left edge
 constexpr int kGripSize = 12;
-
-// The text, or as much of its beginning as fits before an ellipsis.
-CString FittingText(CDC& dc, const CString& text, int room) {
-    if (dc.GetTextExtent(text).cx <= room) return text;
-    const CString ellipsis = "\u2026";
-    std::size_t length = text.size();
-    while (length > 0) {
-        const CString shorter(kvx::Utf8Prefix(text, --length));
-        length = shorter.size();
-        if (dc.GetTextExtent(shorter + ellipsis).cx <= room) return shorter + ellipsis;
-    }
-    return ellipsis;
-}
-
-// One pixel on each side.
-void DrawEdge(CDC& dc, const RECT& r, COLORREF topLeft, COLORREF bottomRight) {
-    dc.FillSolidRect({r.left, r.top, r.right - 1, r.top + 1}, topLeft);
-    dc.FillSolidRect({r.left, r.top, r.left + 1, r.bottom - 1}, topLeft);
-    dc.FillSolidRect({r.left, r.bottom - 1, r.right, r.bottom}, bottomRight);
-    dc.FillSolidRect({r.right - 1, r.top, r.right, r.bottom}, bottomRight);
-}
 
 }  // namespace
 
@@ -84,7 +58,7 @@ int CStatusBarCtrl::GetParts(int count, int* rightEdges) const {
 bool CStatusBarCtrl::SetText(const CString& text, int part, int type) {
     RECT area;
     if (!GetRect(part, &area)) return false;
-    Part& entry = parts_[static_cast<std::size_t>(part)];
+    kvx::StatusPart& entry = parts_[static_cast<std::size_t>(part)];
     if (entry.text == text && entry.type == type) return true;
     entry.text = text;
     entry.type = type;
@@ -94,33 +68,23 @@ bool CStatusBarCtrl::SetText(const CString& text, int part, int type) {
 
 CString CStatusBarCtrl::GetText(int part, int* type) const {
     if (part < 0 || part >= static_cast<int>(parts_.size())) return {};
-    const Part& entry = parts_[static_cast<std::size_t>(part)];
+    const kvx::StatusPart& entry = parts_[static_cast<std::size_t>(part)];
     if (type) *type = entry.type;
     return entry.text;
 }
 
 bool CStatusBarCtrl::GetBorders(int& horizontal, int& vertical, int& spacing) const {
-    horizontal = kHorizontalBorder;
-    vertical = kVerticalBorder;
-    spacing = kSpacing;
+    horizontal = kvx::kStatusHorizontalBorder;
+    vertical = kvx::kStatusVerticalBorder;
+    spacing = kvx::kStatusSpacing;
     return true;
 }
 
 bool CStatusBarCtrl::GetRect(int part, RECT* rect) const {
     if (part < 0 || part >= static_cast<int>(parts_.size())) return false;
-    const RECT client = GetClientRect();
-    const auto index = static_cast<std::size_t>(part);
-    const int right = parts_[index].right;
-    rect->left = part == 0 ? kHorizontalBorder : parts_[index - 1].right + kSpacing;
-    rect->right = right < 0 ? client.right : right;
-    rect->top = kVerticalBorder;
-    rect->bottom = client.bottom;
+    *rect =
+        kvx::StatusPartArea(parts_, static_cast<std::size_t>(part), CRect(GetClientRect()).Size());
     return true;
-}
-
-// Pixels for a text in the part, as far as the bar reaches.
-int CStatusBarCtrl::RoomFor(const RECT& rect) const {
-    return std::min(rect.right, GetClientRect().right) - rect.left - kTextMargin;
 }
 
 bool CStatusBarCtrl::IsTextCut(int part) {
@@ -128,7 +92,8 @@ bool CStatusBarCtrl::IsTextCut(int part) {
     if (!GetRect(part, &area)) return false;
     CClientDC dc(this);
     if (CFont* font = GetFont()) dc.SelectObject(font);
-    return dc.GetTextExtent(GetText(part)).cx > RoomFor(area);
+    return dc.GetTextExtent(GetText(part)).cx >
+           kvx::RoomForStatusText(area, CRect(GetClientRect()).Size());
 }
 
 int CStatusBarCtrl::PartAt(CPoint point) const {
@@ -153,24 +118,8 @@ bool CStatusBarCtrl::OnEraseBkgnd(CDC* dc) {
 void CStatusBarCtrl::OnPaint() {
     CPaintDC dc(this);
     if (CFont* font = GetFont()) dc.SelectObject(font);
-    dc.SetBkMode(TRANSPARENT);
-    dc.SetTextColor(GetSysColor(COLOR_BTNTEXT));
-    for (int i = 0; i < static_cast<int>(parts_.size()); ++i) {
-        RECT area;
-        if (GetRect(i, &area)) DrawPart(dc, parts_[static_cast<std::size_t>(i)], area);
-    }
+    kvx::DrawStatusParts(dc, parts_, CRect(GetClientRect()).Size());
     if (GetStyle() & SBARS_SIZEGRIP) DrawGrip(dc);
-}
-
-void CStatusBarCtrl::DrawPart(CDC& dc, const Part& part, const RECT& rect) {
-    const COLORREF light = GetSysColor(COLOR_BTNHIGHLIGHT);
-    const COLORREF dark = GetSysColor(COLOR_BTNSHADOW);
-    if (part.type == SBT_SUNKEN) DrawEdge(dc, rect, dark, light);
-    if (part.type == SBT_POPOUT) DrawEdge(dc, rect, light, dark);
-    if (part.text.empty()) return;
-    const int y = rect.top + (rect.Height() - dc.GetTextExtent(part.text).cy) / 2;
-    dc.ExtTextOut(rect.left + kTextMargin, y, ETO_CLIPPED, &rect,
-                  FittingText(dc, part.text, RoomFor(rect)));
 }
 
 // Three slanted ridges in the lower right corner.

@@ -3,11 +3,9 @@
 
 #include <vector>
 
+#include "platform/StatusLine.h"
 #include "platform/Wnd.h"
 
-inline constexpr int SBT_SUNKEN = 0;
-inline constexpr int SBT_NOBORDERS = 0x0100;
-inline constexpr int SBT_POPOUT = 0x0200;
 inline constexpr COLORREF CLR_DEFAULT = 0xFF000000u;
 
 class CStatusBarCtrl : public CWnd {
@@ -41,14 +39,8 @@ class CStatusBarCtrl : public CWnd {
     void OnPaint();
 
   private:
-    struct Part {
-        int right = -1;
-        CString text;
-        int type = SBT_SUNKEN;
-    };
-    void DrawPart(CDC& dc, const Part& part, const RECT& rect);
-    int RoomFor(const RECT& rect) const;
     void DrawGrip(CDC& dc);
-    std::vector<Part> parts_ = std::vector<Part>(1);
+
+    std::vector<kvx::StatusPart> parts_ = std::vector<kvx::StatusPart>(1);
     COLORREF background_ = CLR_DEFAULT;
 };

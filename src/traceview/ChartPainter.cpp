@@ -175,9 +175,12 @@ class ItemPainter {
 }  // namespace
 
 void DrawItems(CDC& dc, const ChartGeometry& geometry, const ChartItems& items,
-               const COSColor& colors, COSTip& tips) {
+               const COSColor& colors, COSTip& tips, const BeforeItem& beforeItem) {
     ItemPainter painter(dc, geometry, colors, tips);
-    for (const ChartItem& item : items) std::visit(painter, item);
+    for (const ChartItem& item : items) {
+        if (beforeItem) beforeItem(item);
+        std::visit(painter, item);
+    }
 }
 
 }  // namespace kvx::chart

@@ -2,6 +2,8 @@
 // How the OS Trace window is painted: the table, then the items of the chart in their order.
 // Elements with a tip are noted as they are drawn.
 
+#include <functional>
+
 #include "display/model/Color.h"
 #include "framework/HeaderCellPainter.h"
 #include "platform/DC.h"
@@ -22,7 +24,9 @@ void DrawTable(CDC& dc, CHeaderCellPainter& painter, const TraceColumns& columns
 void DrawDropMark(CDC& dc, const ChartGeometry& geometry, int tableLeft, int dropLine);
 // The items in their order. A number of the grid that would run into the one before it is left out;
 // its line stays.
+// beforeItem, where there is one, is told of each of them.
+using BeforeItem = std::function<void(const ChartItem& item)>;
 void DrawItems(CDC& dc, const ChartGeometry& geometry, const ChartItems& items,
-               const COSColor& colors, COSTip& tips);
+               const COSColor& colors, COSTip& tips, const BeforeItem& beforeItem = {});
 
 }  // namespace kvx::chart

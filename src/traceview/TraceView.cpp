@@ -7,10 +7,9 @@
 #include "host/DebuggerFunctions.h"
 #include "host/ModuleHost.h"
 #include "host/OSTraceService.h"
-#include "platform/SystemInfo.h"
 #include "trace/dialogs/StopDlg.h"
-#include "traceview/ChartPainter.h"
 #include "traceview/StatusTexts.h"
+#include "traceview/TracePainter.h"
 
 namespace {
 
@@ -126,15 +125,9 @@ void COSTraceView::OnSize(UINT, int cx, int cy) {
     pointer_.Follow();
 }
 
-// Columns from left to right; the chart reaches to the edge of the client area.
 void COSTraceView::LayOut() {
-    columns_.Layout(cell_.width);
-    columns_.SetChartRight(client_.cx);
     if (!display_) return;
-    const TraceColumns::Column& chart = columns_[TraceColumns::kChart];
-    display_->viewport.SetCell(cell_.width, cell_.height);
-    display_->viewport.SetChart(chart.left, chart.right);
-    display_->viewport.SetHeight(client_.cy);
+    kvx::chart::LayOut(columns_, display_->viewport, cell_, client_);
     if (cell_.height > 0) UpdateVerticalBar();
 }
 
@@ -213,28 +206,13 @@ void COSTraceView::TrackTip(CPoint point) {
 void COSTraceView::OnDraw(CDC* dc) {
     if (!kvx::host::IsDebuggerLoaded() || !display_) return;
     CFont* const previous = dc->SelectObject(font_);
-    dc->SetTextColor(GetSysColor(COLOR_WINDOWTEXT));
-    dc->SetBkColor(GetSysColor(COLOR_WINDOW));
     ClearTipRects();
-    DrawTitles(*dc, painter_, columns_, cell_.height);
-    if (IsOpen()) DrawChart(*dc);
+    kvx::chart::DrawTrace(*dc, painter_, columns_, cell_, *display_,
+                          kvx::chart::ItemsOf(*display_, Service()), *this);
     dc->SelectObject(previous);
     pointer_.Draw(*dc);
     UpdateStatusTexts();
     PostMessage(kPainted);
-}
-
-void COSTraceView::DrawChart(CDC& dc) {
-    namespace chart = kvx::chart;
-    const ChartViewport& viewport = display_->viewport;
-    const COSTraceData& data = display_->data;
-    const ChartGeometry geometry = viewport.Geometry();
-    chart::DrawTable(dc, painter_, columns_, geometry, data.contexts, display_->selection,
-                     data.colors[EColor::SysCallBack]);
-    chart::DrawDropMark(dc, geometry, columns_[TraceColumns::kVector].left, viewport.dropLine);
-    const auto items = kvx::BuildChart(Service(), geometry, data.engine, data.contexts,
-                                       data.markers, viewport.gridTime);
-    chart::DrawItems(dc, geometry, items, data.colors, *this);
 }
 
 void COSTraceView::RefreshStatus() {

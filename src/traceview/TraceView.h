@@ -90,7 +90,6 @@ class COSTraceView : public CCoreView, public COSTip, public IViewSender {
 
   private:
     void LayOut();
-    void DrawChart(CDC& dc);
     double DistanceOf(UINT code, int position) const;
     int LinesOf(UINT code, int position) const;
     void Perform(kvx::KeyAction action);

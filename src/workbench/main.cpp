@@ -8,7 +8,7 @@
 #include "workbench/cli/StandardOutput.h"
 #include "workbench/cli/SubCommands.h"
 #include "workbench/desktop/WindowCommand.h"
-#include "workbench/desktop/picture/RenderCommand.h"
+#include "workbench/picture/RenderCommand.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ int Run(int argc, const char* const* argv, const kvx::cli::Streams& streams) {
                    "Trace file or CTF folder to open in a window; without one, a demonstration");
     int status = kvx::cli::kExitDone;
     kvx::cli::AddSubCommands(app, streams, status);
-    kvx::desktop::AddRenderCommand(app, streams, status);
+    kvx::picture::AddRenderCommand(app, streams, status);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

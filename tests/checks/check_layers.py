@@ -43,13 +43,14 @@ ALLOWED = {
     "workbench/simulation": ["platform"],
     "workbench/target": ["host", "platform", "workbench/service", "workbench/simulation"],
     "workbench/cli": WORKBENCH + CORE + ["resources"],
+    "workbench/picture": WORKBENCH + VIEW + CORE + ["traceview", "analyze", "platform/qt"],
     "workbench/desktop": WORKBENCH,
     "workbench/debuglib": ["platform", "host"],
     "workbench": WORKBENCH,
 }
 # What nobody but these may include, although a parent folder is allowed.
-PRIVATE = {"platform/qt": {"platform/qt", "component", "workbench"}}
-MAY_SEE_TOOLKIT = ("platform/qt", "workbench/desktop", "workbench")
+PRIVATE = {"platform/qt": {"platform/qt", "component", "workbench", "workbench/picture"}}
+MAY_SEE_TOOLKIT = ("platform/qt", "workbench/desktop", "workbench/picture", "workbench")
 NO_TOOLKIT = ("workbench/service", "workbench/kernels", "workbench/formats", "workbench/simulation",
               "workbench/target", "workbench/cli")
 

@@ -18,7 +18,6 @@
 #include "fakecomponent/FakeComponent.h"
 #include "host/CommandIds.h"
 #include "workbench/desktop/QtText.h"
-#include "workbench/desktop/picture/Picture.h"
 
 namespace kvx::desktop {
 namespace {

@@ -1,13 +1,12 @@
 // Painting on the toolkit: what stands in the surface is what is shown.
 
 #include <QImage>
-#include <filesystem>
 
-#include "platform/Capture.h"
 #include "platform/StatusBarCtrl.h"
 #include "platform/SystemInfo.h"
 #include "platform/View.h"
 #include "platform_qt/QtFixture.h"
+#include "support/WindowPicture.h"
 
 namespace {
 
@@ -91,14 +90,9 @@ TEST_F(PaintTest, PicturesAreTakenOfWindowsThatWereNeverShown) {
     ASSERT_TRUE(hidden.Create(WS_POPUP | WS_CAPTION, {0, 0, 80, 60}, nullptr, 0));
     auto* const painter = new Painter;
     ASSERT_TRUE(painter->Create(WS_CHILD | WS_VISIBLE, {0, 0, 80, 60}, &hidden, 1));
-    const auto path = std::filesystem::path(testing::TempDir()) / "kvx_capture.png";
-    ASSERT_TRUE(CaptureWindow(hidden.m_hWnd, path.string()));
-    const QImage picture(QString::fromStdString(path.string()));
-    std::filesystem::remove(path);
+    const QImage picture = kvx::test::PictureOf(hidden.m_hWnd);
     EXPECT_EQ(picture.size(), QSize(80, 60));
     EXPECT_EQ(picture.pixel(15, 15), kRed);
-    EXPECT_FALSE(CaptureWindow(hidden.m_hWnd, "/nowhere/at/all.png"));
-    EXPECT_FALSE(CaptureWindow(nullptr, path.string()));
 }
 
 TEST_F(PaintTest, TextStandsInItsCellAndFixedFacesAreFixed) {

@@ -154,7 +154,6 @@ class FakeWindows final : public IWindows {
     int Run() override { return 0; }
     HWND MainWindow() const override { return nullptr; }
     void SetMainWindow(HWND) override {}
-    bool SavePicture(HWND, const CString&) override { return false; }
 
     static constexpr int kBar = 16;
 

@@ -62,7 +62,6 @@ class QtWindows final : public IWindows {
 
     HWND MainWindow() const override;
     void SetMainWindow(HWND window) override;
-    bool SavePicture(HWND window, const CString& pngPath) override;
 
   private:
     void Delete(QWidget* widget);

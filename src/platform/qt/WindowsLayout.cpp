@@ -237,15 +237,5 @@ void QtWindows::SetMainWindow(HWND window) {
 }
 
 // In the pixels of the screen.
-bool QtWindows::SavePicture(HWND window, const CString& pngPath) {
-    QWidget* const widget = ToWidget(window);
-    const double ratio = widget->devicePixelRatioF();
-    QImage picture(widget->size() * ratio, QImage::Format_RGB32);
-    if (picture.isNull()) return false;
-    picture.setDevicePixelRatio(ratio);
-    picture.fill(Qt::white);
-    widget->render(&picture);
-    return picture.save(ToQString(pngPath), "PNG");
-}
 
 }  // namespace kvx::qt

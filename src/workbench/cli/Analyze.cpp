@@ -7,6 +7,7 @@
 
 #include "analyze/model/CsvWriter.h"
 #include "trace/TraceData.h"
+#include "workbench/cli/MarkedRange.h"
 #include "workbench/cli/RecordingSource.h"
 #include "workbench/cli/TableOutput.h"
 #include "workbench/cli/TerminalView.h"
@@ -17,8 +18,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr const char* kNoEvent = "there is no event in the range";
-
 class Analyses {
   public:
     Analyses(const AnalyzeOptions& options, const Streams& streams, service::TraceService& service)
@@ -26,7 +25,8 @@ class Analyses {
 
     // Answers what is wrong with the options; empty: nothing.
     std::string Prepare() {
-        Open();
+        TerminalView view(streams_);
+        DecodeAll(data_, view);
         std::string fault = SetRange();
         if (!fault.empty()) return fault;
         for (const SharedAnalysis* const analysis : data_.analyses) {
@@ -44,42 +44,17 @@ class Analyses {
     void WriteText();
 
   private:
-    // Decodes the whole trace. A trace without records has empty tables.
-    void Open() {
-        TerminalView view(streams_);
-        double first = 0.0;
-        double end = 0.0;
-        double analysed = 0.0;
-        int advanced = 0;
-        if (!data_.engine.Open(&view)) return;
-        data_.engine.GetTimes(&first, &end, &analysed);
-        data_.engine.AnalyzeUpTo(&view, end + 1.0, &advanced);
-        data_.contexts.Load();
-    }
-
     // Answers what is wrong with the range; empty: nothing.
     std::string SetRange() {
-        std::uint32_t count = 0;
-        service_.GetEventCount(&count);
-        if (count == 0) return {};
-        std::int64_t start = 0;
-        std::int64_t end = service_.GetRecording()->LastTime();
-        service_.GetEventTime(0, &start);
+        std::optional<std::int64_t> start;
+        std::optional<std::int64_t> end;
         for (auto [text, time] : {std::pair{&options_.start, &start}, {&options_.end, &end}}) {
             if (text->empty()) continue;
             const auto parsed = ParseTime(*text, service_.GetRecording()->Clock());
             if (!parsed) return parsed.GetError().message;
             *time = *parsed;
         }
-        if (start > end) return "the range starts after its end";
-        // Without an end the range goes on behind the last event, to the end of the recording.
-        if (options_.end.empty()) data_.markers.EndRangeAt(static_cast<double>(end));
-        data_.markers.MoveStartIntoDisplay(nullptr, static_cast<double>(start));
-        data_.markers.MoveEndIntoDisplay(nullptr, static_cast<double>(end));
-        const auto first = static_cast<std::int64_t>(data_.markers.GetMarkerTime(kMarkerStart));
-        const auto last = static_cast<std::int64_t>(data_.markers.GetMarkerTime(kMarkerEnd));
-        const bool inside = start <= first && first <= last && last <= end;
-        return inside ? "" : kNoEvent;
+        return MarkRange(data_, service_, start, end);
     }
 
     std::string Sort() {
@@ -167,7 +142,7 @@ int ForEachProcessor(const AnalyzeOptions& options, const Streams& streams,
         streams.error << "kvxostrace: ";
         if (all) streams.error << "processor " << processor << ": ";
         streams.error << fault << '\n';
-        if (fault != kNoEvent) return kExitUsage;
+        if (fault != kNoEventInRange) return kExitUsage;
     }
     return worked > 0 ? kExitDone : kExitUsage;
 }

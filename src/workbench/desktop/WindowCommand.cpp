@@ -10,17 +10,17 @@
 #include "workbench/cli/OpenTrace.h"
 #include "workbench/cli/SubCommands.h"
 #include "workbench/desktop/Display.h"
-#include "workbench/desktop/ToolkitMessages.h"
 #include "workbench/desktop/Workbench.h"
-#include "workbench/desktop/picture/SavePicture.h"
 #include "workbench/desktop/window/ApplicationIcon.h"
+#include "workbench/picture/RenderCommand.h"
+#include "workbench/picture/ToolkitMessages.h"
 #include "workbench/simulation/Generate.h"
 
 namespace kvx::desktop {
 namespace {
 
 int RunWindow(const std::string& file) {
-    FilterToolkitMessages();
+    picture::FilterToolkitMessages();
     // While the window comes up, the file is read already.
     const QString path = QFile::decodeName(file.c_str());
     std::unique_ptr<BackgroundRead> reading =
@@ -68,18 +68,16 @@ int WriteSummary(const std::string& file, const std::string& path, const cli::St
 }
 
 int WriteResults(const std::string& file, const cli::Streams& streams) {
-    int status = cli::kExitDone;
-    cli::TraceOptions options;
-    options.path = file;
-    std::unique_ptr<service::TraceService> trace = cli::OpenTrace(options, streams, status);
-    if (!trace) return status;
     const QString base = ResultFolder() + "/" +
                          QFileInfo(QDir::cleanPath(QFile::decodeName(file.c_str()))).fileName();
-    const std::string picture = QFile::encodeName(base + ".png").toStdString();
+    const std::string image = QFile::encodeName(base + ".png").toStdString();
     const std::string summary = QFile::encodeName(base + ".txt").toStdString();
     if (const int failed = WriteSummary(file, summary, streams)) return failed;
-    if (!SavePicture(std::move(trace), {}, picture, streams)) return cli::kExitFailed;
-    streams.out << "There is no display to open a window on.\nPicture: " << picture
+    picture::RenderOptions options;
+    options.trace.path = file;
+    options.output = image;
+    if (const int failed = picture::RunRender(options, streams)) return failed;
+    streams.out << "There is no display to open a window on.\nPicture: " << image
                 << "\nSummary: " << summary << "\n";
     return cli::kExitDone;
 }

@@ -5,13 +5,12 @@
 #include <QPainter>
 #include <cmath>
 #include <cstdlib>
-#include <filesystem>
 
-#include "platform/Capture.h"
 #include "platform/Rects.h"
 #include "platform/View.h"
 #include "platform/qt/TextEngine.h"
 #include "platform_qt/QtFixture.h"
+#include "support/WindowPicture.h"
 
 namespace {
 
@@ -118,11 +117,7 @@ TEST_F(ScaledScreenTest, PicturesHaveThePixelsOfTheScreen) {
     Painter* const view = MakeView({7, 5, 107, 85});
     view->draw = [](CDC& dc) { dc.FillSolidRect(10, 10, 20, 20, RGB(255, 0, 0)); };
     Settle();
-    const auto path = std::filesystem::path(testing::TempDir()) / "kvx_scaled.png";
-    ASSERT_TRUE(CaptureWindow(top.m_hWnd, path.string()));
-    const QImage picture(QString::fromStdString(path.string()));
-    std::filesystem::remove(path);
-    EXPECT_EQ(BoundsOf(picture, kRed), Device({17, 15, 37, 35}));
+    EXPECT_EQ(BoundsOf(kvx::test::PictureOf(top.m_hWnd), kRed), Device({17, 15, 37, 35}));
 }
 
 // The engine itself, at the ratio of the screen.
