@@ -92,7 +92,7 @@ std::string MetadataOf(std::string_view what, std::string_view given) {
 
 namespace kvx::formats::ctf {
 
-Result<HelperProcess> HelperProcess::Start(const std::vector<std::string>& folders, long seconds) {
+Result<ChildProcess> StartHelper(const std::vector<std::string>& folders, long seconds) {
     const auto& plugins = LoadedPlugins();
     int ends[2];
     if (pipe(ends) != 0) std::abort();
@@ -100,7 +100,7 @@ Result<HelperProcess> HelperProcess::Start(const std::vector<std::string>& folde
     if (process < 0) std::abort();
     if (process > 0) {
         close(ends[1]);
-        return HelperProcess(process, ends[0]);
+        return ChildProcess(process, ends[0], -1);
     }
     for (const int fatal : {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL}) std::signal(fatal, SIG_DFL);
     close(STDERR_FILENO);

@@ -17,6 +17,8 @@ struct Candidate {
     MappedFile* file = nullptr;
 
     std::string_view Text() const { return file ? file->Text() : std::string_view(); }
+    // Where another program finds the file's content, decompressed.
+    std::string ContentPath() const;
 };
 
 struct Format {
@@ -32,5 +34,7 @@ extern const Format kItronText;
 extern const Format kItronStandard;
 extern const Format kCtf;
 extern const Format kFtrace;
+extern const Format kTraceDat;
+extern const Format kBtf;
 
 }  // namespace kvx::formats

@@ -6,15 +6,13 @@
 #include <optional>
 
 #include "workbench/formats/Registry.h"
+#include "workbench/formats/compressed/Decompress.h"
 
 namespace kvx::formats {
 namespace {
 
 constexpr std::array kFormats = {
-    &kCtf,
-    &kFtrace,
-    &kItronStandard,
-    &kItronText,
+    &kBtf, &kCtf, &kFtrace, &kTraceDat, &kItronStandard, &kItronText,
 };
 
 Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptions& options,
@@ -26,6 +24,10 @@ Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptio
     if (!folder) {
         auto mapped = MappedFile::Open(path);
         if (!mapped) return mapped.GetError();
+        if (IsCompressed(mapped->Text())) {
+            mapped = Decompress(path, mapped->Text(), progress);
+            if (!mapped) return mapped.GetError();
+        }
         if (mapped->Text().empty()) return Error{path + ": the file is empty"};
         file = std::move(*mapped);
         candidate.file = &*file;
@@ -42,6 +44,11 @@ Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptio
 }
 
 }  // namespace
+
+std::string Candidate::ContentPath() const {
+    const auto memory = file ? file->MemoryPath() : std::string();
+    return memory.empty() ? std::filesystem::absolute(path).string() : memory;
+}
 
 Result<std::unique_ptr<Recording>> OpenRecording(const std::string& path,
                                                  const OpenOptions& options,

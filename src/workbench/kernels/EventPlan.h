@@ -14,8 +14,9 @@ struct EventPlan {
     service::RecordKind kind = service::RecordKind::Comment;
     service::TaskState state = service::TaskState::Runnable;
     service::ContextKind subjectKind = service::ContextKind::Task;
-    std::string name;  // calls: as shown
-    FieldRef subject;  // number or address of the task or handler; none: 0
+    std::uint8_t waitCode = 0;  // state Waiting: the state code, where the event gives the cause
+    std::string name;           // calls: as shown
+    FieldRef subject;           // number or address of the task or handler; none: 0
     FieldRef subjectName;
     FieldRef from;  // Switch
     FieldRef fromName;
@@ -27,6 +28,7 @@ struct EventPlan {
     FieldRef processor;
     FieldRef condition;  // the event means nothing where this field is 0
     std::vector<EventDetail> details;
+    bool keepsCase = false;     // call names in fields are the application's own
     bool objectIsTask = false;  // object is numbered like the tasks are
     bool tellsReady = false;    // the kernel tells itself when tasks become ready
 };

@@ -1,5 +1,7 @@
 #include "workbench/service/CallStack.h"
 
+#include <algorithm>
+
 namespace kvx::service {
 namespace {
 constexpr std::size_t kDeepest = 64;
@@ -18,8 +20,14 @@ std::optional<OpenCall> CallStack::Return(std::string_view name, const CallNames
     for (auto i = open_.size(); i-- > 0;) {
         if (!name.empty() && !names.IsReturnOf(open_[i].call, name)) continue;
         const OpenCall call = open_[i];
-        skipped += open_.size() - 1 - i;
-        open_.resize(i);
+        const auto overlaps = [&](const OpenCall& open) {
+            return names.Get(open.call).info.overlaps;
+        };
+        const auto above = open_.erase(open_.begin() + static_cast<std::ptrdiff_t>(i));
+        if (overlaps(call)) return call;
+        const auto kept = std::stable_partition(above, open_.end(), overlaps);
+        skipped += static_cast<std::uint64_t>(open_.end() - kept);
+        open_.erase(kept, open_.end());
         return call;
     }
     return std::nullopt;

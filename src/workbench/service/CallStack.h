@@ -25,7 +25,8 @@ class CallStack {
     bool Push(const OpenCall& call);
     OpenCall* Innermost() { return open_.empty() ? nullptr : &open_.back(); }
     // Takes out the call that a return under this name ends; an empty name ends the innermost.
-    // Calls above it never returned; their number is added to skipped. None: no such call.
+    // Calls above it never returned, but for those that overlap; their number is added to skipped.
+    // None: no such call.
     std::optional<OpenCall> Return(std::string_view name, const CallNames& names,
                                    std::uint64_t& skipped);
     // Forgets all; the number of calls that were open.

@@ -124,7 +124,8 @@ void Decoder::OnDispatchTo(Processor& on, const ContextKey& to) {
     if (to.id != 0) {
         Task& task = TaskOf(to, on.number);
         tasks_.MoveTo(task, on.number);
-        if (task.condition.IsKept()) Count(on, Loss::ReadyTimesUnknown);
+        if (task.condition.IsKept() || task.condition.activity == Activity::Away)
+            Count(on, Loss::ReadyTimesUnknown);
         tasks_.Run(task, on.number);
         on.running = &task;
         on.last = task.id;

@@ -105,6 +105,8 @@ Condition Decoder::NewCondition(Task& task, const Record& record) {
         case TaskState::Dormant:
         case TaskState::NonExistent:
             return {Activity::Dormant};
+        case TaskState::Unknown:
+            return {Activity::Away};
         case TaskState::Waiting:
         case TaskState::WaitingSuspended:
             break;
@@ -119,8 +121,9 @@ Condition Decoder::NewCondition(Task& task, const Record& record) {
 Condition Decoder::Wait(Task& task, std::uint8_t waitCode) {
     Condition condition{Activity::Waiting, false, kCodeSleeping, kNoRecord};
     if (const auto* call = task.calls.Innermost()) {
-        const auto known = names_.Get(call->call).info.waitCode;
-        if (known) waitCode = known;
+        const CallInfo& info = names_.Get(call->call).info;
+        // What is held may have been had long ago: where the file gives the cause, it holds.
+        if (info.waitCode && !(info.overlaps && waitCode)) waitCode = info.waitCode;
         condition.waitRecord = call->record;
     } else if (waitCode) {
         condition.waitRecord = next_;

@@ -13,6 +13,7 @@ struct CallInfo {
     std::uint8_t cls = host::Code(host::CallClass::Unknown);
     std::uint8_t waitCode = 0;  // state code of a wait in the call; 0: it is not known to wait
     bool returns = true;        // false: such as ext_tsk
+    bool overlaps = false;      // others may return while it is open: what it holds
     bool sleeps = false;        // who loses the processor in it waits, though no record says so
     bool yields = false;        // ... and whoever yields instead stays ready
 };

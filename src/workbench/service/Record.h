@@ -39,7 +39,8 @@ enum class TaskState : std::uint8_t {
     Waiting,
     Suspended,
     WaitingSuspended,
-    NonExistent
+    NonExistent,
+    Unknown  // does not run; what it does instead is not recorded
 };
 
 enum class RecordKind : std::uint8_t {

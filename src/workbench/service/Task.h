@@ -16,7 +16,8 @@ inline constexpr std::uint8_t kCodeDormant = host::Code(host::StateCode::Dormant
 inline constexpr std::uint8_t kCodeSleeping = host::Code(host::StateCode::Sleeping);
 inline constexpr std::uint8_t kCodeDelay = host::Code(host::StateCode::Delay);
 
-enum class Activity : std::uint8_t { Unknown, Running, Ready, Waiting, Dormant };
+// Away: it has given the processor up, and what it does since is not recorded.
+enum class Activity : std::uint8_t { Unknown, Running, Ready, Waiting, Dormant, Away };
 
 // What a task does apart from where it does it.
 struct Condition {

@@ -94,6 +94,7 @@ void TaskTracker::Show(Task& task) {
             return ShowState(task, now.waitCode, flags, now.waitRecord);
         case Activity::Unknown:
         case Activity::Running:
+        case Activity::Away:
             return;
     }
 }

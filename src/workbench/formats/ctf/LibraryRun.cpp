@@ -14,7 +14,7 @@ constexpr std::uint64_t kBytesASecond = std::uint64_t{200} << 20;
 // Puts the bytes of the pipe together to blocks.
 class Blocks {
   public:
-    explicit Blocks(HelperProcess& process) : process_(process) {}
+    explicit Blocks(ChildProcess& process) : process_(process) {}
 
     // The next block; empty: it is not there yet, or, with AtEnd, never comes.
     std::string_view Next() {
@@ -45,7 +45,7 @@ class Blocks {
         return {block, *size};
     }
 
-    HelperProcess& process_;
+    ChildProcess& process_;
     std::vector<char> buffer_ = std::vector<char>(4 * wire::kBlock);
     std::size_t begin_ = 0;
     std::size_t end_ = 0;
@@ -57,7 +57,7 @@ RunResult RunLibrary(const std::vector<CheckedTrace>& traces, std::uint64_t byte
                      IEventSink& sink) {
     std::vector<std::string> folders;
     for (const auto& trace : traces) folders.push_back(trace.folder);
-    auto process = HelperProcess::Start(folders, static_cast<long>(1 + bytes / kBytesASecond));
+    auto process = StartHelper(folders, static_cast<long>(1 + bytes / kBytesASecond));
     if (!process) return {false, false, process.GetError().message};
     Blocks blocks(*process);
     MessageParser parser(sink);
@@ -69,7 +69,7 @@ RunResult RunLibrary(const std::vector<CheckedTrace>& traces, std::uint64_t byte
             return {false, true, "the program that reads CTF answers nonsense"};
         if (next == MessageParser::Next::Stop || !sink.OnBatch()) return {true, false, {}};
         if (block.empty() && blocks.AtEnd()) {
-            const auto reason = process->WhyEnded();
+            const auto reason = WhyEnded(process->Wait());
             return {false, true,
                     reason.empty() ? "the program that reads CTF ended early" : reason};
         }

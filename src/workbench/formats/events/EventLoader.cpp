@@ -21,6 +21,7 @@ EventLoader::EventLoader(EventTrace& trace, std::uint64_t bytes, IOpenProgress* 
     : trace_(trace), bytes_(bytes), progress_(progress), kernelIsGiven_(trace.kernel) {
     if (trace_.kernel) trace_.contexts.emplace(*trace_.kernel);
     trace_.plans.emplace_back();  // for kinds beyond what can be numbered: comments
+    trace_.plans.emplace_back().kind = RecordKind::Gap;
 }
 
 void EventLoader::OnKind(const kernels::EventShape& shape, const kernels::EventNames& all) {
@@ -55,7 +56,8 @@ bool EventLoader::OnEvent(std::uint32_t kind, std::optional<std::int64_t> time,
     const EventPlan& plan = trace_.plans[number];
     const auto cpu = static_cast<std::uint16_t>(ValueOf(plan.processor).number);
     if (plan.kind != RecordKind::Comment) NoteProcessor(cpu);
-    if (plan.kind == RecordKind::DispatchTo || plan.kind == RecordKind::Switch)
+    if (plan.kind == RecordKind::DispatchTo || plan.kind == RecordKind::Switch ||
+        plan.kind == RecordKind::Runs)
         trace_.saysWhoRuns = true;
     if (!trace_.records.Add(latest_, number, cpu)) {
         ++trace_.leftOut;
@@ -78,6 +80,12 @@ void EventLoader::OnDiscarded(Discarded what, std::uint64_t count) {
                       count);
 }
 
+void EventLoader::AddGap(std::uint16_t processor) {
+    constexpr std::uint16_t kGapPlan = 1;
+    NoteProcessor(processor);
+    if (!trace_.records.Add(latest_, kGapPlan, processor)) ++trace_.leftOut;
+}
+
 bool EventLoader::OnBatch() {
     return !progress_ || progress_->Progress(trace_.records.Count(), 0);
 }
@@ -98,7 +106,7 @@ void EventLoader::Pack(const EventPlan& plan) {
         if (&field == &plan.subject) number = trace_.contexts->NumberOf(plan.subjectKind, number);
         if (&field == &plan.object && plan.objectIsTask)
             number = trace_.contexts->NumberOf(ContextKind::Task, number);
-        if (&field == &plan.callName) number = CallName(value);
+        if (&field == &plan.callName) number = CallName(value, plan.keepsCase);
         trace_.records.AddNumber(number);
     });
     PackDetails(plan);
@@ -139,11 +147,12 @@ void EventLoader::LearnNames(const EventPlan& plan) {
                                ValueOf(plan.fromName).text);
 }
 
-std::uint64_t EventLoader::CallName(const EventValue& value) {
+std::uint64_t EventLoader::CallName(const EventValue& value, bool keepsCase) {
     std::string name(value.text);
-    std::ranges::transform(name, name.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    if (!keepsCase)
+        std::ranges::transform(name, name.begin(), [](char c) {
+            return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        });
     if (name.empty())
         name = FormatText("syscall_%llu", static_cast<unsigned long long>(value.number));
     const auto [at, isNew] = callNumbers_.try_emplace(name, trace_.callNames.size());

@@ -58,6 +58,8 @@ class EventLoader final : public IEventSink {
                  std::span<const EventValue> values) override;
     void OnDiscarded(Discarded what, std::uint64_t count) override;
     bool OnBatch() override;
+    // What comes next on the processor is lost.
+    void AddGap(std::uint16_t processor);
     // There were more events than the streams have room for.
     bool IsEndless() const { return endless_; }
     // After the last event: puts the records in order of time.
@@ -70,7 +72,7 @@ class EventLoader final : public IEventSink {
     void Pack(const kernels::EventPlan& plan);
     void PackDetails(const kernels::EventPlan& plan);
     void LearnNames(const kernels::EventPlan& plan);
-    std::uint64_t CallName(const EventValue& value);
+    std::uint64_t CallName(const EventValue& value, bool keepsCase);
     EventValue ValueOf(kernels::FieldRef field) const;
 
     EventTrace& trace_;

@@ -27,9 +27,14 @@ EventRecording::EventRecording(std::string path, EventTrace trace, const EventDa
                        "shown",
                        path_.c_str(), trace_.records.Count(), damage.reason.c_str()));
     if (!trace_.saysWhoRuns && losses_.Get(Loss::DamagedTail) == 0)
-        warnings_.push_back(path_ + ": no event says which task runs (looked for " +
-                            kernels::KnownSwitchEvents() + "); no run is shown");
+        warnings_.push_back(path_ + ": no event says which task runs (looked for " + LookedFor() +
+                            "); no run is shown");
     if (trace_.contexts) contexts_ = trace_.contexts->Declared();
+}
+
+std::string EventRecording::LookedFor() const {
+    return trace_.kernel ? std::string(trace_.kernel->SwitchEvents())
+                         : kernels::KnownSwitchEvents();
 }
 
 std::string EventRecording::FormatName() const {
@@ -57,6 +62,7 @@ Record EventRecording::At(std::uint32_t number) const {
     record.processor = entry.processor;
     record.kind = plan.kind;
     record.state = plan.state;
+    record.waitCode = plan.waitCode;
     record.subject.kind = plan.subjectKind;
     record.name = plan.name;
     if (plan.kind == RecordKind::Comment) {

@@ -44,6 +44,7 @@ class EventRecording final : public Recording {
 
   private:
     service::Record At(std::uint32_t record) const;
+    std::string LookedFor() const;
 
     std::string path_;
     EventTrace trace_;

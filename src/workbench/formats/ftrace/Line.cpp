@@ -48,9 +48,9 @@ bool TakeTime(std::string_view& text, Line& line) {
     return true;
 }
 
-// "[flags] time: event", from behind the processor.
+// "[flags] time: event", from behind the processor. Times without a unit may follow it at once.
 bool TakeTail(std::string_view text, Line& line) {
-    if (!SkipBlanks(text)) return false;
+    if (!SkipBlanks(text) && (text.empty() || !IsDigit(text.front()))) return false;
     auto at = text;
     if (!TakeTime(at, line)) {
         const auto end = std::min(text.find_first_of(kBlanks), text.size());
@@ -144,16 +144,16 @@ bool IsRelativeLine(std::string_view text) {
     return apart && rest.starts_with(':') && Contains(text, "-");
 }
 
-std::uint64_t LostEvents(std::string_view text) {
+std::optional<LostEvents> ParseLoss(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
     LineCursor cursor(text);
-    if (!cursor.Accept("CPU:") || !cursor.AcceptNumber<std::uint32_t>() || !cursor.Accept(" ["))
-        return 0;
+    const auto cpu = cursor.Accept("CPU:") ? cursor.AcceptNumber<std::uint32_t>() : std::nullopt;
+    if (!cpu || *cpu >= kMostProcessors || !cursor.Accept(" [")) return std::nullopt;
     const bool kernel = cursor.Accept("LOST ");
     const auto count = cursor.AcceptNumber();
     cursor.Accept(" ");
-    if (!cursor.Accept(kernel ? "EVENTS]" : "EVENTS DROPPED]")) return 0;
-    return std::max<std::uint64_t>(count.value_or(1), 1);
+    if (!cursor.Accept(kernel ? "EVENTS]" : "EVENTS DROPPED]")) return std::nullopt;
+    return LostEvents{*cpu, std::max<std::uint64_t>(count.value_or(1), 1)};
 }
 
 }  // namespace kvx::formats::ftrace

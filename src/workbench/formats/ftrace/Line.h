@@ -29,7 +29,11 @@ std::optional<Line> ParseLine(std::string_view line);
 // A line of the kernel's own latency format, whose times are relative: "comm-pid 1d..2 2563us+: x".
 bool IsRelativeLine(std::string_view line);
 
-// What a line reports as lost; 0: it reports no loss. Where it gives no number, 1.
-std::uint64_t LostEvents(std::string_view line);
+// What a line reports as lost.
+struct LostEvents {
+    std::uint32_t cpu = 0;
+    std::uint64_t count = 0;  // 1 where the line gives no number
+};
+std::optional<LostEvents> ParseLoss(std::string_view line);
 
 }  // namespace kvx::formats::ftrace

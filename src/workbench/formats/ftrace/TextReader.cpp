@@ -69,7 +69,11 @@ bool TextReader::AddEvent(const Line& line, bool mayBeCut) {
 }
 
 void TextReader::AddOtherLine(std::string_view text, bool mayBeCut) {
-    if (const auto lost = LostEvents(text)) return loader_.OnDiscarded(Discarded::Events, lost);
+    if (const auto lost = ParseLoss(text)) {
+        loader_.OnDiscarded(Discarded::Events, lost->count);
+        if (begun_) loader_.AddGap(static_cast<std::uint16_t>(lost->cpu));
+        return;
+    }
     if (text.starts_with('#') || !begun_) return LookAtHeader(text);
     if (IsBlank(text)) return;
     if (Contains(text, "|") && Contains(text, "us ")) {

@@ -37,17 +37,26 @@ Result<MappedFile> MappedFile::Open(const std::string& path) {
 }
 
 MappedFile::MappedFile(MappedFile&& other) noexcept
-    : data_(std::exchange(other.data_, nullptr)), size_(std::exchange(other.size_, 0)) {}
+    : data_(std::exchange(other.data_, nullptr)),
+      size_(std::exchange(other.size_, 0)),
+      memory_(std::exchange(other.memory_, -1)) {}
 
 MappedFile& MappedFile::operator=(MappedFile&& other) noexcept {
     std::swap(data_, other.data_);
     std::swap(size_, other.size_);
+    std::swap(memory_, other.memory_);
     return *this;
 }
 
+std::string MappedFile::MemoryPath() const {
+    if (memory_ < 0) return {};
+    return "/proc/" + std::to_string(getpid()) + "/fd/" + std::to_string(memory_);
+}
+
 MappedFile::~MappedFile() {
+    if (memory_ >= 0) close(memory_);
     if (!data_) return;
-    UnguardMapping(data_);
+    if (memory_ < 0) UnguardMapping(data_);
     munmap(data_, size_);
 }
 

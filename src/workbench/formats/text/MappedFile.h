@@ -20,12 +20,19 @@ class MappedFile {
     ~MappedFile();
 
     std::string_view Text() const { return {static_cast<const char*>(data_), size_}; }
+    // For a file in memory: the path by which other programs find it while this object lives;
+    // empty for other files.
+    std::string MemoryPath() const;
 
   private:
-    MappedFile(void* data, std::size_t size) : data_(data), size_(size) {}
+    friend class MemoryFile;
+    // memory: descriptor of the file in memory, which the object owns; -1: it is none.
+    MappedFile(void* data, std::size_t size, int memory = -1)
+        : data_(data), size_(size), memory_(memory) {}
 
     void* data_ = nullptr;
     std::size_t size_ = 0;
+    int memory_ = -1;
 };
 
 }  // namespace kvx::formats

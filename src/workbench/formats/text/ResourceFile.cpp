@@ -170,7 +170,10 @@ Result<ResourceFile> FindResourceFile(const std::string& path, const std::string
                                       service::LossCounters& losses,
                                       std::vector<std::string>& warnings) {
     const bool asked = !path.empty();
-    const auto beside = std::filesystem::path(logPath).replace_extension(".res");
+    // That of "x.log.gz" is "x.res" too.
+    std::filesystem::path beside(logPath);
+    if (beside.extension() == ".gz" || beside.extension() == ".zst") beside.replace_extension();
+    beside.replace_extension(".res");
     const auto from = asked ? path : beside.string();
     std::error_code ignored;
     if (!asked && (from == logPath || !std::filesystem::exists(beside, ignored)))

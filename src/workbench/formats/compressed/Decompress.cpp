@@ -1,0 +1,72 @@
+#include "workbench/formats/compressed/Decompress.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "platform/Text.h"
+#include "workbench/formats/compressed/Stream.h"
+#include "workbench/formats/text/MemoryFile.h"
+
+namespace kvx::formats {
+namespace {
+
+using compressed::IStream;
+using compressed::Kind;
+
+constexpr std::array kKinds = {&compressed::kGzip, &compressed::kZstd};
+constexpr std::size_t kBlock = std::size_t{1} << 20;
+
+const Kind* KindOf(std::string_view bytes) {
+    const auto at = std::ranges::find_if(
+        kKinds, [&](const Kind* kind) { return bytes.starts_with(kind->magic); });
+    return at == kKinds.end() ? nullptr : *at;
+}
+
+// More than this is not decompressed: the machine would come to a halt.
+std::uint64_t MostBytes() {
+    const auto pages = static_cast<std::uint64_t>(std::max(sysconf(_SC_PHYS_PAGES), 1L));
+    return pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE)) / 4 * 3;
+}
+
+}  // namespace
+
+bool IsCompressed(std::string_view bytes) {
+    return KindOf(bytes) != nullptr;
+}
+
+Result<MappedFile> Decompress(const std::string& path, std::string_view bytes,
+                              IOpenProgress* progress) {
+    const Kind& kind = *KindOf(bytes);
+    const auto fails = [&](const char* what, std::string_view rest) {
+        return Error{path +
+                     FormatText(": %s data that %s at byte %zu; what comes before can be had "
+                                "with \"%s -dc\"",
+                                kind.name, what, bytes.size() - rest.size(), kind.name)};
+    };
+    const auto stream = kind.open();
+    MemoryFile file;
+    std::vector<char> block(kBlock);
+    auto rest = bytes;
+    auto step = IStream::Step::GoOn;
+    const auto most = MostBytes();
+    // Behind the last member zeros may follow, as they do on a tape.
+    while (
+        !(step == IStream::Step::End && rest.find_first_not_of('\0') == std::string_view::npos)) {
+        std::size_t made = 0;
+        const auto before = rest.size();
+        step = stream->Take(rest, block, made);
+        if (step == IStream::Step::Damaged) return fails("are damaged", rest);
+        if (!file.Append({block.data(), made}) || file.Size() > most)
+            return Error{path + ": decompressed it does not fit into memory"};
+        if (step == IStream::Step::GoOn && made == 0 && rest.size() == before)
+            return fails("end too early", rest);
+        if (progress && !progress->Progress(bytes.size() - rest.size(), bytes.size()))
+            return Error{path + ": opening was cancelled", true};
+    }
+    return file.Map();
+}
+
+}  // namespace kvx::formats

@@ -1,0 +1,37 @@
+#include <zstd.h>
+
+#include <new>
+
+#include "workbench/formats/compressed/Stream.h"
+
+namespace kvx::formats::compressed {
+namespace {
+
+class ZstdStream final : public IStream {
+  public:
+    ZstdStream() : stream_(ZSTD_createDStream()) {
+        if (!stream_) throw std::bad_alloc();
+    }
+    ZstdStream(const ZstdStream&) = delete;
+    ~ZstdStream() override { ZSTD_freeDStream(stream_); }
+
+    Step Take(std::string_view& from, std::span<char> out, std::size_t& made) override {
+        ZSTD_inBuffer input{from.data(), from.size(), 0};
+        ZSTD_outBuffer output{out.data(), out.size(), 0};
+        const auto result = ZSTD_decompressStream(stream_, &output, &input);
+        from.remove_prefix(input.pos);
+        made = output.pos;
+        if (ZSTD_isError(result)) return Step::Damaged;
+        return result == 0 ? Step::End : Step::GoOn;
+    }
+
+  private:
+    ZSTD_DStream* stream_;
+};
+
+}  // namespace
+
+const Kind kZstd = {"zstd", "\x28\xB5\x2F\xFD",
+                    [] { return std::unique_ptr<IStream>(std::make_unique<ZstdStream>()); }};
+
+}  // namespace kvx::formats::compressed

@@ -1,0 +1,95 @@
+// Recordings that gzip or zstd has compressed: every format, cut and damaged ones.
+
+#include <gmock/gmock.h>
+#include <zlib.h>
+#include <zstd.h>
+
+#include "formats/TraceFiles.h"
+
+namespace kvx::test {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+std::string Gzip(std::string_view text) {
+    z_stream stream = {};
+    deflateInit2(&stream, 6, Z_DEFLATED, 15 + 16, 8, Z_DEFAULT_STRATEGY);
+    std::string out(text.size() + 1000, '\0');
+    std::string in(text);
+    stream.next_in = reinterpret_cast<Bytef*>(in.data());
+    stream.avail_in = static_cast<uInt>(in.size());
+    stream.next_out = reinterpret_cast<Bytef*>(out.data());
+    stream.avail_out = static_cast<uInt>(out.size());
+    deflate(&stream, Z_FINISH);
+    out.resize(stream.total_out);
+    deflateEnd(&stream);
+    return out;
+}
+
+std::string Zstd(std::string_view text) {
+    std::string out(ZSTD_compressBound(text.size()), '\0');
+    out.resize(ZSTD_compress(out.data(), out.size(), text.data(), text.size(), 3));
+    return out;
+}
+
+std::string Log() {
+    std::string log;
+    for (int i = 1; i < 400; ++i)
+        log += FormatText("[%d] dispatch to task %d.\n", 10 * i, i * i % 7 + 1);
+    return log;
+}
+
+TEST(Compressed, ReadsWhatStandsInIt) {
+    const auto log = Log();
+    const auto expected = EventsOfLog(log);
+    const auto half = log.find('\n', log.size() / 2) + 1;
+    for (const auto& bytes :
+         {Gzip(log), Zstd(log), Gzip(log.substr(0, half)) + Gzip(log.substr(half)),
+          Zstd(log.substr(0, half)) + Zstd(log.substr(half)), Gzip(log) + std::string(512, '\0')})
+        EXPECT_EQ(EventsOfLog(bytes), expected);
+    // A resource file has the name of the compressed log.
+    const TempFolder folder;
+    folder.Write("x.res", "{\"Resources\":{\"A\":{\"Type\":\"Task\",\"Attributes\":{\"id\":1}}}}");
+    const auto trace = Show(folder.Write("x.log.gz", Gzip("[1] dispatch to task 1.\n")));
+    ASSERT_TRUE(trace);
+    trace->Summarize();
+    EXPECT_EQ(trace->EventDetail(0), "A");
+}
+
+TEST(Compressed, CutOrDamagedItSaysWhere) {
+    const TempFolder folder;
+    const auto log = Log();
+    for (const auto& bytes : {Gzip(log), Zstd(log)}) {
+        for (std::size_t length = 4; length < bytes.size(); length += 7) {
+            const auto path = folder.Write("x.log.gz", std::string_view(bytes).substr(0, length));
+            const auto recording = formats::OpenRecording(path);
+            ASSERT_FALSE(recording) << length;
+            EXPECT_THAT(recording.GetError().message,
+                        AllOf(StartsWith(path + ": "), HasSubstr("at byte"), HasSubstr("-dc")));
+        }
+        for (std::size_t at = 0; at < bytes.size(); at += 5) {
+            auto damaged = bytes;
+            damaged[at] = static_cast<char>(damaged[at] ^ 0x41);
+            const auto recording = formats::OpenRecording(folder.Write("x.log.gz", damaged));
+            EXPECT_TRUE(recording || !recording.GetError().message.empty());
+        }
+    }
+    EXPECT_THAT(formats::OpenRecording(folder.Write("e.gz", Gzip(""))).GetError().message,
+                HasSubstr("the file is empty"));
+}
+
+TEST(Compressed, OpeningCanBeCancelled) {
+    class Stop final : public formats::IOpenProgress {
+        bool Progress(std::uint64_t, std::uint64_t) override { return false; }
+    };
+    const TempFolder folder;
+    Stop stop;
+    const auto recording = formats::OpenRecording(folder.Write("x.gz", Gzip(Log())), {}, &stop);
+    ASSERT_FALSE(recording);
+    EXPECT_TRUE(recording.GetError().cancelled);
+}
+
+}  // namespace
+}  // namespace kvx::test
