@@ -35,6 +35,7 @@ inline void DecodeAll(const std::string& path) {
     service::TraceService trace;
     trace.SetRecording(std::move(*recording));
     const auto processors = trace.GetRecording()->Processors();
+    const auto records = trace.GetRecording()->RecordCount();
     for (std::size_t i = 0; i < std::min(processors.size(), kMostProcessors); ++i) {
         trace.ShowProcessor(processors[i]);
         const auto whole = trace.Summarize();
@@ -44,10 +45,10 @@ inline void DecodeAll(const std::string& path) {
         std::int64_t a = 0;
         std::int64_t b = 0;
         std::int64_t c = 0;
-        for (std::uint32_t record = 0; record < whole.records; record += 7)
+        for (std::uint32_t record = 0; record < records; record += 7)
             trace.AnalyzeRecords(static_cast<std::int32_t>(record),
-                                 static_cast<std::int32_t>(std::min(record + 6, whole.records - 1)),
-                                 &a, &b, &c);
+                                 static_cast<std::int32_t>(std::min(record + 6, records - 1)), &a,
+                                 &b, &c);
         Require(trace.Check().empty(), trace.Check());
         std::uint32_t events = 0;
         trace.GetEventCount(&events);

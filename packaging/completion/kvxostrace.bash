@@ -17,14 +17,18 @@ _kvxostrace_command() {
 
 _kvxostrace() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-    local command options trace='--cpu --res --strict'
+    local command options trace='--cpu --res --calls --descriptions --frequency --strict'
     case $previous in
-        --res | --csv | -o | --output) _kvxostrace_files "$current" && return ;;
+        --res | --descriptions | --csv | -o | --output) _kvxostrace_files "$current" && return ;;
         --table)
             mapfile -t COMPREPLY < <(compgen -W 'run-time rdy-run syscalls all' -- "$current")
             return
             ;;
-        --cpu | --from | --count | --start | --end | --sort | --size | --dpi | --events | --seed) return ;;
+        --calls)
+            mapfile -t COMPREPLY < <(compgen -W 'espressif segger' -- "$current")
+            return
+            ;;
+        --cpu | --frequency | --from | --count | --start | --end | --sort | --size | --dpi | --events | --seed) return ;;
     esac
 
     command=$(_kvxostrace_command)

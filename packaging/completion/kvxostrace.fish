@@ -14,6 +14,9 @@ complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a render 
 
 complete -c kvxostrace -n $trace -l cpu -x -d 'Processor to show'
 complete -c kvxostrace -n $trace -l res -r -F -d 'Resource file of a log'
+complete -c kvxostrace -n $trace -l calls -x -a 'espressif segger' -d 'Whose numbers FreeRTOS calls have'
+complete -c kvxostrace -n $trace -l descriptions -r -F -d 'Folder of files that describe calls'
+complete -c kvxostrace -n $trace -l frequency -x -d 'Ticks of the counter a second'
 complete -c kvxostrace -n $trace -l strict -d 'Exit with 4 where something was lost'
 complete -c kvxostrace -n '__fish_seen_subcommand_from info analyze' -l json -d 'Write JSON'
 complete -c kvxostrace -n '__fish_seen_subcommand_from events' -l from -x -d 'First event'

@@ -18,7 +18,7 @@ using testing::Not;
 using testing::StartsWith;
 
 std::string MessageFor(const std::string& path, const std::string& resourceFile = {}) {
-    const auto recording = formats::OpenRecording(path, {resourceFile});
+    const auto recording = formats::OpenRecording(path, {.resourceFile = resourceFile});
     return recording ? "opened" : recording.GetError().message;
 }
 

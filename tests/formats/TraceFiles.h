@@ -50,7 +50,7 @@ inline std::string RealTraces() {
 // A service that shows the trace at path. Ends the test where it cannot be opened.
 inline std::unique_ptr<service::TraceService> Show(const std::string& path,
                                                    const std::string& resourceFile = {}) {
-    auto recording = formats::OpenRecording(path, {resourceFile});
+    auto recording = formats::OpenRecording(path, {.resourceFile = resourceFile});
     if (!recording) {
         ADD_FAILURE() << recording.GetError().message;
         return nullptr;

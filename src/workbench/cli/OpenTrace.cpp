@@ -1,9 +1,8 @@
 #include "workbench/cli/OpenTrace.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
-
-#include "workbench/formats/OpenRecording.h"
 
 namespace kvx::cli {
 namespace {
@@ -44,9 +43,49 @@ std::optional<ProcessorChoice> ProcessorChoice::Parse(const std::string& text) {
     return choice;
 }
 
+void AddOpenOptions(CLI::App& command, formats::OpenOptions& options) {
+    command.add_option("--res", options.resourceFile,
+                       "Resource file of a log (else the one of the log's name with .res)");
+    command
+        .add_option("--calls", options.calls,
+                    "SystemView of FreeRTOS: whose numbers its calls have, espressif or segger "
+                    "(else what the recording shows; other formats name their calls)")
+        ->check([](const std::string& text) {
+            const auto known = formats::CallNumberings();
+            return std::ranges::find(known, text) != known.end()
+                       ? std::string()
+                       : "takes espressif or segger, not '" + text + "'";
+        });
+    command
+        .add_option("--descriptions", options.descriptions,
+                    "SystemView: folder of the files that describe calls (SYSVIEW_FreeRTOS.txt); "
+                    "else they are looked for beside the recording and in the user's data folder")
+        ->check(CLI::ExistingDirectory);
+    command.add_option_function<std::string>(
+        "--frequency",
+        [&options](const std::string& text) {
+            const auto frequency = formats::ParseFrequency(text);
+            if (!frequency)
+                throw CLI::ValidationError("--frequency",
+                                           "takes a frequency such as 1MHz, not '" + text + "'");
+            options.frequency = *frequency;
+        },
+        "ThreadX, and SystemView where it does not tell: ticks of the counter a second, such as "
+        "1MHz (else times are counts; other formats tell their times)");
+}
+
 void AddTraceOptions(CLI::App& command, TraceOptions& options) {
-    command.add_option("FILE", options.path, "Trace: a log, a CTF folder, or its metadata file")
+    command
+        .add_option_function<std::vector<std::string>>(
+            "FILE",
+            [&options](const std::vector<std::string>& files) {
+                options.path = files.front();
+                options.open.moreFiles.assign(files.begin() + 1, files.end());
+            },
+            "Trace: a file, a CTF folder, or its metadata file; of SystemView also several files, "
+            "one a processor")
         ->required();
+    AddOpenOptions(command, options.open);
     command.add_option_function<std::string>(
         "--cpu",
         [&options](const std::string& text) {
@@ -55,8 +94,6 @@ void AddTraceOptions(CLI::App& command, TraceOptions& options) {
             options.processors = *choice;
         },
         "Processor to show, where there are several: a number, or all");
-    command.add_option("--res", options.resourceFile,
-                       "Resource file of a log (else the one of the log's name with .res)");
     command.add_flag("--strict", options.strict, "Exit with 4 where something was lost");
 }
 
@@ -65,7 +102,7 @@ std::unique_ptr<service::TraceService> OpenTrace(const TraceOptions& options,
     Result<std::unique_ptr<service::Recording>> recording = Error{};
     {
         TerminalProgress progress(streams.error);
-        recording = formats::OpenRecording(options.path, {options.resourceFile},
+        recording = formats::OpenRecording(options.path, options.open,
                                            streams.terminal ? &progress : nullptr);
     }
     if (!recording) {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "workbench/cli/Streams.h"
+#include "workbench/formats/OpenRecording.h"
 #include "workbench/service/TraceService.h"
 
 namespace CLI {
@@ -33,12 +34,15 @@ class ProcessorChoice {
 
 struct TraceOptions {
     std::string path;
-    std::string resourceFile;
+    formats::OpenOptions open;
     ProcessorChoice processors;
     bool strict = false;
 };
 
-// The file and the options --cpu, --res and --strict.
+// How a recording is read: --res, --calls, --descriptions, --frequency.
+void AddOpenOptions(CLI::App& command, formats::OpenOptions& options);
+
+// The file, or the files of one recording, how it is read, --cpu and --strict.
 void AddTraceOptions(CLI::App& command, TraceOptions& options);
 
 // Opens the trace and shows the processor asked for, if one is. Warnings go to the error stream,

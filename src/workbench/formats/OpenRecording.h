@@ -3,7 +3,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "workbench/service/Recording.h"
 #include "workbench/service/Result.h"
@@ -14,8 +18,22 @@ using Recording = service::Recording;
 
 struct OpenOptions {
     // Resource file of a text log; empty: the file of the same name with ".res", if there is one.
-    std::string resourceFile;
+    std::string resourceFile = {};
+    // Ticks a second of a counter whose frequency the recording does not tell; 0: not known.
+    std::uint64_t frequency = 0;
+    // Further files of one recording, a processor each; for formats that are recorded so.
+    std::vector<std::string> moreFiles = {};
+    // Which numbering of its calls a recording has that does not tell; see CallNumberings. Empty:
+    // what it shows itself.
+    std::string calls = {};
+    // Where files that describe calls are looked for before anywhere else; may be empty.
+    std::string descriptions = {};
 };
+
+// The numberings of calls that there are: "espressif", "segger".
+std::span<const std::string_view> CallNumberings();
+// "1MHz", "32.768 kHz", "32768": ticks a second. None: no frequency, or none from 1 Hz to 1 THz.
+std::optional<std::uint64_t> ParseFrequency(std::string_view text);
 
 class IOpenProgress {
   public:

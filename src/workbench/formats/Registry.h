@@ -28,6 +28,7 @@ struct Format {
     // May take the mapped file out of the candidate.
     Result<std::unique_ptr<Recording>> (*open)(Candidate& candidate, const OpenOptions& options,
                                                IOpenProgress* progress);
+    bool takesSeveralFiles = false;  // one a processor
 };
 
 extern const Format kItronText;
@@ -36,5 +37,6 @@ extern const Format kCtf;
 extern const Format kFtrace;
 extern const Format kTraceDat;
 extern const Format kBtf;
+extern const Format kThreadX;
 
 }  // namespace kvx::formats

@@ -12,7 +12,7 @@ namespace kvx::formats {
 namespace {
 
 constexpr std::array kFormats = {
-    &kBtf, &kCtf, &kFtrace, &kTraceDat, &kItronStandard, &kItronText,
+    &kBtf, &kCtf, &kFtrace, &kTraceDat, &kThreadX, &kItronStandard, &kItronText,
 };
 
 Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptions& options,
@@ -36,6 +36,9 @@ Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptio
     for (const auto* format : kFormats)
         if ((!found || format->priority > found->priority) && format->recognises(candidate))
             found = format;
+    if (found && !options.moreFiles.empty() && !found->takesSeveralFiles)
+        return Error{options.moreFiles.front() + ": a second file: " + path + " (" + found->name +
+                     ") is a recording by itself"};
     if (found) return found->open(candidate, options, progress);
     if (folder) std::filesystem::directory_iterator(path, error);
     if (folder && error) return Error{path + ": " + error.message()};

@@ -103,7 +103,7 @@ void Decoder::Apply(Processor& on, const Record& record) {
         case RecordKind::Enter:
             return OnEnter(on, record.subject);
         case RecordKind::Leave:
-            return OnLeave(on, record.subject);
+            return OnLeave(on, record.subject, record.from);
         case RecordKind::Call:
         case RecordKind::InstantCall:
             return OnCall(on, record);
@@ -182,13 +182,15 @@ void Decoder::OnEnter(Processor& on, const ContextKey& handler) {
     if (on.timeline) on.timeline->writer.Dispatch(on.timeline->writer.ContextOf(handler));
 }
 
-void Decoder::OnLeave(Processor& on, const ContextKey& handler) {
+void Decoder::OnLeave(Processor& on, const ContextKey& handler, const ContextKey& then) {
     auto at = on.handlers.size();
-    while (at > 0 && on.handlers[at - 1].key != handler) --at;
+    const bool innermost = handler.kind == ContextKind::Unknown;
+    while (at > 0 && !innermost && on.handlers[at - 1].key != handler) --at;
     if (at == 0) return OnLeaveUnentered(on, handler);
     Count(on, Loss::HandlersNotLeft, on.handlers.size() - at);
     for (; on.handlers.size() >= at; on.handlers.pop_back())
         Count(on, Loss::CallsWithoutReturn, on.handlers.back().calls.Clear());
+    if (on.handlers.empty() && then.kind == ContextKind::Task) return OnDispatchTo(on, then);
     DispatchBelow(on);
 }
 

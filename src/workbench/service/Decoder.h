@@ -42,7 +42,7 @@ class Decoder {
     void OnSuspend(Task& task);
     void OnResume(Task& task);
     void OnEnter(Processor& on, const ContextKey& handler);
-    void OnLeave(Processor& on, const ContextKey& handler);
+    void OnLeave(Processor& on, const ContextKey& handler, const ContextKey& then);
     void OnLeaveUnentered(Processor& on, const ContextKey& handler);
     void OnCall(Processor& on, const Record& record);
     void OnReturn(Processor& on, const Record& record);
@@ -64,7 +64,7 @@ class Decoder {
     bool RunsAlready(const Processor& on, const ContextKey& key) const;
     bool DispatchFollows(const Processor& on, const Task& task) const;
     Condition NewCondition(Task& task, const Record& record);
-    Condition Wait(Task& task, std::uint8_t waitCode);
+    Condition Wait(Task& task, std::uint8_t waitCode, std::uint32_t cause = kNoRecord);
     void Count(Timeline* timeline, Loss loss, std::uint64_t count = 1) {
         (timeline ? timeline->losses : losses_).Add(loss, count);
     }

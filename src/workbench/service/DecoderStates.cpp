@@ -112,20 +112,25 @@ Condition Decoder::NewCondition(Task& task, const Record& record) {
             break;
     }
     Condition condition = task.condition;
-    if (condition.activity != Activity::Waiting) condition = Wait(task, record.waitCode);
+    if (condition.activity != Activity::Waiting)
+        condition = Wait(task, record.waitCode, record.cause);
     condition.suspended = record.state == TaskState::WaitingSuspended;
     return condition;
 }
 
-// The task waits in its innermost open call. waitCode: the cause where the file gives it, else 0.
-Condition Decoder::Wait(Task& task, std::uint8_t waitCode) {
-    Condition condition{Activity::Waiting, false, kCodeSleeping, kNoRecord};
-    if (const auto* call = task.calls.Innermost()) {
+// The task waits in the call of the record `cause`, or else in its innermost open one. waitCode:
+// what for, where the file gives it, else 0.
+Condition Decoder::Wait(Task& task, std::uint8_t waitCode, std::uint32_t cause) {
+    Condition condition{Activity::Waiting, false, kCodeSleeping, cause};
+    if (cause != kNoRecord && waitCode == 0)
+        waitCode = names_.Get(names_.Intern(recording_.NameOf(cause))).info.waitCode;
+    const auto* call = task.calls.Innermost();
+    if (cause == kNoRecord && call) {
         const CallInfo& info = names_.Get(call->call).info;
         // What is held may have been had long ago: where the file gives the cause, it holds.
         if (info.waitCode && !(info.overlaps && waitCode)) waitCode = info.waitCode;
         condition.waitRecord = call->record;
-    } else if (waitCode) {
+    } else if (cause == kNoRecord && waitCode) {
         condition.waitRecord = next_;
     }
     if (waitCode)

@@ -14,10 +14,9 @@
 #include "host/OSTraceColumns.h"
 #include "workbench/service/Column.h"
 #include "workbench/service/EventLists.h"
+#include "workbench/service/Record.h"
 
 namespace kvx::service {
-
-inline constexpr std::uint32_t kNoRecord = 0xFFFFFFFFu;
 
 class EventStore {
   public:

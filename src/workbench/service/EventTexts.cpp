@@ -75,12 +75,17 @@ std::string EventTexts::Who(std::uint32_t context) const {
                       c.number);
 }
 
+std::string EventTexts::Facts(std::uint32_t context) const {
+    const auto facts = recording_.FactsOf(contexts_.Get(context).key);
+    return facts.empty() ? facts : "\n" + facts;
+}
+
 std::string EventTexts::RunTip(std::uint32_t event) const {
     auto text = Who(store_.Next(event)) + ": RUN\n" + Span(event);
     text += "\nBefore: " + contexts_.DisplayName(store_.Context(event));
     const auto end = store_.EndEvent(event);
     if (end != host::kOpenEnd) text += "\nThen: " + contexts_.DisplayName(store_.Next(end));
-    return text;
+    return text + Facts(store_.Next(event));
 }
 
 std::string EventTexts::StateTip(std::uint32_t event) const {
@@ -92,7 +97,7 @@ std::string EventTexts::StateTip(std::uint32_t event) const {
         text += "\n" + Cause(event);
     else if (code == kCodeReady)
         text += Releaser(event);
-    return text + "\n" + Span(event);
+    return text + "\n" + Span(event) + Facts(store_.Next(event));
 }
 
 std::string EventTexts::CallTip(std::uint32_t event) const {

@@ -34,6 +34,7 @@ class EventTexts {
 
   private:
     std::string Who(std::uint32_t context) const;
+    std::string Facts(std::uint32_t context) const;
     std::string RunTip(std::uint32_t event) const;
     std::string StateTip(std::uint32_t event) const;
     std::string CallTip(std::uint32_t event) const;

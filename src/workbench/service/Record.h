@@ -13,6 +13,7 @@ namespace kvx::service {
 inline constexpr std::uint32_t kAnyProcessor = 0xFFFFFFFFu;
 // A priority that is not told. Which of two is more urgent says the kernel.
 inline constexpr std::int32_t kNoPriority = std::numeric_limits<std::int32_t>::min();
+inline constexpr std::uint32_t kNoRecord = 0xFFFFFFFFu;
 // That with which the task began.
 inline constexpr std::int32_t kInitialPriority = kNoPriority + 1;
 
@@ -56,7 +57,8 @@ enum class RecordKind : std::uint8_t {
     Suspend,       // subject is suspended, whatever else it waits for
     Resume,        // ... and no longer
     Enter,         // subject (a handler) starts
-    Leave,         // subject (a handler) ends; kind Unknown: the innermost one
+    Leave,         // subject (a handler) ends; kind Unknown: the innermost one. from: the task that
+                   // runs then, where that is told, kind Unknown where not
     Call,          // the running context issues the system call `name`
     InstantCall,   // the same, with nothing to follow
     Return,        // the system call `name` returns; empty: the innermost one
@@ -71,12 +73,15 @@ struct Record {
     TaskState state = TaskState::Runnable;
     std::uint8_t waitCode = 0;  // state Waiting: the state code, where the file gives the cause
     ContextKey subject;
-    ContextKey from;  // Switch
+    ContextKey from;  // Switch, Leave
     std::uint64_t object =
         0;  // calls: address or number of the kernel object, 0 where none is given
     std::uint32_t target = kAnyProcessor;  // State, Migrate: the processor that subject is now on
     // Base priority of subject (a task; of a call id 0: whoever issues it) from this record on.
     std::int32_t priority = kNoPriority;
+    // State Waiting: the record of the call that waits, where the file tells it apart from the
+    // calls that are open. It may come later.
+    std::uint32_t cause = kNoRecord;
     std::string_view name;  // owned by the recording
 };
 

@@ -43,6 +43,8 @@ class Recording {
 
     // Records are numbered from 0 in order of non-decreasing time.
     virtual std::uint32_t RecordCount() const = 0;
+    // How many the file holds; where one of its records does several things there are more of ours.
+    virtual std::uint32_t CountInFile() const { return RecordCount(); }
     virtual std::int64_t FirstTime() const = 0;
     virtual std::int64_t LastTime() const = 0;
     // Reads records first, first + 1, ... into out, which ends within the recording. Reading on
@@ -57,6 +59,8 @@ class Recording {
     // The system call that the record issues or returns from; empty for other records.
     virtual std::string NameOf(std::uint32_t record) const = 0;
     virtual std::int64_t TimeOf(std::uint32_t record) const = 0;
+    // What else is known of a context, for its tip: lines, separated by "\n". Empty: nothing.
+    virtual std::string FactsOf(const ContextKey& /*context*/) const { return {}; }
     // False: part of why tasks wait and become ready has to be concluded (Inference.h).
     virtual bool RecordsStates() const { return true; }
     // What was lost and noted while the file was opened.

@@ -51,7 +51,7 @@ Summary Summarize(const DecodedRecording& decoded) {
     Summary summary;
     summary.path = recording.Path();
     summary.format = recording.FormatName();
-    summary.records = recording.RecordCount();
+    summary.records = recording.CountInFile();
     summary.contexts = CountContexts(decoded);
     for (const auto& timeline : decoded.Timelines()) {
         const auto totals = summary.byProcessor.emplace_back(Count(*timeline));
