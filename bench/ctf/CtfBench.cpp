@@ -174,6 +174,34 @@ void BM_ReadCtf(benchmark::State& state) {
 }
 BENCHMARK(BM_ReadCtf)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+// From the name of the trace to the first 300 records decoded, while the rest is still read.
+class UntilBeginning final : public formats::IOpenProgress {
+  public:
+    bool Progress(std::uint64_t, std::uint64_t) override { return !beginning_; }
+    bool WantsBeginning() const override { return true; }
+    void Beginning(std::unique_ptr<formats::Recording> beginning) override {
+        beginning_ = std::move(beginning);
+    }
+    std::unique_ptr<formats::Recording> Take() { return std::move(beginning_); }
+
+  private:
+    std::unique_ptr<formats::Recording> beginning_;
+};
+
+void BM_FirstLookAtCtf(benchmark::State& state) {
+    for (auto _ : state) {
+        UntilBeginning progress;
+        (void)formats::OpenRecording(BigTrace::Get().Path(), {}, &progress);
+        auto beginning = progress.Take();
+        if (!beginning) return state.SkipWithError("no beginning");
+        service::TraceService trace;
+        trace.SetRecording(std::move(beginning));
+        std::int64_t a = 0, b = 0, c = 0;
+        if (trace.AnalyzeRecords(1, 300, &a, &b, &c) < 0) state.SkipWithError("not decoded");
+    }
+}
+BENCHMARK(BM_FirstLookAtCtf)->Unit(benchmark::kMillisecond)->UseRealTime();
+
 void BM_ReadAndDecodeCtf(benchmark::State& state) {
     for (auto _ : state) {
         auto recording = formats::OpenRecording(BigTrace::Get().Path());

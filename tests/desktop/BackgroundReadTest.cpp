@@ -77,6 +77,34 @@ TEST(BackgroundRead, LongReadsShowHowFarTheyAreAndTheWindowLives) {
     EXPECT_TRUE(label.contains("long.log")) << label.toStdString();
 }
 
+TEST(BackgroundRead, FirstLookTakesTheBeginningAndReadingGoesOn) {
+    std::promise<void> looked;
+    BackgroundRead reading([&looked](auto& progress) {
+        EXPECT_TRUE(progress.WantsBeginning());
+        progress.Beginning(std::make_unique<test::TestRecording>());
+        EXPECT_EQ(looked.get_future().wait_for(kPatience), std::future_status::ready);
+        progress.Progress(7, 0);
+        return OpenedRecording(std::make_unique<test::TestRecording>(std::vector{0u}, 5000));
+    });
+    const OpenedRecording first = reading.FirstLook("long", nullptr);
+    ASSERT_TRUE(first);
+    EXPECT_EQ((*first)->LastTime(), 190);
+    EXPECT_TRUE(reading.IsReading());
+    EXPECT_FALSE(reading.IsReady());
+    looked.set_value();
+    const OpenedRecording whole = reading.Finish("long", nullptr);
+    ASSERT_TRUE(whole);
+    EXPECT_EQ((*whole)->LastTime(), 4990);
+    EXPECT_EQ(reading.Done(), 7u);
+    EXPECT_FALSE(reading.IsReading());
+}
+
+TEST(BackgroundRead, FirstLookOfAShortRecordingIsAllOfIt) {
+    BackgroundRead reading([](auto&) { return Opened(); });
+    EXPECT_TRUE(reading.FirstLook("short", nullptr));
+    EXPECT_FALSE(reading.IsReading());
+}
+
 TEST(BackgroundRead, CancelStopsTheReading) {
     const Watch watch([](QWidget& dialog) { dialog.findChild<QPushButton*>()->click(); });
     const OpenedRecording opened = Finish("endless.log", ReadEndlessly);

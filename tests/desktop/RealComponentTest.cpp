@@ -7,8 +7,11 @@
 #include <QDropEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <future>
+#include <thread>
 
 #include "TestRecording.h"
 #include "host/CommandIds.h"
@@ -118,6 +121,53 @@ TEST_F(RealComponent, KeysReachTheChartOfAWindowThatOpened) {
         QTest::keyClicks(focus, "+");
         EXPECT_LT(displayed(), before) << reopened;
     }
+}
+
+// What takes long to read is shown from its beginning; the whole takes its place and leaves the
+// display where the user has been meanwhile.
+TEST_F(RealComponent, BeginningIsShownUntilTheWholeIsRead) {
+    const auto position = [this] {
+        auto* range = host::Service<host::IQOSTraceRange>(&workbench_.Host(), host::kOSTraceRange);
+        host::OSTracePosition now;
+        EXPECT_EQ(range->GetPosition(&now), S_OK);
+        return now;
+    };
+    for (const bool looksAround : {false, true}) {
+        std::promise<void> goOn;
+        auto reading = std::make_unique<BackgroundRead>([&goOn](auto& progress) {
+            progress.Beginning(std::make_unique<test::TestRecording>());
+            goOn.get_future().wait();
+            return OpenedRecording(std::make_unique<test::TestRecording>(std::vector{0u}, 5000));
+        });
+        ASSERT_TRUE(workbench_.Open("/somewhere/made-up", std::move(reading)));
+        EXPECT_EQ(position().displayEnd, 190);
+        EXPECT_TRUE(workbench_.Window().statusBar()->currentMessage().contains("beginning"));
+        if (looksAround) Command(ids::kExpand)->trigger();
+        const host::OSTracePosition before = position();
+        goOn.set_value();
+        while (workbench_.Window().statusBar()->currentMessage().contains("beginning"))
+            QApplication::processEvents();
+        EXPECT_EQ(workbench_.Trace().GetRecording()->LastTime(), 4990);
+        if (looksAround)
+            EXPECT_EQ(position(), before);
+        else
+            EXPECT_GT(position().displayEnd, 190);
+        EXPECT_EQ(workbench_.Docking().Windows().All().size(), 1U);
+    }
+}
+
+TEST_F(RealComponent, ReadingEndsWithWhatIsShownOfIt) {
+    std::atomic<bool> stopped = false;
+    auto reading = std::make_unique<BackgroundRead>([&stopped](auto& progress) {
+        progress.Beginning(std::make_unique<test::TestRecording>());
+        while (progress.Progress(1, 0)) std::this_thread::yield();
+        stopped = true;
+        return OpenedRecording(Error{"stopped", true});
+    });
+    ASSERT_TRUE(workbench_.Open("/somewhere/made-up", std::move(reading)));
+    workbench_.CloseRecording();
+    EXPECT_TRUE(stopped);
+    EXPECT_EQ(workbench_.Window().statusBar()->currentMessage(), "");
 }
 
 TEST_F(RealComponent, FileDroppedOnTheChartOpens) {

@@ -10,9 +10,9 @@ namespace kvx::test {
 
 class TestRecording final : public service::Recording {
   public:
-    explicit TestRecording(std::vector<std::uint32_t> processors = {0})
+    explicit TestRecording(std::vector<std::uint32_t> processors = {0}, std::int64_t end = 200)
         : processors_(std::move(processors)) {
-        for (std::int64_t time = 100; time < 200; time += 10) {
+        for (std::int64_t time = 100; time < end; time += 10) {
             service::Record record;
             record.time = time;
             record.kind = service::RecordKind::DispatchTo;

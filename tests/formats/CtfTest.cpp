@@ -402,5 +402,46 @@ TEST(Ctf, LinuxTaskThatRanAtTheStartIsKnown) {
                                            "3 state shell: WAI (SLP)", "3 run shell: Idle"));
 }
 
+class KeepBeginning final : public formats::IOpenProgress {
+  public:
+    bool Progress(std::uint64_t, std::uint64_t) override { return true; }
+    bool WantsBeginning() const override { return true; }
+    void Beginning(std::unique_ptr<formats::Recording> recording) override {
+        ++count;
+        beginning = std::move(recording);
+    }
+    std::unique_ptr<formats::Recording> beginning;
+    int count = 0;
+};
+
+// It is a recording in itself, and the same as far as it goes.
+TEST(Ctf, TheBeginningOfALongTraceIsHandedOverBeforeTheRest) {
+    auto ctf = NewZephyr();
+    for (std::uint32_t time = 10; time < 300000; time += 10) {
+        const bool back = time % 20 != 0;
+        ctf.Event(time, kOut).Put(back ? kWork : kMain).Name(back ? "work" : "main");
+        ctf.Event(time, kIn).Put(back ? kMain : kWork).Name(back ? "main" : "work");
+    }
+    const TempFolder folder;
+    const auto path = ctf.Write(folder);
+    KeepBeginning progress;
+    auto whole = formats::OpenRecording(path, {}, &progress);
+    ASSERT_TRUE(whole) << whole.GetError().message;
+    ASSERT_EQ(progress.count, 1);
+    service::TraceService all;
+    service::TraceService first;
+    all.SetRecording(std::move(*whole));
+    first.SetRecording(std::move(progress.beginning));
+    EXPECT_THAT(first.GetRecording()->Warnings(), ElementsAre(testing::HasSubstr("beginning")));
+    first.Summarize();
+    all.Summarize();
+    const auto events = Events(first);
+    const auto wholeEvents = Events(all);
+    EXPECT_GE(first.GetRecording()->RecordCount(), 20000u);
+    ASSERT_LT(events.size(), wholeEvents.size());
+    ASSERT_GT(events.size(), 1000u);
+    EXPECT_TRUE(std::equal(events.begin(), events.end(), wholeEvents.begin()));
+}
+
 }  // namespace
 }  // namespace kvx::test

@@ -23,14 +23,38 @@ BackgroundRead::~BackgroundRead() {
 }
 
 OpenedRecording BackgroundRead::Finish(const QString& name, QWidget* parent) {
-    if (opened_.wait_for(kUnnoticed) != std::future_status::ready) WaitWithDialog(name, parent);
+    if (opened_.wait_for(kUnnoticed) != std::future_status::ready)
+        WaitWithDialog(name, parent, [this] { return IsReady(); });
     return opened_.get();
 }
 
-bool BackgroundRead::SharedProgress::Progress(std::uint64_t done, std::uint64_t total) {
+OpenedRecording BackgroundRead::FirstLook(const QString& name, QWidget* parent) {
+    if (opened_.wait_for(kUnnoticed) != std::future_status::ready)
+        WaitWithDialog(name, parent, [this] { return IsReady() || progress_.HasBeginning(); });
+    if (IsReady()) return opened_.get();
+    return progress_.TakeBeginning();
+}
+
+void BackgroundRead::SharedProgress::Beginning(std::unique_ptr<service::Recording> beginning) {
+    const std::lock_guard guard(mutex_);
+    beginning_ = std::move(beginning);
+}
+
+std::unique_ptr<service::Recording> BackgroundRead::SharedProgress::TakeBeginning() {
+    const std::lock_guard guard(mutex_);
+    return std::move(beginning_);
+}
+
+bool BackgroundRead::SharedProgress::HasBeginning() const {
+    const std::lock_guard guard(mutex_);
+    return beginning_ != nullptr;
+}
+
+bool BackgroundRead::SharedProgress::Progress(std::uint64_t soFar, std::uint64_t total) {
+    done = soFar;
     if (total > 0) {
         perMille =
-            static_cast<int>(static_cast<double>(done) / static_cast<double>(total) * kPerMille);
+            static_cast<int>(static_cast<double>(soFar) / static_cast<double>(total) * kPerMille);
     }
     return !cancelled;
 }
@@ -47,8 +71,10 @@ bool BackgroundRead::IsReady() const {
     return opened_.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
 }
 
-// Until the reading thread has ended, which it also does soon after a cancel.
-void BackgroundRead::WaitWithDialog(const QString& name, QWidget* parent) {
+// A cancelled reading ends soon.
+void BackgroundRead::WaitWithDialog(const QString& name, QWidget* parent,
+                                    const std::function<bool()>& done) {
+    if (done()) return;
     QProgressDialog dialog("Reading " + name + "…", "Cancel", 0, 0, parent);
     dialog.setWindowModality(Qt::WindowModal);
     dialog.setMinimumDuration(0);
@@ -59,7 +85,7 @@ void BackgroundRead::WaitWithDialog(const QString& name, QWidget* parent) {
     QEventLoop loop;
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, [&] {
-        if (IsReady()) return loop.quit();
+        if (done()) return loop.quit();
         if (progress_.perMille < 0 || dialog.wasCanceled()) return;
         dialog.setMaximum(kPerMille);
         dialog.setValue(progress_.perMille);

@@ -2,6 +2,8 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QStatusBar>
+#include <utility>
 
 #include "host/CommandIds.h"
 #include "workbench/desktop/CopyFile.h"
@@ -12,7 +14,9 @@
 namespace kvx::desktop {
 namespace {
 
-constexpr int kWhileDecoding = 300;  // milliseconds
+// Milliseconds.
+constexpr int kWhileDecoding = 300;
+constexpr int kWhileReading = 100;
 
 }  // namespace
 
@@ -48,6 +52,7 @@ Workbench::Workbench(Settings& settings)
         window_.ShowStartPage(!docking_.Windows().IsAnyShown());
     };
     QObject::connect(&whileDecoding_, &QTimer::timeout, [this] { FollowDecoding(); });
+    QObject::connect(&whileReading_, &QTimer::timeout, [this] { FollowReading(); });
     targetMenu_.Show(nullptr);
     ShowState();
 }
@@ -72,9 +77,37 @@ bool Workbench::Open(const QString& path) {
 }
 
 bool Workbench::Open(const QString& path, std::unique_ptr<BackgroundRead> reading) {
-    if (!ShowOrTell(Read(path, *reading))) return false;
+    if (!ShowOrTell(InService(reading->FirstLook(QFileInfo(path).fileName(), &window_))))
+        return false;
     TraceIsIn(path);
+    if (!reading->IsReading()) return true;
+    reading_ = std::move(reading);
+    firstPosition_ = Position();
+    whileReading_.start(kWhileReading);
+    FollowReading();
     return true;
+}
+
+void Workbench::FollowReading() {
+    if (reading_->IsReady()) return ShowWhole(Read(tracePath_, *std::exchange(reading_, nullptr)));
+    window_.statusBar()->showMessage(
+        QStringLiteral("This is the beginning. The rest is being read: %L1 events so far.")
+            .arg(reading_->Done()));
+}
+
+// In place of its beginning: where the user has looked at that, the display stays.
+void Workbench::ShowWhole(OpenedTrace trace) {
+    whileReading_.stop();
+    window_.statusBar()->clearMessage();
+    if (!trace) {
+        window_.ShowError("Cannot Read On", "The beginning is shown; the rest cannot be read.\n\n" +
+                                                FromUtf8(trace.GetError().message));
+        return;
+    }
+    desktop::Workspace now = Describe();
+    if (now.position == firstPosition_) now.position.reset();
+    QStringList damage;
+    ShowArranged(std::move(*trace), now, damage);
 }
 
 bool Workbench::OpenDemonstration() {
@@ -82,7 +115,10 @@ bool Workbench::OpenDemonstration() {
 }
 
 Workbench::OpenedTrace Workbench::Read(const QString& path, BackgroundRead& reading) {
-    OpenedRecording recording = reading.Finish(QFileInfo(path).fileName(), &window_);
+    return InService(reading.Finish(QFileInfo(path).fileName(), &window_));
+}
+
+Workbench::OpenedTrace Workbench::InService(OpenedRecording recording) {
     if (!recording) return recording.GetError();
     auto trace = std::make_unique<service::TraceService>();
     trace->SetRecording(std::move(*recording));
@@ -143,6 +179,8 @@ void Workbench::CloseRecording() {
 }
 
 void Workbench::DropRecording() {
+    whileReading_.stop();
+    if (std::exchange(reading_, nullptr)) window_.statusBar()->clearMessage();
     if (target_) return DisconnectTarget();
     if (!trace_->GetRecording()) return;
     host_.Broadcast(host::kEventTraceCleared);

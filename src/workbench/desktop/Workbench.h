@@ -78,7 +78,12 @@ class Workbench final : private IWorkspaceHost {
     using OpenedTrace = Result<std::unique_ptr<service::TraceService>>;
 
     // Recordings.
+    // Reads the whole of it.
     OpenedTrace Read(const QString& path, BackgroundRead& reading);
+    static OpenedTrace InService(OpenedRecording recording);
+    // Reading that goes on while the beginning is shown.
+    void FollowReading();
+    void ShowWhole(OpenedTrace trace);
     OpenedTrace ReadDemonstration();
     bool ShowOrTell(OpenedTrace trace);
     void ShowInWindows(std::unique_ptr<service::TraceService> trace);
@@ -94,6 +99,9 @@ class Workbench final : private IWorkspaceHost {
     void EnterUsersWorkspace();
     std::optional<WorkspaceTrace> OpenTrace() const;
     bool ShowWorkspaceTrace(const desktop::Workspace& workspace, QStringList& damage);
+    // Shows it as the workspace says.
+    void ShowArranged(std::unique_ptr<service::TraceService> trace,
+                      const desktop::Workspace& workspace, QStringList& damage);
     host::IQOSTraceRange* Range();
     // Nothing while no OS Trace window shows a trace.
     std::optional<host::OSTracePosition> Position();
@@ -130,7 +138,10 @@ class Workbench final : private IWorkspaceHost {
     ComponentModule component_;
     WorkspaceControl workspace_;
     HelpBook help_;
-    QTimer whileDecoding_;  // losses are found then
+    QTimer whileDecoding_;                     // losses are found then
+    std::unique_ptr<BackgroundRead> reading_;  // of the recording whose beginning is shown
+    std::optional<host::OSTracePosition> firstPosition_;  // where that was shown first
+    QTimer whileReading_;
     // Where the OS Trace window stood when its user closed it; it opens there again.
     std::optional<host::OSTracePosition> positionBefore_;
     std::optional<host::OSTracePosition> closedAt_;

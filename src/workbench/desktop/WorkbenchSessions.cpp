@@ -150,18 +150,24 @@ bool Workbench::ShowWorkspaceTrace(const desktop::Workspace& workspace, QStringL
                                               : FromUtf8(trace.GetError().message));
         return false;
     }
-    if (!(*trace)->ShowProcessor(wanted.processor)) {
+    ShowArranged(std::move(*trace), workspace, damage);
+    return true;
+}
+
+void Workbench::ShowArranged(std::unique_ptr<service::TraceService> trace,
+                             const desktop::Workspace& workspace, QStringList& damage) {
+    const WorkspaceTrace& wanted = *workspace.trace;
+    if (!trace->ShowProcessor(wanted.processor)) {
         damage << QStringLiteral("The trace has no processor %1.").arg(wanted.processor);
     }
-    (*trace)->ArrangeLines(workspace.lines);
+    trace->ArrangeLines(workspace.lines);
     DropRecording();
-    ShowInWindows(std::move(*trace));
+    ShowInWindows(std::move(trace));
     if (!wanted.path.isEmpty()) TraceIsIn(wanted.path);
     host::IQOSTraceRange* const range = workspace.position ? Range() : nullptr;
     if (range && range->SetPosition(&*workspace.position) == E_INVALIDARG) {
         damage << "The times that were shown are not in the trace.";
     }
-    return true;
 }
 
 // A log that was written anew is read anew; what it does not hold any more is no damage.

@@ -40,6 +40,10 @@ class IOpenProgress {
     virtual ~IOpenProgress() = default;
     // total 0: not known. False: stop; OpenRecording then answers an error with cancelled set.
     virtual bool Progress(std::uint64_t done, std::uint64_t total) = 0;
+    // Whether the beginning of a recording that takes long to read is of use before the rest. It is
+    // handed over once at most, a recording in itself, and reading goes on.
+    virtual bool WantsBeginning() const { return false; }
+    virtual void Beginning(std::unique_ptr<Recording> /*beginning*/) {}
 };
 
 // path: a file, a CTF folder, or the metadata file of one. progress may be null. The error says

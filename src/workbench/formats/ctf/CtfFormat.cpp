@@ -87,6 +87,15 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
     EventTrace trace;
     trace.format = "CTF";
     EventLoader loader(trace, bytes, progress);
+    if (progress && progress->WantsBeginning()) {
+        loader.onBeginning = [&](EventTrace beginning) {
+            TakeDaysOff(beginning);
+            EventDamage unread;
+            unread.warnings = {"This is the beginning alone; the rest is still being read."};
+            progress->Beginning(
+                std::make_unique<EventRecording>(candidate.path, std::move(beginning), unread));
+        };
+    }
     auto result = RunLibrary(traces, bytes, loader);
     if (loader.IsEndless())
         return Error{candidate.path + ": the metadata describes events that take no room"};

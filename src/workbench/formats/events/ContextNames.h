@@ -46,9 +46,15 @@ class ContextNames {
         service::ContextKey key;
         Named* named = nullptr;
     };
+    // A copy has nodes of its own, and learnt of none yet.
+    struct Latest : std::array<Recent, 256> {
+        Latest() = default;
+        Latest(const Latest&) : std::array<Recent, 256>{} {}
+        Latest(Latest&&) = default;
+    };
 
     const kernels::EventKernel& kernel_;
-    std::array<Recent, 256> recent_;
+    Latest recent_;
     std::unordered_map<service::ContextKey, Named, Hash> contexts_;         // by kind and number
     std::unordered_map<service::ContextKey, std::uint64_t, Hash> numbers_;  // by kind and address
     std::map<service::ContextKind, std::uint64_t> counts_;

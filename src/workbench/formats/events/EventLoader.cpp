@@ -1,6 +1,7 @@
 #include "workbench/formats/events/EventLoader.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/Text.h"
 #include "workbench/kernels/Registry.h"
@@ -87,11 +88,16 @@ void EventLoader::AddGap(std::uint16_t processor) {
 }
 
 bool EventLoader::OnBatch() {
+    if (onBeginning && trace_.records.Count() >= kBeginning) {
+        EventTrace beginning = trace_;
+        PutInOrder(beginning);
+        std::exchange(onBeginning, nullptr)(std::move(beginning));
+    }
     return !progress_ || progress_->Progress(trace_.records.Count(), 0);
 }
 
-void EventLoader::Finish() {
-    trace_.losses.Add(service::Loss::TimeStepsBack, trace_.records.PutInOrder());
+void EventLoader::PutInOrder(EventTrace& trace) {
+    trace.losses.Add(service::Loss::TimeStepsBack, trace.records.PutInOrder());
 }
 
 EventValue EventLoader::ValueOf(kernels::FieldRef field) const {

@@ -2,6 +2,7 @@
 // Takes the events of a trace in and packs them into records.
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -49,6 +50,9 @@ struct PackedOrder {
 
 class EventLoader final : public IEventSink {
   public:
+    // Called once, if at all, with a copy of what is read by then: enough for a first look.
+    std::function<void(EventTrace beginning)> onBeginning;
+
     // bytes: of all streams together. Events that take less than one each have no end. The kernel
     // is the trace's, or, where that has none, the first one that recognises a kind.
     EventLoader(EventTrace& trace, std::uint64_t bytes, IOpenProgress* progress);
@@ -63,11 +67,13 @@ class EventLoader final : public IEventSink {
     // There were more events than the streams have room for.
     bool IsEndless() const { return endless_; }
     // After the last event: puts the records in order of time.
-    void Finish();
+    void Finish() { PutInOrder(trace_); }
 
   private:
     static constexpr std::size_t kProcessors = 0x10000;
+    static constexpr std::uint32_t kBeginning = 20000;  // records
 
+    static void PutInOrder(EventTrace& trace);
     void NoteProcessor(std::uint16_t processor);
     void Pack(const kernels::EventPlan& plan);
     void PackDetails(const kernels::EventPlan& plan);
