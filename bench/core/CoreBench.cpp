@@ -1,5 +1,8 @@
 #include <benchmark/benchmark.h>
 
+#include <numeric>
+#include <vector>
+
 #include "LargeTrace.h"
 #include "traceview/model/ChartItems.h"
 
@@ -9,22 +12,46 @@ namespace {
 
 constexpr std::uint32_t kEvents = 10'000'000;
 
-// A marker dropped on the whole trace: all three analyses.
+// Of the tables of the modes, or, 3, all of them: what windows read after a marker was dropped.
+void ReadTables(COSTraceData& data, std::int64_t which) {
+    for (std::size_t mode = 0; mode < data.analyses.size(); ++mode)
+        if (which == 3 || which == static_cast<std::int64_t>(mode))
+            benchmark::DoNotOptimize(data.analyses[mode]->RowCount());
+}
+
+// A marker dropped on the whole trace, and the tables read.
 void MarkerDrop(benchmark::State& state) {
     test::Core& core = LargeCore(kEvents);
     core.service.bulk = state.range(0) != 0;
     core.SetRange(0, kEvents - 1);
-    for (auto _ : state) core.data.markers.SetMarker(nullptr, kMarkerEnd, kEvents - 1);
-    state.counters["events"] = kEvents;
+    for (auto _ : state) {
+        core.data.markers.SetMarker(nullptr, kMarkerEnd, kEvents - 1);
+        ReadTables(core.data, state.range(1));
+    }
 }
-BENCHMARK(MarkerDrop)->ArgName("bulk")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
+BENCHMARK(MarkerDrop)
+    ->ArgNames({"bulk", "table"})
+    ->ArgsProduct({{1}, {0, 1, 2, 3}})
+    ->Args({0, 3})
+    ->Unit(benchmark::kMillisecond);
+
+// What reading as much memory once takes.
+void SumOfMemory(benchmark::State& state) {
+    const std::vector<std::uint64_t> memory(std::size_t{240} * 1000 * 1000 / 8, 3);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(std::accumulate(memory.begin(), memory.end(), std::uint64_t{0}));
+}
+BENCHMARK(SumOfMemory)->Unit(benchmark::kMillisecond);
 
 // The same with a range that begins late, so that waits look back.
 void MarkerDropLate(benchmark::State& state) {
     test::Core& core = LargeCore(kEvents);
     core.service.bulk = state.range(0) != 0;
     core.SetRange(kEvents / 2, kEvents - 1);
-    for (auto _ : state) core.data.markers.SetMarker(nullptr, kMarkerEnd, kEvents - 1);
+    for (auto _ : state) {
+        core.data.markers.SetMarker(nullptr, kMarkerEnd, kEvents - 1);
+        ReadTables(core.data, 3);
+    }
 }
 BENCHMARK(MarkerDropLate)->ArgName("bulk")->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
 
@@ -74,6 +101,7 @@ BENCHMARK(Chart)
     ->ArgNames({"share", "form", "million"})
     ->ArgsProduct({{100, 1}, {2, 1, 0}, {10}})
     ->Args({100, 2, 1})
+    ->Args({100, 2, 100})
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace

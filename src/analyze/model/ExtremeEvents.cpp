@@ -7,30 +7,6 @@
 
 namespace kvx {
 
-void ExtremeEvents::NoteLongest(double& longest, double d, std::uint32_t event) {
-    if (d > longest) {
-        longest = d;
-        Restart(event);
-    } else if (d == longest) {
-        Append(event);
-    }
-}
-
-void ExtremeEvents::NoteShortest(double& shortest, double d, std::uint32_t event) {
-    if (shortest == 0.0 || d < shortest) {
-        shortest = d;
-        Restart(event);
-    } else if (d == shortest) {
-        Append(event);
-    }
-}
-
-void ExtremeEvents::Restart(std::uint32_t event) {
-    events_.clear();
-    ascending_ = true;
-    Append(event);
-}
-
 void ExtremeEvents::Append(std::uint32_t event) {
     if (!events_.empty() && event < events_.back()) ascending_ = false;
     events_.push_back(event);

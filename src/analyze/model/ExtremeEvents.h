@@ -14,10 +14,20 @@ namespace kvx {
 class ExtremeEvents {
   public:
     // An interval of length d that ended at the event, against the longest so far.
-    void NoteLongest(double& longest, double d, std::uint32_t event);
+    void NoteLongest(double& longest, double d, std::uint32_t event) {
+        if (d < longest) return;
+        if (d > longest) Restart();
+        longest = d;
+        Append(event);
+    }
     // Against the shortest so far, of which 0.0 means none: what follows a shortest of length zero
     // takes its place.
-    void NoteShortest(double& shortest, double d, std::uint32_t event);
+    void NoteShortest(double& shortest, double d, std::uint32_t event) {
+        if (d > shortest && shortest != 0.0) return;
+        if (d < shortest || shortest == 0.0) Restart();
+        shortest = d;
+        Append(event);
+    }
     // In the order found.
     const std::vector<std::uint32_t>& Events() const { return events_; }
     std::optional<std::uint32_t> First() const {
@@ -30,7 +40,10 @@ class ExtremeEvents {
     int HasIndicator(const COSMarker& marker) const;
 
   private:
-    void Restart(std::uint32_t event);
+    void Restart() {
+        events_.clear();
+        ascending_ = true;
+    }
     void Append(std::uint32_t event);
 
     std::vector<std::uint32_t> events_;

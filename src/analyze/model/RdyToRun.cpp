@@ -16,7 +16,6 @@ void CRdyToRun::Add(double d, std::uint32_t event) {
     maxEvents.NoteLongest(Max, d, event);
     minEvents.NoteShortest(Min, d, event);
     Total += d;
-    Avg = Total / measured;
 }
 
 namespace {
@@ -40,8 +39,7 @@ const kvx::AnalysisForm CRdyToRunAnalysis::kForm = {"rdy-run", "rdy_run", "Rdy->
 
 CRdyToRun* CRdyToRunAnalysis::Find(std::uint32_t context) {
     Make();
-    if (context >= recordOfLine_.size()) return nullptr;
-    return Record(recordOfLine_[context]);
+    return FindMade(context);
 }
 
 CRdyToRun* CRdyToRunAnalysis::Record(int n) {
@@ -85,22 +83,32 @@ void CRdyToRunAnalysis::CreditRange(const Events& events, const kvx::AnalysisRan
     if (events.Count() == 0) return;
     kvx::ReadyLookBack<Events> before(events, range.first,
                                       [this](std::uint32_t line) { return IsUnknown(line); });
+    // Where nothing is ever unknown, a ready state ends with the dispatch that it is measured to.
+    const bool mayBeCut = AnyUnknown();
     for (std::uint32_t e = range.first; e < range.waitsBelow; ++e) {
         const int kind = events.Kind(e);
         if (kind == kEventState) {
-            if (CRdyToRun* const record = Find(events.StateContext(e))) {
+            if (CRdyToRun* const record = FindMade(events.StateContext(e))) {
                 record->stateKnown = true;
                 record->canBeReady = events.IsReady(e);
                 record->readySince = record->canBeReady ? events.Time(e) : 0.0;
-                record->readyUntil = events.EndTime(e);
+                record->readyUntil = mayBeCut ? events.EndTime(e) : 0.0;
             }
         } else if (kind == kEventDispatch) {
             const double t = events.Time(e);
-            if (CRdyToRun* const left = Find(events.Context(e)))
-                Leave(*left, t, IsUnknown(events.Next(e)), before);
-            if (CRdyToRun* const entered = Find(events.Next(e))) Credit(*entered, e, t, before);
+            if (CRdyToRun* const left = FindMade(events.Context(e)))
+                Leave(*left, t, mayBeCut && IsUnknown(events.Next(e)), before);
+            if (CRdyToRun* const entered = FindMade(events.Next(e))) Credit(*entered, e, t, before);
         }
     }
+    for (CRdyToRun& record : records_)
+        if (record.measured > 0) record.Avg = record.Total / record.measured;
+}
+
+bool CRdyToRunAnalysis::AnyUnknown() const {
+    for (int line = 0; line < shared_.contexts->GetCount(); ++line)
+        if (IsUnknown(static_cast<std::uint32_t>(line))) return true;
+    return false;
 }
 
 bool CRdyToRunAnalysis::IsUnknown(std::uint32_t line) const {

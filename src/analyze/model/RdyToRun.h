@@ -63,8 +63,14 @@ class CRdyToRunAnalysis final : public kvx::SharedAnalysis {
     void DropRows() override;
     int MadeRows() const override { return static_cast<int>(records_.size()); }
     void AddTasks();
+    // Among the records that are made.
+    CRdyToRun* FindMade(std::uint32_t context) {
+        const std::int32_t n = context < recordOfLine_.size() ? recordOfLine_[context] : -1;
+        return n < 0 ? nullptr : &records_[static_cast<std::size_t>(n)];
+    }
     template <class Events>
     void CreditRange(const Events& events, const kvx::AnalysisRange& range);
+    bool AnyUnknown() const;
     bool IsUnknown(std::uint32_t line) const;
     template <class LookBack>
     void Leave(CRdyToRun& record, double t, bool toUnknown, LookBack& before);

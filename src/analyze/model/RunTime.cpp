@@ -11,11 +11,15 @@
 #include "trace/TimeCount.h"
 #include "traceview/model/Marker.h"
 
-void CRunTime::Add(double d, std::uint32_t event, double range) {
+void CRunTime::Add(double d, std::uint32_t event) {
     ++Num;
     Total += d;
     maxEvents.NoteLongest(Max, d, event);
     minEvents.NoteShortest(Min, d, event);
+}
+
+void CRunTime::Conclude(double range) {
+    if (Num == 0) return;
     Avg = Total / Num;
     if (range != 0.0) Ratio = Total / range;
 }
@@ -44,8 +48,7 @@ static_assert(std::size(kColumnsOfTable) == CRunTimeAnalysis::kColumns);
 const kvx::AnalysisForm CRunTimeAnalysis::kForm = {"run-time", "run_time", "Run Time",
                                                    kColumnsOfTable};
 
-const CRunTime* CRunTimeAnalysis::Find(std::uint32_t context) const {
-    Make();
+const CRunTime* CRunTimeAnalysis::FindMade(std::uint32_t context) const {
     // Records stand at their line as far as the context table reached.
     if (context < records_.size() && records_[context].context == context)
         return &records_[context];
@@ -54,12 +57,17 @@ const CRunTime* CRunTimeAnalysis::Find(std::uint32_t context) const {
     return at == records_.end() ? nullptr : &*at;
 }
 
+const CRunTime* CRunTimeAnalysis::Find(std::uint32_t context) const {
+    Make();
+    return FindMade(context);
+}
+
 CRunTime* CRunTimeAnalysis::Find(std::uint32_t context) {
     return const_cast<CRunTime*>(std::as_const(*this).Find(context));
 }
 
 CRunTime& CRunTimeAnalysis::FindOrAdd(std::uint32_t context) {
-    if (CRunTime* const found = Find(context)) return *found;
+    if (const CRunTime* const found = FindMade(context)) return const_cast<CRunTime&>(*found);
     CRunTime& added = records_.emplace_back();
     added.context = context;
     added.marker = shared_.marker;
@@ -97,7 +105,7 @@ void CRunTimeAnalysis::CreditRange(const Events& events, const kvx::AnalysisRang
         if (t1 == 0.0) t1 = end;
         if (t1 <= start) return;
         const double length = std::min(t1, end) - std::max(t0, start);
-        FindOrAdd(events.Next(dispatch)).Add(length, remembered, end - start);
+        FindOrAdd(events.Next(dispatch)).Add(length, remembered);
     };
 
     if (range.first != 0) {
@@ -105,6 +113,7 @@ void CRunTimeAnalysis::CreditRange(const Events& events, const kvx::AnalysisRang
         if (const auto cut = events.LastDispatch(range.first - 1)) credit(range.first, *cut);
     }
     events.ForEachDispatch(range.first, range.last, [&](std::uint32_t e) { credit(e, e); });
+    for (CRunTime& record : records_) record.Conclude(end - start);
 }
 
 CString CRunTimeAnalysis::ContextCell(int line, int column) const {

@@ -20,8 +20,10 @@ struct CRunTime {
     double Ratio = 0.0;  // 1 is the whole range
     COSMarker* marker = nullptr;
 
-    // A run of length d, remembered at the event; range is the length of the measured range.
-    void Add(double d, std::uint32_t event, double range);
+    // A run of length d, remembered at the event.
+    void Add(double d, std::uint32_t event);
+    // Average and share, after the last run; range is the length of the measured range.
+    void Conclude(double range);
     void GoToNextMax(IViewSender* view) { maxEvents.GoToNext(*marker, view); }
     void GoToNextMin(IViewSender* view) { minEvents.GoToNext(*marker, view); }
     int IndicatorOnMax() const { return maxEvents.HasIndicator(*marker); }
@@ -40,7 +42,6 @@ class CRunTimeAnalysis final : public kvx::SharedAnalysis {
     // Null when the context has no record. Valid until the next Build or Clear.
     CRunTime* Find(std::uint32_t context);
     const CRunTime* Find(std::uint32_t context) const;
-    CRunTime& FindOrAdd(std::uint32_t context);
     const std::vector<CRunTime>& Records() const;
 
     const kvx::AnalysisForm& Form() const override { return kForm; }
@@ -63,6 +64,9 @@ class CRunTimeAnalysis final : public kvx::SharedAnalysis {
     }
     template <class Events>
     void CreditRange(const Events& events, const kvx::AnalysisRange& range);
+    CRunTime& FindOrAdd(std::uint32_t context);
+    // Among the records that are made.
+    const CRunTime* FindMade(std::uint32_t context) const;
     const CRunTime* RecordOf(int row) const { return Find(static_cast<std::uint32_t>(row)); }
     CString ContextCell(int line, int column) const;
 
