@@ -40,6 +40,7 @@ ALLOWED = {
     # A program of its own: what it shares with the readers is the form of its messages.
     "workbench/ctf_reader": ["platform", "workbench/formats", "workbench/kernels"],
     "workbench/formats": ["platform", "host", "workbench/service", "workbench/kernels"],
+    "workbench/timing": ["platform", "host", "workbench/service", "analyze/model"],
     "workbench/simulation": ["platform"],
     "workbench/target": ["host", "platform", "workbench/service", "workbench/simulation"],
     "workbench/cli": WORKBENCH + CORE + ["resources"],
@@ -51,7 +52,7 @@ ALLOWED = {
 # What nobody but these may include, although a parent folder is allowed.
 PRIVATE = {"platform/qt": {"platform/qt", "component", "workbench", "workbench/picture"}}
 MAY_SEE_TOOLKIT = ("platform/qt", "workbench/desktop", "workbench/picture", "workbench")
-NO_TOOLKIT = ("workbench/service", "workbench/kernels", "workbench/formats", "workbench/simulation",
+NO_TOOLKIT = ("workbench/service", "workbench/kernels", "workbench/formats", "workbench/simulation", "workbench/timing",
               "workbench/target", "workbench/cli")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')

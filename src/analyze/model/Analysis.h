@@ -52,7 +52,9 @@ struct Value {
     template <class Known>
     Value(Known value) : data(std::move(value)) {}
 
-    std::variant<std::monostate, std::int64_t, double, std::string, std::vector<Members>> data;
+    std::variant<std::monostate, bool, std::int64_t, double, std::string, Members,
+                 std::vector<Members>>
+        data;
 };
 
 // Rows are counted from 0. Rows and columns that an operation is given exist.

@@ -11,7 +11,8 @@
 #include "workbench/cli/RecordingSource.h"
 #include "workbench/cli/TableOutput.h"
 #include "workbench/cli/TerminalView.h"
-#include "workbench/cli/TimeArgument.h"
+#include "workbench/cli/TimingTables.h"
+#include "workbench/service/TimeArgument.h"
 
 namespace kvx::cli {
 namespace {
@@ -50,7 +51,7 @@ class Analyses {
         std::optional<std::int64_t> end;
         for (auto [text, time] : {std::pair{&options_.start, &start}, {&options_.end, &end}}) {
             if (text->empty()) continue;
-            const auto parsed = ParseTime(*text, service_.GetRecording()->Clock());
+            const auto parsed = service::ParseTime(*text, service_.GetRecording()->Clock());
             if (!parsed) return parsed.GetError().message;
             *time = *parsed;
         }
@@ -68,10 +69,7 @@ class Analyses {
         std::string known;
         for (TableOutput& table : tables_) {
             sorted |= table.Sort(column, direction == ":desc");
-            for (const AnalysisColumn& each : table.Table().Form().columns) {
-                if (each.kind == ValueKind::Bar) continue;
-                known.append(known.empty() ? "" : " ") += each.key;
-            }
+            known.append(known.empty() ? "" : " ") += table.ColumnKeys();
         }
         return sorted ? "" : "there is no column '" + column + "'; there are " + known;
     }
@@ -188,6 +186,17 @@ int WriteText(const AnalyzeOptions& options, const Streams& streams,
         });
 }
 
+std::vector<std::string> TableNames() {
+    std::vector<std::string> names = {"run-time", "rdy-run", "syscalls", "all"};
+    std::ranges::copy(TimingTableNames(), std::back_inserter(names));
+    return names;
+}
+
+bool IsTimingTable(const std::string& name) {
+    const auto names = TimingTableNames();
+    return std::ranges::count(names, name) > 0;
+}
+
 }  // namespace
 
 void AddAnalyze(CLI::App& app, const Streams& streams, int& status) {
@@ -196,18 +205,29 @@ void AddAnalyze(CLI::App& app, const Streams& streams, int& status) {
         "analyze", "Show who had the processor, who waited for it, and what was called");
     AddTraceOptions(*command, options->trace);
     command->add_option("--table", options->table, "Table to show")
-        ->check(CLI::IsMember({"run-time", "rdy-run", "syscalls", "all"}))
+        ->check(CLI::IsMember(TableNames()))
         ->capture_default_str();
     command->add_option("--start", options->start,
                         "Start of the range: a count, or a time as 1.5ms");
     command->add_option("--end", options->end, "End of the range");
     command->add_option("--sort", options->sort, "Column to sort by, COLUMN or COLUMN:desc");
+    command->add_option("--task", options->task,
+                        "Tables of jobs, waits, errors and load: this task or handler only");
+    command->add_option("--rules", options->rules,
+                        "Table timing: rules file, for deadlines and ends of jobs");
+    command->add_option("--every", options->every, "Table load: length of a slice (else 10ms)");
+    command->add_option("--window", options->window,
+                        "Table load: length of the stretch for the peak (else 100ms)");
     auto* csv = command->add_option("--csv", options->csv,
                                     "Write one table as CSV to a file, or - for standard output");
     command->add_flag("--json", options->json, "Write JSON; times are counts")->excludes(csv);
     command->callback([options, streams, &status] {
         if (!options->csv.empty() && options->table == "all")
             throw CLI::ValidationError("--csv", "writes one table: choose it with --table");
+        if (IsTimingTable(options->table)) {
+            status = RunTimingTable(*options, streams);
+            return;
+        }
         if (!options->csv.empty() && options->trace.processors.IsAll())
             throw CLI::ValidationError("--csv", "writes one processor: choose it with --cpu");
         status = RunAnalyze(*options, streams);

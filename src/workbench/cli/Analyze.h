@@ -15,6 +15,10 @@ struct AnalyzeOptions {
     std::string start;          // empty: the first event
     std::string end;            // empty: the last event
     std::string sort;           // COLUMN or COLUMN:desc; empty: not sorted
+    std::string task;           // of timing tables: name or number; empty: all
+    std::string rules;          // of timing tables: path; empty: none
+    std::string every;          // load: length of a slice
+    std::string window;         // load: length of the stretch for the peak
     std::string csv;            // path, "-" for the output stream; empty: none
     bool json = false;
 };

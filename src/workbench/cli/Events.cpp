@@ -3,11 +3,10 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
-#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "workbench/service/EventMerge.h"
 #include "workbench/service/EventTexts.h"
 
 namespace kvx::cli {
@@ -31,49 +30,8 @@ std::string Cell(std::string text) {
     return text;
 }
 
-// The events of several processors in order of time; where times are equal, in that of the records
-// that gave them, as far as that is known, and of the processors.
-class EventMerge {
-  public:
-    explicit EventMerge(const std::vector<const service::Timeline*>& timelines) {
-        for (const auto* timeline : timelines) places_.push_back({timeline});
-    }
-
-    struct Event {
-        const service::Timeline* timeline = nullptr;
-        std::uint32_t number = 0;
-    };
-    // None: that was all.
-    std::optional<Event> Next() {
-        Place* first = nullptr;
-        for (Place& place : places_)
-            if (place.next < place.timeline->events.Count() &&
-                (!first || place.Key() < first->Key()))
-                first = &place;
-        if (!first) return std::nullopt;
-        first->record = first->Key().second;
-        return Event{first->timeline, first->next++};
-    }
-
-  private:
-    struct Place {
-        const service::Timeline* timeline;
-        std::uint32_t next = 0;
-        std::uint32_t record = 0;  // the latest one so far
-
-        // A wait names the record of the call that waits, which is an earlier one.
-        std::pair<std::int64_t, std::uint32_t> Key() const {
-            const auto& events = timeline->events;
-            const auto by = events.RecordOf(next);
-            return {events.Time(next), by == service::kNoRecord ? record : std::max(record, by)};
-        }
-    };
-    std::vector<Place> places_;
-};
-
-void WriteEvent(const service::DecodedRecording& decoded, std::uint32_t number,
-                const EventMerge::Event& event, std::ostream& out) {
-    const service::Timeline& timeline = *event.timeline;
+void WriteEvent(const service::DecodedRecording& decoded, const service::Timeline& timeline,
+                std::uint32_t number, const service::EventMerge::Event& event, std::ostream& out) {
     const service::EventStore& events = timeline.events;
     const auto context = timeline.contexts.DisplayName(events.Context(event.number));
     const auto detail = service::EventTexts(decoded, timeline).Detail(event.number);
@@ -110,12 +68,14 @@ int RunEvents(const EventsOptions& options, const Streams& streams) {
     const service::DecodedRecording& decoded = *service->Decoded();
     decoded.WaitForAll();
     streams.out << "event\ttime\tkind\tcontext\tdetail\tcpu\n";
-    EventMerge merge(Chosen(decoded, options.trace.processors));
+    const auto chosen = Chosen(decoded, options.trace.processors);
+    service::EventMerge merge(chosen);
     const auto end = std::uint64_t{options.from} + options.count;
     for (std::uint32_t number = 0; number < end && streams.out; ++number) {
         const auto event = merge.Next();
         if (!event) break;
-        if (number >= options.from) WriteEvent(decoded, number, *event, streams.out);
+        if (number >= options.from)
+            WriteEvent(decoded, *chosen[event->timeline], number, *event, streams.out);
     }
     return FinalStatus(options.trace, decoded.Losses(), streams);
 }

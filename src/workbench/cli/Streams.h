@@ -10,7 +10,8 @@ enum ExitStatus : int {
     kExitFailed = 1,      // anything that no other status names
     kExitUsage = 2,       // wrong usage
     kExitUnreadable = 3,  // the file cannot be read
-    kExitLosses = 4       // read, but with losses, and --strict was given
+    kExitLosses = 4,      // read, but with losses, and --strict was given
+    kExitViolated = 5     // a rule or a condition is violated
 };
 
 struct Streams {

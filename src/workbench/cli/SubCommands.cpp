@@ -6,7 +6,10 @@
 #include "platform/Resources.h"
 #include "resources/Tables.h"
 #include "workbench/cli/Analyze.h"
+#include "workbench/cli/Check.h"
+#include "workbench/cli/Compare.h"
 #include "workbench/cli/Events.h"
+#include "workbench/cli/Explain.h"
 #include "workbench/cli/Generate.h"
 #include "workbench/cli/Info.h"
 #include "workbench/cli/Keys.h"
@@ -14,8 +17,8 @@
 namespace kvx::cli {
 namespace {
 
-constexpr std::array<AddSubCommand, 5> kSubCommands = {
-    &AddInfo, &AddEvents, &AddAnalyze, &AddGenerate, &AddKeys,
+constexpr std::array<AddSubCommand, 8> kSubCommands = {
+    &AddInfo, &AddEvents, &AddAnalyze, &AddExplain, &AddCheck, &AddCompare, &AddGenerate, &AddKeys,
 };
 
 }  // namespace

@@ -20,6 +20,7 @@ Json ToJson(const Members& members);
 
 struct ValueToJson {
     Json operator()(std::monostate) const { return nullptr; }
+    Json operator()(const Members& members) const { return ToJson(members); }
     Json operator()(const std::vector<Members>& list) const {
         Json array = Json::array();
         for (const Members& each : list) array.push_back(ToJson(each));
@@ -114,6 +115,49 @@ void TableOutput::WriteJson(std::ostream& out, const std::string& indent) const 
     }
     if (rows) out << "\n" << indent;
     out << "]";
+}
+
+namespace {
+
+std::string Field(const std::string& text) {
+    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+    std::string quoted = "\"";
+    for (const char c : text) quoted.append(c == '"' ? 2 : 1, c);
+    return quoted + "\"";
+}
+
+}  // namespace
+
+void TableOutput::WriteCsv(std::ostream& out) const {
+    const auto columns = analysis_.Form().columns;
+    for (std::size_t c = 0; c < columns.size(); ++c) out << (c ? "," : "") << Field(columns[c].key);
+    out << "\r\n";
+    for (int k = 0; k < analysis_.RowCount(); ++k) {
+        for (std::size_t c = 0; c < columns.size(); ++c) {
+            const bool time = columns[c].kind == ValueKind::Time;
+            const auto number = time ? analysis_.SortNumber(Row(k), static_cast<int>(c)) : 0;
+            const bool counts = time && number != kNoSortNumber && !Text(k, c).empty();
+            out << (c ? "," : "") << (counts ? std::to_string(number) : Field(Text(k, c)));
+        }
+        out << "\r\n";
+    }
+}
+
+std::string TableOutput::ColumnKeys() const {
+    std::string keys;
+    for (const AnalysisColumn& column : analysis_.Form().columns)
+        if (column.kind != ValueKind::Bar) keys.append(keys.empty() ? "" : " ") += column.key;
+    return keys;
+}
+
+std::string JsonMember(const Member& member) {
+    const Json object = ToJson({member});
+    const auto text = object.dump(-1, ' ', false, Json::error_handler_t::replace);
+    return text.substr(1, text.size() - 2);
+}
+
+std::string JsonTexts(const std::vector<std::string>& texts) {
+    return Json(texts).dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 }  // namespace kvx::cli

@@ -5,6 +5,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "analyze/model/Analysis.h"
 #include "analyze/model/RowOrder.h"
@@ -28,11 +29,20 @@ class TableOutput {
     // there may be millions.
     void WriteJson(std::ostream& out, const std::string& indent) const;
 
+    // RFC 4180: a header, then the rows; numbers and times as counts, without units.
+    void WriteCsv(std::ostream& out) const;
+    // The keys of the columns, separated by blanks.
+    std::string ColumnKeys() const;
+
   private:
     std::string Text(int k, std::size_t column) const;
 
     const Analysis& analysis_;
     RowOrder order_;
 };
+
+// "key": value, as JSON.
+std::string JsonMember(const Member& member);
+std::string JsonTexts(const std::vector<std::string>& texts);
 
 }  // namespace kvx::cli

@@ -5,10 +5,10 @@
 #include <charconv>
 #include <memory>
 
-#include "workbench/cli/TimeArgument.h"
 #include "workbench/picture/TablePicture.h"
 #include "workbench/picture/TracePicture.h"
 #include "workbench/picture/WritePicture.h"
+#include "workbench/service/TimeArgument.h"
 
 namespace kvx::picture {
 namespace {
@@ -36,7 +36,7 @@ std::optional<SIZE> SizeOf(std::string_view text) {
 bool ReadTime(const std::string& text, const service::TraceClock& clock,
               const cli::Streams& streams, std::optional<std::int64_t>* out) {
     if (text.empty()) return true;
-    const Result<std::int64_t> time = cli::ParseTime(text, clock);
+    const Result<std::int64_t> time = service::ParseTime(text, clock);
     if (!time) {
         streams.error << "kvxostrace: " << time.GetError().message << "\n";
         return false;

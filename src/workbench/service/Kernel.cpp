@@ -11,6 +11,10 @@ class Nameless final : public Kernel {
 
 }  // namespace
 
+std::string Kernel::ErrorName(std::int64_t result) const {
+    return result < 0 ? std::to_string(result) : std::string();
+}
+
 const Kernel& UnknownKernel() {
     static const Nameless kernel;
     return kernel;

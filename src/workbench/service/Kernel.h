@@ -3,6 +3,7 @@
 // task that issues them. Kernels implement it (workbench/kernels), a recording names its own.
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "host/TraceCodes.h"
@@ -16,6 +17,14 @@ struct CallInfo {
     bool overlaps = false;      // others may return while it is open: what it holds
     bool sleeps = false;        // who loses the processor in it waits, though no record says so
     bool yields = false;        // ... and whoever yields instead stays ready
+};
+
+// What a call that succeeds does to the object, or the task, that its first parameter names.
+enum class CallUse : std::uint8_t {
+    None,
+    Takes,  // a semaphore or a mutex
+    Gives,  // ... gives it back
+    Starts  // a task is to begin another job
 };
 
 class Kernel {
@@ -33,6 +42,10 @@ class Kernel {
     virtual bool LargerIsMoreUrgent() const { return false; }
     // Whether the call can release a task that waits for the call's object.
     virtual bool Releases(std::string_view /*call*/) const { return false; }
+    virtual CallUse UseOf(std::string_view /*call*/) const { return CallUse::None; }
+    // The name of the error that a call returned; empty: the result is none. A number below zero
+    // is one of its own name where the kernel does not say otherwise.
+    virtual std::string ErrorName(std::int64_t result) const;
 };
 
 // That of a recording which does not show what wrote it: no call is known.

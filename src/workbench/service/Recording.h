@@ -61,6 +61,10 @@ class Recording {
     virtual std::int64_t TimeOf(std::uint32_t record) const = 0;
     // What else is known of a context, for its tip: lines, separated by "\n". Empty: nothing.
     virtual std::string FactsOf(const ContextKey& /*context*/) const { return {}; }
+    // The processor that the record speaks of.
+    virtual std::uint32_t ProcessorOf(std::uint32_t /*record*/) const {
+        return Processors().front();
+    }
     // False: part of why tasks wait and become ready has to be concluded (Inference.h).
     virtual bool RecordsStates() const { return true; }
     // What was lost and noted while the file was opened.

@@ -35,6 +35,7 @@ class EventRecording final : public Recording {
     std::int64_t TimeOf(std::uint32_t record) const override {
         return trace_.records.At(record).time - trace_.origin;
     }
+    std::uint32_t ProcessorOf(std::uint32_t record) const override { return At(record).processor; }
     bool RecordsStates() const override;
     bool TellsReady() const override { return trace_.tellsReady; }
     const service::Kernel& GetKernel() const override;

@@ -72,6 +72,7 @@ std::string TextLog::Detail(std::uint32_t record) const {
 }
 
 std::string_view TextLog::LineOf(std::uint32_t record) const {
+    const std::lock_guard guard(textMutex_);
     textReader_.Seek(record);
     return textReader_.Next();
 }

@@ -2,6 +2,7 @@
 // What all text logs of timed lines share: the mapped file, its index, its resource file.
 
 #include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -46,6 +47,7 @@ class TextLog : public Recording {
     std::string Detail(std::uint32_t record) const override;
     std::string NameOf(std::uint32_t record) const override { return std::string(At(record).name); }
     std::int64_t TimeOf(std::uint32_t record) const override { return At(record).time; }
+    std::uint32_t ProcessorOf(std::uint32_t record) const override { return At(record).processor; }
     const service::LossCounters& Losses() const override { return log_.losses; }
     const std::vector<std::string>& Warnings() const override { return log_.warnings; }
     const service::Kernel& GetKernel() const override { return kernel_; }
@@ -73,6 +75,7 @@ class TextLog : public Recording {
 
   private:
     void Parse(std::uint32_t number, std::string_view line, service::Record& record) const;
+    // By any thread.
     std::string_view LineOf(std::uint32_t record) const;
     service::Record At(std::uint32_t record) const;
     bool IsCut(std::string_view line) const;
@@ -80,6 +83,7 @@ class TextLog : public Recording {
     bool SaysAnything();
 
     LineReader reader_{log_.index};
+    mutable std::mutex textMutex_;
     mutable LineReader textReader_{log_.index};  // of texts, which are often asked for in order
 };
 

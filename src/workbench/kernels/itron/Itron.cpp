@@ -63,6 +63,32 @@ constexpr CallGroup kCalls[] = {
 
 constexpr std::string_view kNeverReturn[] = {"ext_tsk", "exd_tsk", "ext_ker"};
 
+struct NamedUse {
+    std::string_view call;
+    service::CallUse use;
+};
+constexpr NamedUse kUses[] = {
+    {"wai_sem", service::CallUse::Takes},  {"twai_sem", service::CallUse::Takes},
+    {"pol_sem", service::CallUse::Takes},  {"sig_sem", service::CallUse::Gives},
+    {"loc_mtx", service::CallUse::Takes},  {"tloc_mtx", service::CallUse::Takes},
+    {"ploc_mtx", service::CallUse::Takes}, {"unl_mtx", service::CallUse::Gives},
+    {"loc_spn", service::CallUse::Takes},  {"try_spn", service::CallUse::Takes},
+    {"unl_spn", service::CallUse::Gives},  {"act_tsk", service::CallUse::Starts},
+    {"sta_tsk", service::CallUse::Starts}, {"wup_tsk", service::CallUse::Starts},
+};
+
+struct NamedError {
+    std::int64_t code;
+    const char* name;
+};
+constexpr NamedError kErrors[] = {
+    {-5, "E_SYS"},     {-9, "E_NOSPT"},  {-10, "E_RSFN"},  {-11, "E_RSATR"}, {-17, "E_PAR"},
+    {-18, "E_ID"},     {-25, "E_CTX"},   {-26, "E_MACV"},  {-27, "E_OACV"},  {-28, "E_ILUSE"},
+    {-33, "E_NOMEM"},  {-34, "E_NOID"},  {-35, "E_NORES"}, {-41, "E_OBJ"},   {-42, "E_NOEXS"},
+    {-43, "E_QOVR"},   {-49, "E_RLWAI"}, {-50, "E_TMOUT"}, {-51, "E_DLT"},   {-52, "E_CLS"},
+    {-53, "E_RASTER"}, {-57, "E_WBLK"},  {-58, "E_BOVR"},
+};
+
 const CallTable& Calls() {
     static const CallTable table(kCalls, kNeverReturn);
     return table;
@@ -85,6 +111,14 @@ class Itron final : public service::Kernel {
     service::CallInfo FindCall(std::string_view name) const override {
         const auto* info = Calls().Find(Base(name));
         return info ? *info : service::CallInfo();
+    }
+    service::CallUse UseOf(std::string_view call) const override {
+        const auto at = std::ranges::find(kUses, Base(call), &NamedUse::call);
+        return at == std::end(kUses) ? service::CallUse::None : at->use;
+    }
+    std::string ErrorName(std::int64_t result) const override {
+        const auto at = std::ranges::find(kErrors, result, &NamedError::code);
+        return at == std::end(kErrors) ? service::Kernel::ErrorName(result) : at->name;
     }
     bool SameCall(std::string_view one, std::string_view other) const override {
         return one == other || Base(one) == Base(other);

@@ -4,6 +4,7 @@
 
 #include "platform/Text.h"
 #include "workbench/kernels/CallTable.h"
+#include "workbench/kernels/ErrnoName.h"
 
 namespace kvx::kernels::linux_kernel {
 namespace {
@@ -58,6 +59,7 @@ class LinuxKernel final : public EventKernel {
         const auto* info = table.Find(name);
         return info ? *info : service::CallInfo();
     }
+    std::string ErrorName(std::int64_t result) const override { return kernels::ErrnoName(result); }
     bool Recognises(const EventNames& events) const override {
         return events.contains("sched_switch");
     }

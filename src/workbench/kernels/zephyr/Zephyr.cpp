@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "platform/Text.h"
+#include "workbench/kernels/ErrnoName.h"
 
 namespace kvx::kernels::zephyr {
 namespace {
@@ -91,6 +92,14 @@ class ZephyrKernel final : public EventKernel {
             return at != std::string_view::npos && at > 0 && call[at - 1] == '_';
         });
     }
+    service::CallUse UseOf(std::string_view call) const override {
+        using service::CallUse;
+        if (!call.starts_with("sem") && !call.starts_with("mutex_")) return CallUse::None;
+        if (call.ends_with("_take") || call.ends_with("_lock")) return CallUse::Takes;
+        return call.ends_with("_give") || call.ends_with("_unlock") ? CallUse::Gives
+                                                                    : CallUse::None;
+    }
+    std::string ErrorName(std::int64_t result) const override { return kernels::ErrnoName(result); }
     bool Recognises(const EventNames& events) const override {
         return events.contains("thread_switched_in");
     }

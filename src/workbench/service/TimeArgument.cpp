@@ -1,11 +1,11 @@
-#include "workbench/cli/TimeArgument.h"
+#include "workbench/service/TimeArgument.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <string>
 
-namespace kvx::cli {
+namespace kvx::service {
 namespace {
 
 struct UnitRow {
@@ -69,7 +69,7 @@ bool ToNanoseconds(const Written& written, std::int64_t unit, std::int64_t* nano
 
 }  // namespace
 
-Result<std::int64_t> ParseTime(std::string_view text, const service::TraceClock& clock) {
+Result<std::int64_t> ParseTime(std::string_view text, const TraceClock& clock) {
     Written written;
     if (!Split(text, &written)) {
         return Fail(text, "write a whole number of counts, or a number with a unit such as 1.5ms");
@@ -91,4 +91,4 @@ Result<std::int64_t> ParseTime(std::string_view text, const service::TraceClock&
     return sign * (nanoseconds / clock.NanosecondsPerCount());
 }
 
-}  // namespace kvx::cli
+}  // namespace kvx::service

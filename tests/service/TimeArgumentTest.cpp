@@ -1,12 +1,9 @@
-#include "workbench/cli/TimeArgument.h"
+#include "workbench/service/TimeArgument.h"
 
 #include <gtest/gtest.h>
 
-namespace kvx::cli {
+namespace kvx::service {
 namespace {
-
-using service::TimeUnit;
-using service::TraceClock;
 
 std::string Outcome(std::string_view text, TimeUnit unit) {
     const auto time = ParseTime(text, TraceClock(unit));
@@ -51,4 +48,4 @@ TEST(TimeArgument, WhatIsNoTimeIsRefusedByName) {
 }
 
 }  // namespace
-}  // namespace kvx::cli
+}  // namespace kvx::service

@@ -1,0 +1,70 @@
+#include "workbench/timing/Model.h"
+
+#include "workbench/timing/JobBuilder.h"
+#include "workbench/timing/JobWatch.h"
+#include "workbench/timing/LoadWatch.h"
+#include "workbench/timing/LockChainWatch.h"
+
+namespace kvx::timing {
+namespace {
+
+const service::DecodedRecording& Complete(const service::DecodedRecording& decoded) {
+    decoded.WaitForAll();
+    return decoded;
+}
+
+// No idle time for 100 ms; 5 % of 10 ms.
+LoadLimits LimitsFor(const service::TraceClock& clock) {
+    if (!clock.Known()) return {};
+    const auto ms = std::int64_t{1000000} / clock.NanosecondsPerCount();
+    return {100 * ms, 10 * ms, 10 * ms / 20};
+}
+
+}  // namespace
+
+Model::Model(const service::DecodedRecording& decoded, JobEndRules ends)
+    : decoded_(Complete(decoded)),
+      contexts_(decoded),
+      facts_(decoded),
+      span_(SpanOf(decoded)),
+      ends_(std::move(ends)),
+      census_(TakeCensus(GetSource())),
+      jobs_(contexts_.Count()) {
+    ends_.resize(contexts_.Count());
+    Walk walk = NewWalk();
+    JobBuilder builder(walk, census_, ends_, jobs_);
+    LockChainWatch chains(walk, builder, incidents_);
+    JobWatch jobs(walk, builder, incidents_);
+    LoadWatch load(walk, LimitsFor(Recording().Clock()), incidents_);
+    for (IWalkObserver* observer :
+         std::initializer_list<IWalkObserver*>{&builder, &chains, &jobs, &load})
+        walk.Add(*observer);
+    walk.Run();
+}
+
+std::optional<Job> Model::JobIn(const Selection& selection, ContextId context,
+                                std::size_t index) const {
+    Job job = jobs_.At(context, index);
+    if (!selection.HasTimeline(job.timeline)) return std::nullopt;
+    if (job.seen.end < selection.range.start || job.seen.start > selection.range.end)
+        return std::nullopt;
+    return job.CutTo(selection.range);
+}
+
+std::vector<std::string> Model::Notes() const {
+    std::vector<std::string> notes;
+    for (ObjectId object = 0; object < facts_.AllObjects().Count(); ++object)
+        if (census_.locks[object].inferred)
+            notes.push_back(facts_.AllObjects().Get(object).Name() +
+                            " is taken for a lock: whoever gives it has taken it, every time.");
+    for (ContextId id = 0; id < contexts_.Count(); ++id) {
+        const bool task = contexts_.Get(id).IsTask() && jobs_.CountOf(id) > 0;
+        if (task && !census_.showsEnds[id] && !ends_[id])
+            notes.push_back(contexts_.NameOf(id) +
+                            " shows no wait that ends a job: its jobs end where it waits for a "
+                            "semaphore that is no lock.");
+    }
+    return notes;
+}
+
+}  // namespace kvx::timing
