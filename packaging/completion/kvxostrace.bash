@@ -10,7 +10,7 @@ _kvxostrace_command() {
     local word
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case $word in
-            info | events | analyze | generate | keys | render) printf %s "$word" && return ;;
+            info | events | analyze | explain | check | compare | generate | keys | render) printf %s "$word" && return ;;
         esac
     done
 }
@@ -19,23 +19,27 @@ _kvxostrace() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
     local command options trace='--cpu --res --calls --descriptions --frequency --strict'
     case $previous in
-        --res | --descriptions | --csv | -o | --output) _kvxostrace_files "$current" && return ;;
+        --res | --descriptions | --csv | --rules | --junit | -o | --output) _kvxostrace_files "$current" && return ;;
         --table)
-            mapfile -t COMPREPLY < <(compgen -W 'run-time rdy-run syscalls all' -- "$current")
+            mapfile -t COMPREPLY < <(compgen -W 'run-time rdy-run syscalls timing jobs waits locks errors load all' -- "$current")
             return
             ;;
         --calls)
             mapfile -t COMPREPLY < <(compgen -W 'espressif segger' -- "$current")
             return
             ;;
-        --cpu | --frequency | --from | --count | --start | --end | --sort | --size | --dpi | --events | --seed) return ;;
+        --cpu | --frequency | --from | --count | --start | --end | --sort | --size | --dpi | --events | --seed | \
+            --task | --job | --worst | --at | --every | --window | --fail-on | --fail-if) return ;;
     esac
 
     command=$(_kvxostrace_command)
     case $command in
         info) options="$trace --json" ;;
         events) options="$trace --from --count" ;;
-        analyze) options="$trace --table --start --end --sort --csv --json" ;;
+        analyze) options="$trace --table --start --end --sort --csv --json --task --rules --every --window" ;;
+        explain) options="$trace --task --job --worst --at --rules --json" ;;
+        check) options="$trace --rules --fail-on --junit --json --suggest" ;;
+        compare) options="$trace --rules --fail-if --json" ;;
         render) options="$trace -o --output --table --size --dpi --start --end" ;;
         generate) options='--events --seed -o --output' ;;
         keys) options=--html ;;
@@ -51,7 +55,7 @@ _kvxostrace() {
     _kvxostrace_files "$current"
     [ -n "$command" ] && return
     mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY \
-        < <(compgen -W 'info events analyze generate keys render' -- "$current")
+        < <(compgen -W 'info events analyze explain check compare generate keys render' -- "$current")
 }
 
 complete -F _kvxostrace kvxostrace
