@@ -46,6 +46,7 @@ ALLOWED = {
     "workbench/cli": WORKBENCH + CORE + ["resources"],
     "workbench/picture": WORKBENCH + VIEW + CORE + ["traceview", "analyze", "platform/qt"],
     "workbench/desktop": WORKBENCH,
+    "workbench/desktop/timing": WORKBENCH + ["analyze/model"],
     "workbench/debuglib": ["platform", "host"],
     "workbench": WORKBENCH,
 }

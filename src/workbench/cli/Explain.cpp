@@ -9,6 +9,7 @@
 #include "workbench/cli/RecordingModel.h"
 #include "workbench/cli/TimingJson.h"
 #include "workbench/service/TimeArgument.h"
+#include "workbench/timing/ExplanationLines.h"
 #include "workbench/timing/Sentence.h"
 #include "workbench/timing/Times.h"
 
@@ -100,117 +101,22 @@ class ExplanationWriter {
     }
 
     void WriteText(const timing::Explanation& explanation) const {
-        const timing::Job& job = explanation.job;
         out_ << timing::SentenceOf(model_, explanation, rules_.DeadlineOf(explanation.context))
              << "\n\n";
-        WriteStarter(job);
-        WriteRow("at", "time", "what");
-        const auto& parts = explanation.parts;
-        for (std::size_t first = 0; first < parts.size();) {
-            auto end = first + 1;
-            while (end < parts.size() && IsSameWait(parts[first], parts[end])) ++end;
-            WriteParts(std::span(parts).subspan(first, end - first));
-            first = end;
-        }
-        WriteRow(At(job.seen.end), "", job.end ? "ends in " + EndText(job) : "is cut");
+        const std::string starter = timing::StarterSentence(model_, explanation.job);
+        if (!starter.empty()) out_ << starter << "\n\n";
+        WriteLine({"at", "time", "what"});
+        for (const timing::ExplanationLine& line : timing::LinesOf(model_, explanation))
+            WriteLine(line);
         for (const auto* finding : FindingsOf(explanation))
             out_ << '\n'
                  << timing::FindingKindName(finding->kind) << ": " << finding->sentence << '\n';
     }
 
   private:
-    std::string Time(std::int64_t count) const {
-        return timing::TimeText(count, model_.Recording().Clock());
-    }
-    std::string At(std::int64_t count) const { return model_.Recording().Clock().Format(count); }
-    std::string Name(timing::ContextId id) const { return model_.AllContexts().NameOf(id); }
-    static std::string EndText(const timing::Job& job) {
-        return std::string(timing::CauseName(job.endsIn));
-    }
-
-    void WriteStarter(const timing::Job& job) const {
-        if (job.startedBy.context == timing::kNobody) return;
-        out_ << "Started by " << Name(job.startedBy.context);
-        if (job.startedByJob) out_ << " job " << job.startedByJob;
-        const auto call = model_.CallName(job.startedBy.call);
-        if (!call.empty()) out_ << " in " << call;
-        out_ << " at " << At(job.seen.start) << ".\n\n";
-    }
-
-    void WriteRow(const std::string& start, const std::string& time,
-                  const std::string& text) const {
-        out_ << std::right << std::setw(18) << start << std::setw(12) << time << "  " << text
-             << '\n';
-    }
-
-    static bool IsSameWait(const timing::Part& one, const timing::Part& other) {
-        return one.kind == timing::PartKind::Blocked && other.kind == one.kind &&
-               one.cause == other.cause && one.object == other.object;
-    }
-
-    // A part; of several that are one wait, what the holder did is added up.
-    void WriteParts(std::span<const timing::Part> parts) const {
-        std::vector<std::pair<std::string, std::int64_t>> meanwhile;
-        for (const auto& part : parts) {
-            const auto text = ChainText(part);
-            const auto at =
-                std::ranges::find(meanwhile, text, [](const auto& row) { return row.first; });
-            if (at == meanwhile.end())
-                meanwhile.emplace_back(text, part.Time());
-            else
-                at->second += part.Time();
-        }
-        WriteRow(At(parts.front().start), Time(parts.back().end - parts.front().start),
-                 TextOf(parts.front()));
-        std::ranges::stable_sort(meanwhile, std::ranges::greater(),
-                                 [](const auto& row) { return row.second; });
-        for (const auto& [text, time] : meanwhile)
-            if (!text.empty()) WriteRow("", Time(time), "  " + text);
-    }
-
-    std::string TextOf(const timing::Part& part) const {
-        using timing::PartKind;
-        const std::string by = part.by == timing::kNobody ? "" : Name(part.by);
-        switch (part.kind) {
-            case PartKind::Runs:
-                return "runs";
-            case PartKind::WaitsToStart:
-                return by.empty() ? "waits to start" : "waits to start while " + by + " runs";
-            case PartKind::Preempted:
-                return by.empty() ? "is ready while nobody runs" : "is preempted by " + by;
-            case PartKind::Interrupted:
-                return "is interrupted by " + by;
-            case PartKind::Blocked:
-                return "is blocked on " + timing::WaitName(model_, part.object, part.cause);
-            case PartKind::Suspended:
-                return "is suspended";
-            case PartKind::Unknown:
-                break;
-        }
-        return "is not told of";
-    }
-
-    // What the holders do meanwhile; empty: nobody holds it.
-    std::string ChainText(const timing::Part& part) const {
-        std::string text;
-        for (const auto& link : part.chain) {
-            text += (text.empty() ? "held by " : ", held by ") + Name(link.context) + ", which ";
-            using timing::Doing;
-            if (link.doing == Doing::Waits)
-                text += "is blocked on " + timing::WaitName(model_, link.object, link.cause);
-            else if (link.suspended)
-                text += "is suspended";
-            else if (link.doing == Doing::Runs)
-                text += "runs";
-            else if (link.doing == Doing::Ready || link.doing == Doing::Interrupted)
-                text += link.by == timing::kNobody ? "is ready"
-                                                   : "is ready while " + Name(link.by) + " runs";
-            else
-                text += link.doing == Doing::Dormant ? "is dormant" : "is not told of";
-        }
-        if (part.deadlock) text += ": deadlock";
-        if (part.inversion) text += ": priority inversion";
-        return text;
+    void WriteLine(const timing::ExplanationLine& line) const {
+        out_ << std::right << std::setw(18) << line.at << std::setw(12) << line.time << "  "
+             << (line.isMeanwhile ? "  " : "") << line.text << '\n';
     }
 
     // Those that are about the job.

@@ -25,6 +25,7 @@ constexpr char kPageStart[] = R"(<!DOCTYPE html>
 <a href="index.html">Workbench</a>
 <a href="ostrace.html">OS Trace</a>
 <a href="osanalyze.html">OS Analyze</a>
+<a href="timing.html">Findings and timing</a>
 <a href="workspaces.html">Workspaces and target</a>
 <a href="keys.html" aria-current="page">Keys</a>
 </nav>

@@ -129,15 +129,23 @@ std::string Field(const std::string& text) {
 }  // namespace
 
 void TableOutput::WriteCsv(std::ostream& out) const {
-    const auto columns = analysis_.Form().columns;
+    WriteTableCsv(out, analysis_, analysis_.RowCount(), [this](int k) { return Row(k); });
+}
+
+void WriteTableCsv(std::ostream& out, const Analysis& analysis, int rows,
+                   const std::function<int(int k)>& rowAt) {
+    const auto columns = analysis.Form().columns;
     for (std::size_t c = 0; c < columns.size(); ++c) out << (c ? "," : "") << Field(columns[c].key);
     out << "\r\n";
-    for (int k = 0; k < analysis_.RowCount(); ++k) {
+    for (int k = 0; k < rows; ++k) {
+        const int row = rowAt(k);
         for (std::size_t c = 0; c < columns.size(); ++c) {
+            const auto column = static_cast<int>(c);
+            const std::string text(TrimLeft(analysis.Cell(row, column)));
             const bool time = columns[c].kind == ValueKind::Time;
-            const auto number = time ? analysis_.SortNumber(Row(k), static_cast<int>(c)) : 0;
-            const bool counts = time && number != kNoSortNumber && !Text(k, c).empty();
-            out << (c ? "," : "") << (counts ? std::to_string(number) : Field(Text(k, c)));
+            const auto number = time ? analysis.SortNumber(row, column) : 0;
+            const bool counts = time && number != kNoSortNumber && !text.empty();
+            out << (c ? "," : "") << (counts ? std::to_string(number) : Field(text));
         }
         out << "\r\n";
     }

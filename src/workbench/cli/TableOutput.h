@@ -2,6 +2,7 @@
 // An analysis as a script or a terminal wants it: sorted by a column that is named, its rows as
 // texts or as JSON.
 
+#include <functional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -41,6 +42,9 @@ class TableOutput {
     RowOrder order_;
 };
 
+// The same for so many rows of an analysis, of which rowAt names the one in place k.
+void WriteTableCsv(std::ostream& out, const Analysis& analysis, int rows,
+                   const std::function<int(int k)>& rowAt);
 // "key": value, as JSON.
 std::string JsonMember(const Member& member);
 std::string JsonTexts(const std::vector<std::string>& texts);

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStatusBar>
+#include <algorithm>
 #include <utility>
 
 #include "host/CommandIds.h"
@@ -27,6 +28,7 @@ Workbench::Workbench(Settings& settings)
       targetMenu_(window_, window_.HelpMenu()),
       services_(host_, settings, ModuleDirectory()),
       docking_(window_, settings, window_.HelpMenu()),
+      timing_(window_, window_.ViewMenu()),
       dialogs_(settings, &window_),
       component_(host_),
       workspace_(host_, services_.Workspace(), *this),
@@ -50,6 +52,13 @@ Workbench::Workbench(Settings& settings)
     host_.onEvent = [this] { docking_.UpdateCommandsSoon(); };
     docking_.Windows().onChanged = [this] {
         window_.ShowStartPage(!docking_.Windows().IsAnyShown());
+    };
+    timing_.onGoTo = [this](const Stretch& stretch) { ShowStretch(stretch); };
+    timing_.onRulesFault = [this](const QString& why) {
+        window_.ShowError("Cannot Use Rules", why);
+    };
+    timing_.onFilled = [this] {
+        if (std::exchange(showsFindings_, false)) timing_.ShowFindings();
     };
     QObject::connect(&whileDecoding_, &QTimer::timeout, [this] { FollowDecoding(); });
     QObject::connect(&whileReading_, &QTimer::timeout, [this] { FollowReading(); });
@@ -110,8 +119,11 @@ void Workbench::ShowWhole(OpenedTrace trace) {
     ShowArranged(std::move(*trace), now, damage);
 }
 
+// It has something to find.
 bool Workbench::OpenDemonstration() {
-    return ShowOrTell(ReadDemonstration());
+    if (!ShowOrTell(ReadDemonstration())) return false;
+    showsFindings_ = true;
+    return true;
 }
 
 Workbench::OpenedTrace Workbench::Read(const QString& path, BackgroundRead& reading) {
@@ -152,8 +164,15 @@ bool Workbench::Show(std::unique_ptr<service::TraceService> trace) {
     DropRecording();
     docking_.Windows().BringBack();
     OpenTraceWindow();
+    BringTimingBack();
     ShowInWindows(std::move(trace));
     return true;
+}
+
+void Workbench::BringTimingBack() {
+    if (docking_.Windows().All().empty()) return;
+    timing_.Place(*docking_.Windows().All().front());
+    timing_.BringBack();
 }
 
 void Workbench::ShowInWindows(std::unique_ptr<service::TraceService> trace) {
@@ -176,6 +195,7 @@ void Workbench::CloseRecording() {
     if (!trace_->GetRecording() && !target_) return;
     DropRecording();
     docking_.Windows().PutAway();
+    timing_.PutAway();
 }
 
 void Workbench::DropRecording() {
@@ -208,6 +228,8 @@ void Workbench::FollowDecoding() {
 }
 
 void Workbench::RecordingChanged() {
+    showsFindings_ = false;
+    timing_.SetRecording(trace_->ShareDecoded());
     whileDecoding_.start(kWhileDecoding);
     tracePath_.clear();
     closedAt_.reset();
@@ -242,6 +264,39 @@ void Workbench::ShowProcessor(std::uint32_t processor) {
     host_.Broadcast(host::kEventTraceReady);
     docking_.UpdateCommands();
     window_.ShowRecording(trace_.get());
+}
+
+// A little of what is around it is shown too. What lies outside the trace is left out.
+void Workbench::ShowStretch(const Stretch& stretch) {
+    if (!trace_->GetRecording() || !Range()) return;
+    if (stretch.processor) ShowProcessor(*stretch.processor);
+    std::int64_t first = 0;
+    trace_->GetEventTime(0, &first);
+    const std::int64_t last = trace_->GetRecording()->LastTime();
+    const std::int64_t start = std::clamp(stretch.start, first, last);
+    const std::int64_t end = std::clamp(stretch.end, start, last);
+    const auto length = static_cast<double>(std::max<std::int64_t>(end - start, 1));
+    constexpr double kAround = 0.1;
+    host::OSTracePosition position;
+    position.displayStart =
+        std::max<double>(static_cast<double>(first), static_cast<double>(start) - kAround * length);
+    position.displayEnd =
+        std::min<double>(static_cast<double>(last), static_cast<double>(end) + kAround * length);
+    position.gridTime = length / 5;
+    position.startMarker = static_cast<double>(start);
+    position.endMarker = static_cast<double>(end);
+    position.indicator = static_cast<double>(std::clamp(stretch.at, first, last));
+    Range()->SetPosition(&position);
+}
+
+void Workbench::LoadRules(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        window_.ShowError("Cannot Load Rules", path + ": " + file.errorString());
+        return;
+    }
+    window_.RememberFolderOf(path);
+    timing_.SetRules(file.readAll().toStdString(), path.toStdString());
 }
 
 void Workbench::OpenTraceWindow() {

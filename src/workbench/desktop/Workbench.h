@@ -13,6 +13,7 @@
 #include "workbench/desktop/services/ServiceDialogs.h"
 #include "workbench/desktop/sessions/TargetMenu.h"
 #include "workbench/desktop/sessions/WorkspaceControl.h"
+#include "workbench/desktop/timing/TimingDocks.h"
 #include "workbench/desktop/window/HelpBook.h"
 #include "workbench/desktop/window/MainWindow.h"
 
@@ -64,6 +65,7 @@ class Workbench final : private IWorkspaceHost {
     MainWindow& Window() { return window_; }
     DockingHost& Docking() { return docking_; }
     HostObject& Host() { return host_; }
+    TimingDocks& Timing() { return timing_; }
     // Without a recording while none is open. Another object with every recording.
     service::TraceService& Trace() { return *trace_; }
 
@@ -86,6 +88,8 @@ class Workbench final : private IWorkspaceHost {
     void ShowWhole(OpenedTrace trace);
     OpenedTrace ReadDemonstration();
     bool ShowOrTell(OpenedTrace trace);
+    // The docks of the Workbench, below the first window that is open.
+    void BringTimingBack();
     void ShowInWindows(std::unique_ptr<service::TraceService> trace);
     void Install(std::unique_ptr<service::TraceService> trace);
     void DropRecording();
@@ -107,6 +111,8 @@ class Workbench final : private IWorkspaceHost {
     std::optional<host::OSTracePosition> Position();
     void FollowWindows();
     void ShowAllLines();
+    void ShowStretch(const Stretch& stretch);
+    void LoadRules(const QString& path);
     bool MayLeaveWorkspace();
 
     // Menus and state.
@@ -129,12 +135,14 @@ class Workbench final : private IWorkspaceHost {
     TargetMenu targetMenu_;
     HostServices services_;
     DockingHost docking_;
+    TimingDocks timing_;
     ServiceDialogs dialogs_;
     std::unique_ptr<service::TraceService> trace_;     // never null
     std::unique_ptr<QTemporaryDir> demonstration_;     // that is shown
     std::unique_ptr<QTemporaryDir> newDemonstration_;  // that is read and will be shown
     std::unique_ptr<TargetSession> target_;
-    QString tracePath_;  // absolute; empty: in no file that stays
+    bool showsFindings_ = false;  // once they are there
+    QString tracePath_;           // absolute; empty: in no file that stays
     ComponentModule component_;
     WorkspaceControl workspace_;
     HelpBook help_;

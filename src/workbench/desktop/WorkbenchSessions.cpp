@@ -40,6 +40,7 @@ void Workbench::ConnectTarget() {
         window_.ShowError("Cannot Show Recording", why);
     };
     OpenTraceWindow();
+    BringTimingBack();
     targetMenu_.Show(target_.get());
     RecordingChanged();
 }
@@ -124,6 +125,7 @@ void Workbench::EnterWorkspace(const QString& path, const desktop::Workspace& wo
     workspace_.Enter(path, workspace.texts);
     DockingWindows& windows = docking_.Windows();
     if (workspace.trace && component_.IsConnected()) ShowWorkspaceTrace(workspace, damage);
+    if (!windows.All().empty()) timing_.Place(*windows.All().front());
     if (!windows.RestoreLayout(workspace.layout)) {
         if (!workspace.layout.isEmpty()) damage << "Where the windows stand is not known.";
         for (DockingWindow* window : windows.All()) windows.SetState(*window, kDockShow);
@@ -131,6 +133,7 @@ void Workbench::EnterWorkspace(const QString& path, const desktop::Workspace& wo
     targetMenu_.Show(nullptr);  // its toolbar is no part of a layout
     if (!trace_->GetRecording()) {
         windows.PutAway();
+        timing_.PutAway();
     } else if (windows.All().empty()) {
         OpenTraceWindow();
     }
@@ -206,6 +209,7 @@ void Workbench::EnterUsersWorkspace() {
     docking_.Windows().RestoreLayout(settings_.Get(kLayout).toByteArray());
     targetMenu_.Show(target_.get());
     docking_.Windows().PutAway();
+    timing_.PutAway();
 }
 
 bool Workbench::MayLeaveWorkspace() {

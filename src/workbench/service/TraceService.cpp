@@ -40,6 +40,10 @@ LossCounters TraceService::Losses() const {
     return session_ ? session_->Decoded().Losses() : LossCounters();
 }
 
+std::shared_ptr<const DecodedRecording> TraceService::ShareDecoded() const {
+    return session_ ? session_->Share() : nullptr;
+}
+
 const DecodedRecording* TraceService::Decoded() const {
     return session_ ? &session_->Decoded() : nullptr;
 }

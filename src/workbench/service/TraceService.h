@@ -55,6 +55,8 @@ class TraceService final : public IQOSTraceService,
     LossCounters Losses() const;
     // All that is decoded; null without a recording.
     const DecodedRecording* Decoded() const;
+    // The same for whoever works on it apart from the service, and longer.
+    std::shared_ptr<const DecodedRecording> ShareDecoded() const;
     // Shows the whole recording, which is waited for, and counts it. Empty without a recording.
     Summary Summarize();
     // The detail that `events` prints for an event: see docs/FORMATS.md.

@@ -7,14 +7,14 @@
 namespace kvx::service {
 
 TraceSession::TraceSession(std::unique_ptr<Recording> recording)
-    : decoded_(std::move(recording)),
-      shown_(decoded_.Timelines().front().get()),
-      history_(decoded_.Names(), shown_->events) {
+    : decoded_(std::make_shared<DecodedRecording>(std::move(recording))),
+      shown_(decoded_->Timelines().front().get()),
+      history_(decoded_->Names(), shown_->events) {
     Discard();
 }
 
 bool TraceSession::ShowProcessor(std::uint32_t processor) {
-    const Timeline* const timeline = decoded_.Find(processor);
+    const Timeline* const timeline = decoded_->Find(processor);
     if (!timeline || timeline == shown_) return timeline != nullptr;
     shown_ = timeline;
     history_.ShowCallsOf(shown_->events);
@@ -29,8 +29,8 @@ std::uint32_t TraceSession::ShowThrough(std::uint32_t last, std::optional<double
     if (count == 0) return 0;
     last = std::min(last, count - 1);
     if (last < shownRecords_) return shownRecords_ - 1;
-    if (until) last = decoded_.FindBehind(*until, shownRecords_, last).value_or(last);
-    now_ = decoded_.WaitFor(last);
+    if (until) last = decoded_->FindBehind(*until, shownRecords_, last).value_or(last);
+    now_ = decoded_->WaitFor(last);
     shownRecords_ = last + 1;
     shownEvents_ = Events().CountUntil(now_);
     shownContexts_ = std::max(shownContexts_, Contexts().CountWith(shownEvents_));

@@ -19,8 +19,10 @@ class TraceSession {
   public:
     explicit TraceSession(std::unique_ptr<Recording> recording);
 
-    const DecodedRecording& Decoded() const { return decoded_; }
-    const Recording& GetRecording() const { return decoded_.GetRecording(); }
+    // May be kept beyond the session.
+    std::shared_ptr<const DecodedRecording> Share() const { return decoded_; }
+    const DecodedRecording& Decoded() const { return *decoded_; }
+    const Recording& GetRecording() const { return decoded_->GetRecording(); }
     bool ShowProcessor(std::uint32_t processor);
     std::uint32_t ShownProcessor() const { return shown_->processor; }
 
@@ -41,7 +43,7 @@ class TraceSession {
     // The lines of the contexts that have appeared.
     LineOrder& Lines();
     CallHistory& History() { return history_; }
-    EventTexts Texts() const { return {decoded_, *shown_}; }
+    EventTexts Texts() const { return {*decoded_, *shown_}; }
     const std::vector<host::EventList>& ListsOfContexts(std::uint32_t contextCount);
 
     // The first system call from that event on, and the last one before it, that meets the
@@ -53,7 +55,7 @@ class TraceSession {
   private:
     bool MeetsCondition(std::uint32_t event) const;
 
-    DecodedRecording decoded_;
+    const std::shared_ptr<const DecodedRecording> decoded_;
     const Timeline* shown_;
     std::uint32_t shownRecords_ = 0;
     std::uint32_t shownEvents_ = 0;

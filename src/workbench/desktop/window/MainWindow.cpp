@@ -110,6 +110,7 @@ void MainWindow::MakeFileMenu() {
         menu->addAction("Save Recordin&g As…", this, [this] { ChooseSavedRecording(); });
     reload_ = menu->addAction("Re&load", QKeySequence("Ctrl+R"), this, [this] { onReload(); });
     close_ = menu->addAction("&Close", QKeySequence("Ctrl+W"), this, [this] { onClose(); });
+    menu->addAction("Load R&ules…", this, [this] { ChooseRules(); });
     menu->addSeparator();
     menu->addAction("Open &Workspace…", QKeySequence("Ctrl+Alt+O"), this,
                     [this] { ChooseWorkspace(); });
@@ -125,6 +126,7 @@ void MainWindow::MakeFileMenu() {
 
 void MainWindow::MakeViewMenu() {
     QMenu* view = menuBar()->addMenu("&View");
+    viewMenu_ = view;
     view->addAction("&Format…", this, [this] { onFormat(); });
     showAllLines_ = view->addAction("Show All &Lines", this, [this] { onShowAllLines(); });
     connect(view, &QMenu::aboutToShow, this,
@@ -143,6 +145,7 @@ void MainWindow::MakeViewMenu() {
     add("Like the &System", Appearance::System);
     add("&Light", Appearance::Light);
     add("&Dark", Appearance::Dark);
+    view->addSeparator();
 }
 
 void MainWindow::MakeTraceMenu() {
@@ -231,6 +234,12 @@ void MainWindow::ChooseSavedWorkspace() {
     const QString path =
         ChooseSaved("Save Workspace As", QFileInfo(name).completeBaseName() + ".kvxw", kWorkspaces);
     if (!path.isEmpty()) onSaveWorkspace(path);
+}
+
+void MainWindow::ChooseRules() {
+    const QString path = QFileDialog::getOpenFileName(this, "Load Rules", LastFolder(),
+                                                      "Rules (*.toml);;All files (*)");
+    if (!path.isEmpty()) onLoadRules(path);
 }
 
 void MainWindow::ChooseSavedRecording() {

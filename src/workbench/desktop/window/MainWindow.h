@@ -28,6 +28,7 @@ class MainWindow final : public QMainWindow {
     std::function<void(const QString& path)> onOpenWorkspace;
     std::function<void(const QString& path)> onSaveWorkspace;  // empty: where it is already
     std::function<void()> onCloseWorkspace;
+    std::function<void(const QString& path)> onLoadRules;
     std::function<void()> onFormat;
     std::function<void()> onShowAllLines;
     std::function<bool()> isAnyLineHidden;
@@ -54,6 +55,8 @@ class MainWindow final : public QMainWindow {
 
     // Menus of components stand before this one.
     QAction* HelpMenu() const { return helpMenu_->menuAction(); }
+    // Docks of the Workbench have their items at its end.
+    QMenu& ViewMenu() const { return *viewMenu_; }
     RecentFiles& Recent() { return recent_; }
     // The folder of the file that was opened or saved last; the home folder at first.
     QString LastFolder() const;
@@ -78,6 +81,7 @@ class MainWindow final : public QMainWindow {
     void ChooseWorkspace();
     void ChooseSavedWorkspace();
     void ChooseSavedRecording();
+    void ChooseRules();
     QString ChooseSaved(const QString& title, const QString& name, const QString& filter);
     void Open(const QString& path);
 
@@ -86,6 +90,7 @@ class MainWindow final : public QMainWindow {
     RecentFiles recent_;
     StartPage* startPage_;
     QMenu* recentMenu_ = nullptr;
+    QMenu* viewMenu_ = nullptr;
     QMenu* traceMenu_ = nullptr;
     QMenu* processorMenu_ = nullptr;
     QMenu* helpMenu_ = nullptr;

@@ -1,0 +1,289 @@
+#include "workbench/desktop/timing/TimingDocks.h"
+
+#include <QHBoxLayout>
+#include <algorithm>
+#include <cstring>
+
+#include "workbench/desktop/QtText.h"
+#include "workbench/timing/TableForms.h"
+
+namespace kvx::desktop {
+namespace {
+
+// Figures of a job that the histogram shows.
+struct Figure {
+    const char* name;
+    std::optional<std::int64_t> (*of)(const timing::Job&);
+};
+constexpr Figure kFigures[] = {
+    {"Response time", [](const timing::Job& job) { return job.Response(); }},
+    {"Core execution time", [](const timing::Job& job) { return job.cet; }},
+    {"Initial pending time", [](const timing::Job& job) { return job.Pending(); }},
+    {"Period", [](const timing::Job& job) { return job.period; }},
+};
+
+// What windows of the Workbench show of the tables' index.
+constexpr const AnalysisForm* kShown[] = {&timing::kTimingForm, &timing::kJobsForm,
+                                          &timing::kWaitsForm, &timing::kLocksForm};
+
+const Value* Find(const Members& members, const char* key) {
+    const auto at = std::ranges::find_if(
+        members, [key](const Member& each) { return std::strcmp(each.first, key) == 0; });
+    return at == members.end() ? nullptr : &at->second;
+}
+
+template <class Kind>
+const Kind* ValueIn(const Members& members, const char* key) {
+    const Value* const value = Find(members, key);
+    return value ? std::get_if<Kind>(&value->data) : nullptr;
+}
+
+}  // namespace
+
+TimingDocks::TimingDocks(QMainWindow& window, QMenu& menu)
+    : window_(window),
+      findings_(new TableDock("Findings", kFindingsForm, &window)),
+      explanation_(new ExplanationPane(&window)) {
+    Add(*findings_, menu);
+    Add(*explanation_, menu);
+    for (const AnalysisForm* const form : kShown) tables_.push_back({form, AddTable(*form, menu)});
+    MakeHistogram();
+    findings_->onSelected = [this](int row, int) { FindingSelected(row); };
+    findings_->onOpened = [this](int) { explanation_->show(), explanation_->raise(); };
+    explanation_->onTime = [this](std::int64_t start, std::int64_t end) {
+        if (onGoTo) onGoTo({std::nullopt, start, end, start});
+    };
+    SayAll("There is no recording.");
+}
+
+TimingDocks::~TimingDocks() = default;
+
+void TimingDocks::Add(QDockWidget& dock, QMenu& menu) {
+    dock.hide();
+    all_.push_back(&dock);
+    menu.addAction(dock.toggleViewAction());
+    dock.toggleViewAction()->setEnabled(false);
+    connect(dock.toggleViewAction(), &QAction::triggered, &dock, [&dock](bool shown) {
+        if (!shown) return;
+        dock.raise();
+        dock.setFocus();
+    });
+}
+
+TableDock* TimingDocks::AddTable(const AnalysisForm& form, QMenu& menu) {
+    auto* dock = new TableDock(FromUtf8(form.title), form, &window_);
+    Add(*dock, menu);
+    dock->onSelected = [this, &form](int row, int column) { RowSelected(form, row, column); };
+    dock->onOpened = [this](int) { explanation_->show(), explanation_->raise(); };
+    return dock;
+}
+
+TableDock& TimingDocks::Table(const char* name) const {
+    const auto at = std::ranges::find_if(
+        tables_, [name](const TableOf& each) { return std::strcmp(each.form->name, name) == 0; });
+    return *at->dock;
+}
+
+// Beside the table of the figures that it is about.
+void TimingDocks::MakeHistogram() {
+    figure_ = new QComboBox;
+    for (const Figure& figure : kFigures) figure_->addItem(figure.name);
+    histogram_ = new Histogram;
+    Table("timing").PutBeside(*figure_, *histogram_);
+    connect(figure_, &QComboBox::currentIndexChanged, this, [this] { ShowHistogram(); });
+    histogram_->onBin = [this](std::int64_t from, std::int64_t to) {
+        if (!facts_ || !shownContext_) return;
+        const auto& jobs = facts_->model->AllJobs();
+        const Figure& figure = kFigures[figure_->currentIndex()];
+        for (std::size_t i = 0; i < jobs.CountOf(*shownContext_); ++i) {
+            const timing::Job job = jobs.At(*shownContext_, i);
+            const auto value = figure.of(job);
+            if (job.cut || !value || *value < from || *value >= to) continue;
+            TableDock& table = Table("jobs");
+            table.SetFilter(FromUtf8(facts_->model->AllContexts().NameOf(*shownContext_)));
+            table.show();
+            table.raise();
+            return GoTo({*shownContext_, i});
+        }
+    };
+}
+
+// Findings and tables in one place, the explanation beside them.
+void TimingDocks::Place(QDockWidget& above) {
+    if (std::exchange(arePlaced_, true)) return;
+    QDockWidget* first = nullptr;
+    for (QDockWidget* const dock : all_) {
+        dock->toggleViewAction()->setEnabled(true);
+        if (window_.restoreDockWidget(dock)) continue;
+        if (!first)
+            window_.splitDockWidget(&above, dock, Qt::Vertical);
+        else if (dock == explanation_)
+            window_.splitDockWidget(first, dock, Qt::Horizontal);
+        else
+            window_.tabifyDockWidget(first, dock);
+        if (!first) first = dock;
+        dock->hide();
+    }
+}
+
+void TimingDocks::PutAway() {
+    for (QDockWidget* const dock : all_) {
+        if (dock->isHidden()) continue;
+        dock->hide();
+        putAway_.push_back(dock);
+    }
+}
+
+void TimingDocks::BringBack() {
+    for (QDockWidget* const dock : std::exchange(putAway_, {})) dock->show();
+}
+
+void TimingDocks::SetRecording(std::shared_ptr<const service::DecodedRecording> decoded) {
+    if (decoded == decoded_) return;
+    decoded_ = std::move(decoded);
+    Start();
+}
+
+void TimingDocks::SetRules(const std::string& text, const std::string& path) {
+    rules_ = text;
+    rulesPath_ = path;
+    Start();
+}
+
+void TimingDocks::Start() {
+    for (const auto& run : runs_) run->Abandon();
+    std::erase_if(runs_, [](const auto& run) { return run->IsOver(); });
+    SayAll(decoded_ ? "Being worked out…" : "There is no recording.");
+    shownContext_.reset();
+    histogram_->Clear();
+    facts_.reset();
+    if (!decoded_) return;
+    runs_.push_back(std::make_unique<TimingRun>(
+        decoded_, rules_, rulesPath_, *this,
+        [this](std::shared_ptr<const TimingFacts> facts) { Take(std::move(facts)); }));
+}
+
+void TimingDocks::SayAll(const QString& text) {
+    findings_->Say(text);
+    for (const TableOf& table : tables_) table.dock->Say(text);
+    explanation_->Say(decoded_ ? "Select a row of a table." : text);
+}
+
+void TimingDocks::Take(std::shared_ptr<const TimingFacts> facts) {
+    facts_ = std::move(facts);
+    if (!facts_->failure.empty() && onRulesFault) onRulesFault(FromUtf8(facts_->failure));
+    if (facts_->found.violations.empty() && facts_->found.findings.empty())
+        findings_->Say("Nothing was found.");
+    else
+        findings_->Show(std::make_shared<FindingsTable>(facts_));
+    const auto index = timing::Tables();
+    for (std::size_t i = 0; i < index.size(); ++i) {
+        const auto at = std::ranges::find(tables_, index[i].form, &TableOf::form);
+        if (at == tables_.end()) continue;
+        // The table borrows from the facts, which the pointer keeps with it.
+        at->dock->Show(std::shared_ptr<const Analysis>(facts_, facts_->tables[i].get()));
+    }
+    if (onFilled) onFilled();
+}
+
+void TimingDocks::ShowFindings() {
+    if (!facts_ || !findings_->Shown()) return;
+    explanation_->show();
+    findings_->show();
+    findings_->raise();
+    // What was found is read beside the chart, which keeps the greater part.
+    window_.resizeDocks({findings_, explanation_}, {3, 2}, Qt::Horizontal);
+    findings_->Select(0);
+}
+
+void TimingDocks::FindingSelected(int row) {
+    if (!facts_) return;
+    const auto& finding = static_cast<const FindingsTable*>(findings_->Shown())->FindingOf(row);
+    std::optional<timing::JobRef> job;
+    if (finding.job > 0 && !finding.contexts.empty())
+        job = {finding.contexts.front(), std::size_t{finding.job} - 1};
+    if (job)
+        explanation_->Explain(*facts_, *job);
+    else
+        explanation_->Say(FromUtf8(finding.sentence));
+    std::optional<std::uint32_t> processor;
+    if (finding.timeline) processor = facts_->model->ProcessorOf(*finding.timeline);
+    if (onGoTo) onGoTo({processor, finding.start, finding.end, finding.start});
+}
+
+// Of a name that stands for several the one with the row's number.
+std::optional<timing::ContextId> TimingDocks::ContextOf(const Analysis& table, int row) const {
+    const Members values = table.Values(row);
+    const auto* const name = ValueIn<std::string>(values, "task");
+    const auto* const number = ValueIn<std::int64_t>(values, "number");
+    if (!name) return std::nullopt;
+    for (timing::ContextId id = 0; id < facts_->model->AllContexts().Count(); ++id) {
+        const bool same = facts_->model->AllContexts().NameOf(id) == *name;
+        if (same && (!number || facts_->model->AllContexts().Get(id).number == *number)) return id;
+    }
+    return std::nullopt;
+}
+
+// The job that a cell speaks of: the row's own, the longest of its context, or the one in which its
+// event lies.
+std::optional<timing::JobRef> TimingDocks::JobOf(const AnalysisForm& form, int row,
+                                                 int column) const {
+    const auto& table = static_cast<const timing::Table&>(*Table(form.name).Shown());
+    const auto context = ContextOf(table, row);
+    if (&form == &timing::kJobsForm) {
+        const Members values = table.Values(row);
+        const auto* const job = ValueIn<std::int64_t>(values, "job");
+        if (context && job) return timing::JobRef{*context, static_cast<std::size_t>(*job - 1)};
+    }
+    if (const auto place = table.PlaceOf(row, column)) {
+        const auto& events = facts_->decoded->Timelines()[place->timeline]->events;
+        std::vector<timing::ContextId> among;
+        if (context) among.push_back(*context);
+        const auto job =
+            timing::JobAt(*facts_->model, events.Time(place->event), std::nullopt, among);
+        if (job) return job;
+    }
+    if (!context) return std::nullopt;
+    const auto worst = timing::WorstJobs(*facts_->model, {*context}, std::nullopt, 1);
+    return worst.empty() ? std::nullopt : std::optional(worst.front());
+}
+
+void TimingDocks::RowSelected(const AnalysisForm& form, int row, int column) {
+    if (!facts_) return;
+    const Analysis& table = *Table(form.name).Shown();
+    if (&form == &timing::kTimingForm) {
+        shownContext_ = ContextOf(table, row);
+        ShowHistogram();
+    }
+    if (const auto job = JobOf(form, row, column))
+        GoTo(*job);
+    else
+        explanation_->Say("The row speaks of no job.");
+}
+
+void TimingDocks::GoTo(const timing::JobRef& ref) {
+    explanation_->Explain(*facts_, ref);
+    const timing::Job job = facts_->model->AllJobs().At(ref.context, ref.index);
+    if (!onGoTo) return;
+    onGoTo(
+        {facts_->model->ProcessorOf(job.timeline), job.seen.start, job.seen.end, job.seen.start});
+}
+
+void TimingDocks::ShowHistogram() {
+    if (!facts_ || !shownContext_) return histogram_->Clear();
+    const auto& jobs = facts_->model->AllJobs();
+    const Figure& figure = kFigures[figure_->currentIndex()];
+    std::vector<std::int64_t> values;
+    for (std::size_t i = 0; i < jobs.CountOf(*shownContext_); ++i) {
+        const timing::Job job = jobs.At(*shownContext_, i);
+        if (const auto value = figure.of(job); value && !job.cut) values.push_back(*value);
+    }
+    const bool isResponse = figure_->currentIndex() == 0;
+    histogram_->Show(std::move(values),
+                     isResponse ? facts_->rules.DeadlineOf(*shownContext_) : std::nullopt,
+                     facts_->decoded->GetRecording().Clock(),
+                     FromUtf8(facts_->model->AllContexts().NameOf(*shownContext_)) + ", " +
+                         figure_->currentText().toLower());
+}
+
+}  // namespace kvx::desktop

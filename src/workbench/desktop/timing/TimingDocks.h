@@ -1,0 +1,94 @@
+#pragma once
+// The docks that say what a recording means: findings, figures of jobs, and why a job took as long
+// as it did. They are filled from a thread of their own, and follow the recording that is shown.
+
+#include <QComboBox>
+#include <QMainWindow>
+#include <QMenu>
+
+#include "workbench/desktop/timing/ExplanationPane.h"
+#include "workbench/desktop/timing/FindingsTable.h"
+#include "workbench/desktop/timing/Histogram.h"
+#include "workbench/desktop/timing/TableDock.h"
+
+namespace kvx::desktop {
+
+// A stretch of a recording that somebody is sent to; counts.
+struct Stretch {
+    std::optional<std::uint32_t> processor;  // none: the one that is shown
+    std::int64_t start = 0;
+    std::int64_t end = 0;
+    std::int64_t at = 0;  // of the event that is meant
+};
+
+class TimingDocks final : public QObject {
+  public:
+    // The docks belong to the window, hidden until a stored layout or the user shows them; their
+    // menu items go into the menu.
+    TimingDocks(QMainWindow& window, QMenu& menu);
+    // Waits for threads that are still at work.
+    ~TimingDocks() override;
+
+    // What a row speaks of was selected.
+    std::function<void(const Stretch& stretch)> onGoTo;
+    // The rules file cannot be taken.
+    std::function<void(const QString& message)> onRulesFault;
+    // After the docks were filled.
+    std::function<void()> onFilled;
+
+    // Null: there is none.
+    void SetRecording(std::shared_ptr<const service::DecodedRecording> decoded);
+    // Text of a rules file and its path; empty: none. Everything is worked out anew.
+    void SetRules(const std::string& text, const std::string& path);
+    // Shows findings and explanation, for the first look at a recording that has some.
+    void ShowFindings();
+    // Gives the docks their places, below that window, unless a layout that was restored has them
+    // elsewhere. They are on no screen before.
+    void Place(QDockWidget& above);
+    // Takes the docks off the screen, and brings those back that were on it, where there is no
+    // recording meanwhile.
+    void PutAway();
+    void BringBack();
+    const TimingFacts* Facts() const { return facts_.get(); }
+    TableDock& Findings() { return *findings_; }
+    ExplanationPane& Explanation() { return *explanation_; }
+    TableDock& Table(const char* name) const;
+
+  private:
+    struct TableOf {
+        const AnalysisForm* form;
+        TableDock* dock;
+    };
+
+    void Add(QDockWidget& dock, QMenu& menu);
+    TableDock* AddTable(const AnalysisForm& form, QMenu& menu);
+    void MakeHistogram();
+    void Start();
+    void SayAll(const QString& text);
+    void Take(std::shared_ptr<const TimingFacts> facts);
+    void FindingSelected(int row);
+    void RowSelected(const AnalysisForm& form, int row, int column);
+    void GoTo(const timing::JobRef& job);
+    void ShowHistogram();
+    std::optional<timing::ContextId> ContextOf(const Analysis& table, int row) const;
+    std::optional<timing::JobRef> JobOf(const AnalysisForm& form, int row, int column) const;
+
+    QMainWindow& window_;
+    TableDock* findings_;
+    ExplanationPane* explanation_;
+    std::vector<TableOf> tables_;
+    std::vector<QDockWidget*> all_;
+    std::vector<QDockWidget*> putAway_;
+    bool arePlaced_ = false;
+    QComboBox* figure_ = nullptr;
+    Histogram* histogram_ = nullptr;
+    std::optional<timing::ContextId> shownContext_;  // in the histogram
+
+    std::shared_ptr<const service::DecodedRecording> decoded_;
+    std::shared_ptr<const TimingFacts> facts_;  // null: there is nothing, or not yet
+    std::string rules_;
+    std::string rulesPath_;
+    std::vector<std::unique_ptr<TimingRun>> runs_;  // the last one may be of use
+};
+
+}  // namespace kvx::desktop

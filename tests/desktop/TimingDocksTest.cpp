@@ -1,0 +1,199 @@
+// The docks of findings and figures: over an analysis made of what a test says, and over the
+// demonstration.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+#include <chrono>
+
+#include "TestRecording.h"
+#include "host/OSTraceRange.h"
+#include "host/Services.h"
+#include "workbench/desktop/Workbench.h"
+
+namespace kvx::desktop {
+namespace {
+
+constexpr AnalysisColumn kColumns[] = {{"name", "Name", 10},
+                                       {"size", "Size", 8, ValueKind::Number}};
+constexpr AnalysisForm kForm = {"things", "things", "Things", kColumns};
+
+// Row n is called "thing n" and is n * 7919 % count large.
+class Things final : public Analysis {
+  public:
+    explicit Things(int count) : count_(count) {}
+    const AnalysisForm& Form() const override { return kForm; }
+    int RowCount() const override { return count_; }
+    CString Cell(int row, int column) const override {
+        return column == 0 ? "thing " + std::to_string(row) : std::to_string(Size(row));
+    }
+    std::int64_t SortNumber(int row, int) const override { return Size(row); }
+    Members Values(int) const override { return {}; }
+    std::uint64_t Revision() const override { return 0; }
+
+  private:
+    std::int64_t Size(int row) const { return std::int64_t{row} * 7919 % count_; }
+    int count_;
+};
+
+TEST(RowPicker, SortsAndFiltersInPieces) {
+    const Things things(20000);
+    RowPicker rows;
+    rows.SetAnalysis(&things);
+    while (!rows.Continue(std::chrono::milliseconds(5))) {
+    }
+    ASSERT_EQ(rows.Rows().size(), 20000u);
+    EXPECT_EQ(rows.Rows()[7], 7);
+    rows.SortBy(1, false);
+    rows.Filter("THING 77");
+    int pieces = 0;
+    for (; !rows.Continue(std::chrono::milliseconds(0)) && pieces < 1000000; ++pieces) {
+        EXPECT_EQ(rows.Rows().size(), 20000u) << "what is not finished is not shown";
+        rows.Continue(std::chrono::milliseconds(1));
+    }
+    EXPECT_GT(pieces, 0);
+    std::size_t expected = 0;
+    for (int row = 0; row < things.RowCount(); ++row)
+        expected += (things.Cell(row, 0) + "\n" + things.Cell(row, 1)).find("77") != CString::npos;
+    ASSERT_EQ(rows.Rows().size(), expected);
+    for (std::size_t i = 1; i < rows.Rows().size(); ++i)
+        EXPECT_GE(things.SortNumber(rows.Rows()[i - 1], 1), things.SortNumber(rows.Rows()[i], 1));
+    rows.Filter("thing 5 nothing");
+    while (!rows.Continue(std::chrono::milliseconds(5))) {
+    }
+    EXPECT_TRUE(rows.Rows().empty()) << "every word must occur";
+}
+
+TEST(TableDock, FiltersCopiesAndTellsWhatIsSelected) {
+    TableDock dock("Things", kForm, nullptr);
+    std::vector<std::pair<int, int>> selected;
+    dock.onSelected = [&](int row, int column) { selected.emplace_back(row, column); };
+    dock.Say("Not yet.");
+    EXPECT_FALSE(dock.View().isVisibleTo(&dock));
+    dock.Show(std::make_shared<Things>(10));
+    dock.show();
+    EXPECT_TRUE(dock.View().isVisibleTo(&dock));
+    dock.SetFilter("thing 3");
+    ASSERT_EQ(dock.View().model()->rowCount(), 2) << "thing 3, and thing 7, which is 3 large";
+    dock.Select(3);
+    ASSERT_FALSE(selected.empty());
+    EXPECT_EQ(selected.back().first, 3);
+    dock.View().setFocus();
+    QTest::keySequence(&dock.View(), QKeySequence::Copy);
+    EXPECT_EQ(QApplication::clipboard()->text(), "Name\tSize\nthing 3\t7\n");
+    dock.Select(4);
+    EXPECT_EQ(selected.back().first, 3) << "it is filtered out";
+    dock.SetFilter("");
+    dock.View().sortByColumn(1, Qt::DescendingOrder);
+    EXPECT_EQ(dock.View().model()->index(0, 1).data().toString(), "9");
+}
+
+class Demonstration : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_EQ(workbench_.Start(QString::fromLocal8Bit(qgetenv("KVX_BIN_DIR"))), "");
+        workbench_.Window().resize(1200, 800);
+        workbench_.Window().show();
+        ASSERT_TRUE(workbench_.OpenDemonstration());
+        WaitForFacts();
+    }
+    void WaitForFacts() {
+        for (int i = 0; i < 3000 && !workbench_.Timing().Facts(); ++i) QTest::qWait(10);
+        ASSERT_NE(workbench_.Timing().Facts(), nullptr);
+    }
+    host::OSTracePosition Position() {
+        auto* range = host::Service<host::IQOSTraceRange>(&workbench_.Host(), host::kOSTraceRange);
+        host::OSTracePosition position;
+        EXPECT_EQ(range->GetPosition(&position), S_OK);
+        return position;
+    }
+
+    Settings settings_;
+    Workbench workbench_{settings_};
+};
+
+TEST_F(Demonstration, OpensWithItsInversionExplained) {
+    TimingDocks& docks = workbench_.Timing();
+    EXPECT_TRUE(docks.Findings().isVisible());
+    EXPECT_TRUE(docks.Explanation().isVisible());
+    EXPECT_TRUE(docks.Explanation().Text().contains("priority inversion"))
+        << docks.Explanation().Text().toStdString();
+    const timing::Finding& first =
+        static_cast<const FindingsTable*>(docks.Findings().Shown())->FindingOf(0);
+    const host::OSTracePosition shown = Position();
+    EXPECT_EQ(shown.startMarker, static_cast<double>(first.start));
+    EXPECT_NEAR(shown.endMarker, static_cast<double>(first.end), 2000) << "it stands on an event";
+    EXPECT_LT(shown.displayStart, shown.startMarker);
+    EXPECT_GT(shown.displayEnd, shown.endMarker);
+}
+
+TEST_F(Demonstration, RowsOfTablesGoToTheirJobs) {
+    TimingDocks& docks = workbench_.Timing();
+    for (const char* name : {"timing", "jobs", "waits"}) {
+        TableDock& table = docks.Table(name);
+        ASSERT_GT(table.Shown()->RowCount(), 3) << name;
+        table.show();
+        const host::OSTracePosition before = Position();
+        table.Select(2);
+        EXPECT_TRUE(docks.Explanation().Text().contains(" took ") ||
+                    docks.Explanation().Text().contains("job"))
+            << name << docks.Explanation().Text().toStdString();
+        EXPECT_FALSE(Position() == before) << name;
+    }
+}
+
+TEST_F(Demonstration, RulesPutWhatViolatesThemFirst) {
+    TimingDocks& docks = workbench_.Timing();
+    docks.SetRules("[task.MOTOR_CTRL]\ndeadline = \"2ms\"\n", "drive.toml");
+    EXPECT_EQ(docks.Facts(), nullptr);
+    WaitForFacts();
+    EXPECT_GT(docks.Facts()->found.violations.size(), 0u);
+    EXPECT_EQ(static_cast<const FindingsTable*>(docks.Findings().Shown())->FindingOf(0).rule,
+              "task.MOTOR_CTRL.deadline");
+    QString fault;
+    docks.onRulesFault = [&fault](const QString& message) { fault = message; };
+    docks.SetRules("[task.NOBODY]\ndeadline = \"2ms\"\n", "drive.toml");
+    WaitForFacts();
+    EXPECT_TRUE(fault.contains("drive.toml")) << fault.toStdString();
+}
+
+TEST_F(Demonstration, DocksGoWithTheRecordingAndComeBack) {
+    TimingDocks& docks = workbench_.Timing();
+    workbench_.CloseRecording();
+    EXPECT_FALSE(docks.Findings().isVisible());
+    EXPECT_EQ(docks.Facts(), nullptr);
+    auto trace = std::make_unique<service::TraceService>();
+    trace->SetRecording(std::make_unique<test::TestRecording>());
+    ASSERT_TRUE(workbench_.Show(std::move(trace)));
+    EXPECT_TRUE(docks.Findings().isVisible());
+    WaitForFacts();
+}
+
+TEST(Histogram, CountsValuesIntoBarsOfEqualRatio) {
+    Histogram histogram;
+    const service::TraceClock clock(service::TimeUnit::Microseconds);
+    std::vector<std::int64_t> values;
+    for (std::int64_t i = 1; i <= 1000; ++i) values.push_back(i * 10);
+    histogram.Show(values, 12000, clock, "all");
+    int sum = 0;
+    for (const int count : histogram.Bins()) sum += count;
+    EXPECT_EQ(sum, 1000);
+    EXPECT_GT(histogram.Bins()[20], histogram.Bins()[5]) << "the axis is logarithmic";
+    histogram.resize(400, 200);
+    std::pair<std::int64_t, std::int64_t> bin{-1, -1};
+    histogram.onBin = [&bin](std::int64_t from, std::int64_t to) { bin = {from, to}; };
+    QTest::mouseClick(&histogram, Qt::LeftButton, {}, {300, 150});
+    EXPECT_GT(bin.first, 10);
+    EXPECT_LT(bin.first, bin.second);
+    histogram.Show({}, std::nullopt, clock, "none");
+    bin = {-1, -1};
+    QTest::mouseClick(&histogram, Qt::LeftButton, {}, {300, 150});
+    EXPECT_EQ(bin.first, -1);
+}
+
+}  // namespace
+}  // namespace kvx::desktop
