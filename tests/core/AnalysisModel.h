@@ -113,16 +113,16 @@ class AnalysisModel {
         if (trace_.code[state] != 1 || trace_.flags[state] & host::kFlagSuspended)
             return std::nullopt;
         std::optional<std::size_t> left;
+        bool gap = false;
         for (std::size_t e = i; e > state; --e) {
-            if (!Leaves(e, line)) continue;
-            if (e < i && trace_.contexts[trace_.next[e]].type == kContextUnknown)
-                return std::nullopt;
-            if (!left) left = e;
+            gap |= trace_.kind[e] == kEventDispatch &&
+                   trace_.contexts[trace_.next[e]].type == kContextUnknown;
+            if (!left && Leaves(e, line)) left = e;
         }
+        if (left) return gap ? std::nullopt : left;
         const auto end = trace_.endEvent[state];
         const bool cut = end < Decoded() && Time(end) < Time(i);
-        if (!left && cut) return std::nullopt;
-        return left ? left : state;
+        return cut ? std::nullopt : std::optional(state);
     }
 
     void Wait(ModelRecord& record, std::uint32_t i, int line) const {

@@ -203,6 +203,31 @@ TEST(ReadyToRun, NothingIsMeasuredAcrossAGap) {
     EXPECT_EQ(core.data.rdyToRun.Find(task)->measured, 0);
 }
 
+// A task that gives the processor up without a word has no state: a gap ends what its loss may
+// mean.
+TEST(ReadyToRun, TheLossOfTheProcessorMeansNothingBehindAGap) {
+    for (const bool inRange : {true, false}) {
+        ScriptedTrace trace;
+        const auto task = trace.AddTask(1, "A");
+        const auto other = trace.AddTask(2, "B");
+        const auto unknown = trace.AddUnknown();
+        trace.State(1, task, 1);
+        trace.Dispatch(2, unknown, task);
+        trace.Dispatch(3, task, other);
+        trace.Gap(5, other, unknown);
+        trace.Dispatch(9, unknown, task);
+        trace.Dispatch(11, task, other);
+        trace.Dispatch(14, other, task);
+        trace.Dispatch(15, task, other);
+        Core core(trace);
+        core.SetRange(inRange ? 0 : 4, core.service.Decoded() - 1);
+        const CRdyToRun* a = core.data.rdyToRun.Find(task);
+        ASSERT_TRUE(a);
+        EXPECT_EQ(a->Num, inRange ? 3 : 2);
+        EXPECT_EQ(a->Total, inRange ? 1 : 0);
+    }
+}
+
 // A wait of a task that never became ready looks through what lies before the range once, however
 // many dispatches there are.
 TEST(ReadyToRun, LooksBackOnce) {

@@ -81,6 +81,7 @@ void CRdyToRunAnalysis::AddTasks() {
 template <class Events>
 void CRdyToRunAnalysis::CreditRange(const Events& events, const kvx::AnalysisRange& range) {
     if (events.Count() == 0) return;
+    gap_ = false;
     kvx::ReadyLookBack<Events> before(events, range.first,
                                       [this](std::uint32_t line) { return IsUnknown(line); });
     // Where nothing is ever unknown, a ready state ends with the dispatch that it is measured to.
@@ -90,14 +91,15 @@ void CRdyToRunAnalysis::CreditRange(const Events& events, const kvx::AnalysisRan
         if (kind == kEventState) {
             if (CRdyToRun* const record = FindMade(events.StateContext(e))) {
                 record->stateKnown = true;
+                record->byLoss = false;
                 record->canBeReady = events.IsReady(e);
                 record->readySince = record->canBeReady ? events.Time(e) : 0.0;
                 record->readyUntil = mayBeCut ? events.EndTime(e) : 0.0;
             }
         } else if (kind == kEventDispatch) {
             const double t = events.Time(e);
-            if (CRdyToRun* const left = FindMade(events.Context(e)))
-                Leave(*left, t, mayBeCut && IsUnknown(events.Next(e)), before);
+            if (mayBeCut && IsUnknown(events.Next(e))) EndKnowledge();
+            if (CRdyToRun* const left = FindMade(events.Context(e))) Leave(*left, t, before);
             if (CRdyToRun* const entered = FindMade(events.Next(e))) Credit(*entered, e, t, before);
         }
     }
@@ -116,16 +118,24 @@ bool CRdyToRunAnalysis::IsUnknown(std::uint32_t line) const {
            shared_.contexts->GetType(static_cast<int>(line)) == kContextUnknown;
 }
 
-// The task lost the processor at time t. That makes it ready unless it waits, is suspended or
-// dormant, or nothing is known of it, as where a gap of the recording begins.
-template <class LookBack>
-void CRdyToRunAnalysis::Leave(CRdyToRun& record, double t, bool toUnknown, LookBack& before) {
-    if (toUnknown) {
-        record.stateKnown = true;
-        record.canBeReady = false;
+// A gap of the recording begins: nobody is known to be ready by having lost the processor before
+// it, and nobody becomes ready so before a state is told.
+void CRdyToRunAnalysis::EndKnowledge() {
+    gap_ = true;
+    for (CRdyToRun& record : records_) {
+        if (record.byLoss) record.readySince = 0.0;
+        record.canBeReady = record.byLoss = false;
     }
-    const bool ready = record.stateKnown ? record.canBeReady : before.CanBeReady(record.context);
-    record.readySince = ready ? t : 0.0;
+}
+
+// The task lost the processor at time t. That makes it ready unless it waits, is suspended or
+// dormant, or nothing is known of it.
+template <class LookBack>
+void CRdyToRunAnalysis::Leave(CRdyToRun& record, double t, LookBack& before) {
+    if (!record.stateKnown) record.canBeReady = !gap_ && before.CanBeReady(record.context);
+    record.stateKnown = true;
+    record.byLoss = record.canBeReady;
+    record.readySince = record.byLoss ? t : 0.0;
     record.readyUntil = 0.0;
 }
 
@@ -141,6 +151,7 @@ void CRdyToRunAnalysis::Credit(CRdyToRun& record, std::uint32_t dispatch, double
             record.readySince = before.Reader().Time(*ready);
             const bool state = before.Reader().Kind(*ready) == kEventState;
             record.readyUntil = state ? before.Reader().EndTime(*ready) : 0.0;
+            if (!state && gap_) record.readySince = 0.0;
         }
     }
     const bool cut = record.readyUntil != 0.0 && record.readyUntil < t;

@@ -20,10 +20,11 @@ struct CRdyToRun {
     double Avg = 0.0;
     double readySince = 0.0;  // 0.0: not set or not ready
     double readyUntil = 0.0;  // end of the state that says so; 0.0: open, or no state says so
-    // Whether a state was come across in the range, and whether losing the processor makes the task
-    // ready in the last one.
+    // Whether it is known what losing the processor means, and whether losing the processor makes
+    // the task ready in the last one.
     bool stateKnown = false;
     bool canBeReady = false;
+    bool byLoss = false;  // ready because it lost the processor, and no state says so
     COSMarker* marker = nullptr;
 
     // A wait of length d, remembered at the event.
@@ -71,12 +72,14 @@ class CRdyToRunAnalysis final : public kvx::SharedAnalysis {
     template <class Events>
     void CreditRange(const Events& events, const kvx::AnalysisRange& range);
     bool AnyUnknown() const;
+    void EndKnowledge();
     bool IsUnknown(std::uint32_t line) const;
     template <class LookBack>
-    void Leave(CRdyToRun& record, double t, bool toUnknown, LookBack& before);
+    void Leave(CRdyToRun& record, double t, LookBack& before);
     template <class LookBack>
     void Credit(CRdyToRun& record, std::uint32_t dispatch, double t, LookBack& before);
 
     std::vector<CRdyToRun> records_;
+    bool gap_ = false;                        // one was come across in the range
     std::vector<std::int32_t> recordOfLine_;  // -1: the line has no record
 };

@@ -49,22 +49,27 @@ class ReadyLookBack {
         const int kind = events_.Kind(event);
         if (kind == kEventDispatch) {
             const auto context = events_.Context(event);
+            gap_ |= isUnknown_(events_.Next(event));
             if (context == kNoLine || PastOf(context).known) return;
             Past& past = PastOf(context);
-            past.known = isUnknown_(events_.Next(event));
+            past.known = gap_;
             if (!past.lost) past.lost = event;
         } else if (kind == kEventState) {
             const auto context = events_.StateContext(event);
             if (context == kNoLine || PastOf(context).known) return;
             Past& past = PastOf(context);
             past.known = true;
-            past.canBeReady = events_.IsReady(event);
-            if (past.canBeReady) past.ready = past.lost ? past.lost : event;
+            past.canBeReady = events_.IsReady(event) && !gap_;
+            if (past.canBeReady)
+                past.ready = past.lost ? past.lost : event;
+            else if (events_.IsReady(event) && !past.lost)
+                past.ready = event;
         }
     }
 
     const Events& events_;
     const std::function<bool(std::uint32_t)> isUnknown_;
+    bool gap_ = false;      // one was come across
     std::uint64_t unread_;  // events below this are not read yet
     std::vector<Past> pasts_;
 };

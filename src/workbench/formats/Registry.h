@@ -38,5 +38,6 @@ extern const Format kFtrace;
 extern const Format kTraceDat;
 extern const Format kBtf;
 extern const Format kThreadX;
+extern const Format kSystemView;
 
 }  // namespace kvx::formats

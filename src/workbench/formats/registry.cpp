@@ -12,7 +12,7 @@ namespace kvx::formats {
 namespace {
 
 constexpr std::array kFormats = {
-    &kBtf, &kCtf, &kFtrace, &kTraceDat, &kThreadX, &kItronStandard, &kItronText,
+    &kBtf, &kCtf, &kFtrace, &kTraceDat, &kThreadX, &kSystemView, &kItronStandard, &kItronText,
 };
 
 Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptions& options,

@@ -5,6 +5,7 @@
 #include <exception>
 
 #include "workbench/service/Decoder.h"
+#include "workbench/service/LateCalls.h"
 
 namespace kvx::service {
 namespace {
@@ -16,6 +17,11 @@ std::uint32_t MostEvents(const Recording& recording) {
     const std::uint64_t records = recording.RecordCount();
     return static_cast<std::uint32_t>(
         std::min(kMost, records * 5 + recording.Contexts().size() + 64));
+}
+
+Inferred Infer(Recording& recording) {
+    if (recording.GetKernel().RecordsCallsAfterWaits()) return InferFromLateCalls(recording);
+    return recording.RecordsStates() ? Inferred() : InferStates(recording);
 }
 
 // The contexts that the file names for the processor are there from the start.
@@ -62,7 +68,7 @@ void DecodedRecording::Run(const std::stop_token& stop) {
 }
 
 void DecodedRecording::DecodeAll(const std::stop_token& stop) {
-    const Inferred inferred = recording_->RecordsStates() ? Inferred() : InferStates(*recording_);
+    const Inferred inferred = Infer(*recording_);
     std::vector<Timeline*> timelines;
     for (const auto& timeline : timelines_) timelines.push_back(timeline.get());
     Decoder decoder(*recording_, inferred, timelines, names_, priorities_, moment_);

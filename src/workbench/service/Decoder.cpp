@@ -134,10 +134,15 @@ void Decoder::OnDispatchTo(Processor& on, const ContextKey& to) {
     if (!before || before == on.running) return;
     const bool moves = before->destination != kAnyProcessor;
     before->condition.activity = Activity::Unknown;
+    if (Loses(*before)) return;
     BecomeReady(*before, false, moves ? before->destination : before->processor);
 }
 
 void Decoder::OnDispatchFrom(Processor& on, const ContextKey& from) {
+    constexpr ContextKey kIdle{ContextKind::Task, 0};
+    if (from.kind == ContextKind::Unknown && !RunsAlready(on, kIdle))
+        return OnDispatchTo(on, kIdle);
+    if (from.kind == ContextKind::Unknown) return;
     UnwindHandlers(on);
     Learn(on, from);
     if (!on.running) {
@@ -154,10 +159,8 @@ void Decoder::OnSwitchedOut(Processor& on, const ContextKey& from) {
     if (from.id == 0) return;
     Task& task = TaskOf(from, on.number);
     const auto* call = task.calls.Innermost();
-    auto& wait = nextWait_;
-    while (wait < inferred_.waits.size() && inferred_.waits[wait] < next_) ++wait;
-    const bool inferred = wait < inferred_.waits.size() && inferred_.waits[wait] == next_;
-    if ((call && call->blocked) || inferred) tasks_.Set(task, Wait(task, 0));
+    const bool waits = (call && call->blocked) || Holds(inferred_.waits, nextWait_);
+    if (waits) tasks_.Set(task, Wait(task, 0));
 }
 
 void Decoder::OnSwitch(Processor& on, const Record& record) {

@@ -3,6 +3,7 @@
 // mean is decided here, whatever format they come from.
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <unordered_map>
 #include <unordered_set>
@@ -65,6 +66,14 @@ class Decoder {
     bool DispatchFollows(const Processor& on, const Task& task) const;
     Condition NewCondition(Task& task, const Record& record);
     Condition Wait(Task& task, std::uint8_t waitCode, std::uint32_t cause = kNoRecord);
+    std::optional<Condition> ConcludedWait(const Task& task);
+    bool IsSuspended(const Record& record);
+    bool Loses(Task& task);
+    // Whether an ascending list of records holds the one at hand; at: where it was looked last.
+    bool Holds(const std::vector<std::uint32_t>& records, std::size_t& at) const {
+        while (at < records.size() && records[at] < next_) ++at;
+        return at < records.size() && records[at] == next_;
+    }
     void Count(Timeline* timeline, Loss loss, std::uint64_t count = 1) {
         (timeline ? timeline->losses : losses_).Add(loss, count);
     }
@@ -85,7 +94,9 @@ class Decoder {
     Processor* lastProcessor_ = nullptr;
     std::unordered_set<std::uint64_t> declaredTasks_;
     std::uint32_t next_ = 0;
-    std::size_t nextWait_ = 0;   // in inferred_
+    std::size_t nextWait_ = 0;  // in inferred_
+    std::size_t nextUnknown_ = 0;
+    std::size_t nextCause_ = 0;
     std::size_t nextReady_ = 0;  // in inferred_
 };
 

@@ -111,19 +111,60 @@ Condition Decoder::NewCondition(Task& task, const Record& record) {
         case TaskState::WaitingSuspended:
             break;
     }
+    if (const auto concluded = ConcludedWait(task)) return *concluded;
     Condition condition = task.condition;
+    if (IsSuspended(record)) {
+        if (condition.activity != Activity::Waiting) condition = {Activity::Ready};
+        condition.suspended = true;
+        return condition;
+    }
     if (condition.activity != Activity::Waiting)
         condition = Wait(task, record.waitCode, record.cause);
     condition.suspended = record.state == TaskState::WaitingSuspended;
     return condition;
 }
 
+// The wait that begins with the record at hand, where its cause is concluded.
+std::optional<Condition> Decoder::ConcludedWait(const Task& task) {
+    const auto& causes = inferred_.causes;
+    while (nextCause_ < causes.size() && causes[nextCause_].wait < next_) ++nextCause_;
+    if (nextCause_ == causes.size() || causes[nextCause_].wait != next_) return std::nullopt;
+    const WaitCause& cause = causes[nextCause_];
+    const bool waits = task.condition.activity == Activity::Waiting;
+    if (cause.suspends) {
+        Condition suspended = waits ? task.condition : Condition{Activity::Ready};
+        suspended.suspended = true;
+        return suspended;
+    }
+    if (cause.isLater) Count(task.here.timeline, Loss::WaitCausesInferred);
+    return Condition{Activity::Waiting, false, cause.waitCode ? cause.waitCode : kCodeSleeping,
+                     cause.call};
+}
+
+// Whether whoever runs is in a call that suspends.
+bool Decoder::IsSuspended(const Record& record) {
+    const auto* call = ProcessorOf(record.processor).Calls().Innermost();
+    return call && names_.Get(call->call).info.suspends;
+}
+
+// The task has lost the processor. False: it is ready, for nothing else is known.
+bool Decoder::Loses(Task& task) {
+    if (Holds(inferred_.waits, nextWait_)) {
+        Count(task.here.timeline, Loss::WaitsInferred);
+        const auto concluded = ConcludedWait(task);
+        tasks_.Set(task, concluded ? *concluded : Wait(task, 0));
+        return true;
+    }
+    if (!Holds(inferred_.unknown, nextUnknown_)) return false;
+    Count(task.here.timeline, Loss::StatesUnknown);
+    tasks_.Set(task, {Activity::Away});
+    return true;
+}
+
 // The task waits in the call of the record `cause`, or else in its innermost open one. waitCode:
 // what for, where the file gives it, else 0.
 Condition Decoder::Wait(Task& task, std::uint8_t waitCode, std::uint32_t cause) {
     Condition condition{Activity::Waiting, false, kCodeSleeping, cause};
-    if (cause != kNoRecord && waitCode == 0)
-        waitCode = names_.Get(names_.Intern(recording_.NameOf(cause))).info.waitCode;
     const auto* call = task.calls.Innermost();
     if (cause == kNoRecord && call) {
         const CallInfo& info = names_.Get(call->call).info;

@@ -123,7 +123,9 @@ std::string EventTexts::Cause(std::uint32_t event) const {
     const auto call = recording_.NameOf(record);
     const auto detail = recording_.Detail(record);
     if (call.empty()) return "Waits, as recorded: " + detail;
-    return "Waits in: " + WithParameters(call, detail);
+    const bool later = recording_.TimeOf(record) > store_.Time(event);
+    return "Waits in: " + WithParameters(call, detail) +
+           (later ? "\n(concluded: the kernel records the call behind its wait)" : "");
 }
 
 // Who made a task ready, and with which call.

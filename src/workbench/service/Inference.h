@@ -10,8 +10,20 @@
 
 namespace kvx::service {
 
+// Why a task waits, where that is concluded from its calls.
+struct WaitCause {
+    std::uint32_t wait = 0;  // the record with which the wait begins
+    std::uint32_t call = 0;
+    std::uint8_t waitCode = 0;  // 0: the call is not known to wait for anything
+    bool suspends = false;      // it is no wait: the task is suspended
+    bool isLater = false;       // the call is recorded behind the wait
+};
+
 struct Inferred {
-    // Switched-out records after which the task waits though no record says so; ascending.
+    // Records after which it is not known what the task that loses the processor does; ascending.
+    std::vector<std::uint32_t> unknown;
+    std::vector<WaitCause> causes;  // ascending by wait
+    // Records with which a task loses the processor and waits, though none says so; ascending.
     std::vector<std::uint32_t> waits;
     // Record after which a task is ready, and the task; ascending by record.
     std::vector<std::pair<std::uint32_t, std::uint64_t>> ready;

@@ -17,6 +17,9 @@ struct CallInfo {
     bool overlaps = false;      // others may return while it is open: what it holds
     bool sleeps = false;        // who loses the processor in it waits, though no record says so
     bool yields = false;        // ... and whoever yields instead stays ready
+    bool suspends = false;      // who stops being ready by it is suspended
+    // Of a kernel that records calls that wait behind their waits: recorded in front of its wait.
+    bool recordedFirst = false;
 };
 
 // What a call that succeeds does to the object, or the task, that its first parameter names.
@@ -38,6 +41,8 @@ class Kernel {
     virtual bool SameCall(std::string_view one, std::string_view other) const {
         return one == other;
     }
+    // A call that waits is recorded only when its wait is over (LateCalls.h).
+    virtual bool RecordsCallsAfterWaits() const { return false; }
     // How priorities compare: where 2 is more urgent than 1.
     virtual bool LargerIsMoreUrgent() const { return false; }
     // Whether the call can release a task that waits for the call's object.

@@ -27,6 +27,9 @@ enum class Loss : std::uint8_t {
     // Notes: nothing is missing.
     TimeStepsBack,
     WaitCauseUnknown,
+    WaitCausesInferred,
+    WaitsInferred,
+    StatesUnknown,
     ReadyTimesInferred,
     ReadyTimesUnknown,
     CallsBeforeStart,

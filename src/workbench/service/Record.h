@@ -50,7 +50,8 @@ enum class RecordKind : std::uint8_t {
     DispatchTo,    // subject starts or goes on; id 0: idle
     Runs,          // the same, but nothing new where subject already runs
     Switch,        // from gives the processor up, is in state from now on, and subject runs
-    DispatchFrom,  // subject gives the processor up, and what follows is not said
+    DispatchFrom,  // subject gives the processor up, and what follows is not said; kind Unknown:
+                   // whoever has it
     SwitchedOut,   // the same, and the record that says who follows is still to come
     State,         // subject (a task) is in state from now on
     Blocks,        // the running task's innermost open call has to wait

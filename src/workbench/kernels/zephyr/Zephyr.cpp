@@ -24,6 +24,10 @@ struct Prefix {
     Effect effect = Effect::None;
 };
 constexpr Prefix kCalls[] = {
+    {"k_queue_", CallClass::DataQueues, StateCode::DataQueue},
+    {"k_fifo_", CallClass::DataQueues, StateCode::DataQueue},
+    {"k_lifo_", CallClass::DataQueues, StateCode::DataQueue},
+    {"k_stack_", CallClass::DataQueues, StateCode::DataQueue},
     {"thread_msleep", CallClass::TaskSynchronization, StateCode::Delay, Effect::Sleeps},
     {"thread_usleep", CallClass::TaskSynchronization, StateCode::Delay, Effect::Sleeps},
     {"thread_busy_wait", CallClass::TaskSynchronization, std::nullopt},
@@ -76,6 +80,8 @@ class ZephyrKernel final : public EventKernel {
     service::CallInfo FindCall(std::string_view name) const override {
         const auto at = std::ranges::find_if(
             kCalls, [&](const Prefix& prefix) { return name.starts_with(prefix.begin); });
+        // The port for SystemView puts the letter of the kernel's own calls in front.
+        if (at == std::end(kCalls) && name.starts_with("k_")) return FindCall(name.substr(2));
         service::CallInfo info;
         if (at == std::end(kCalls)) return info;
         info.cls = host::Code(at->cls);

@@ -1,0 +1,67 @@
+// Opens SystemView recordings, of one file or of one a core.
+
+#include "platform/Text.h"
+#include "workbench/formats/Registry.h"
+#include "workbench/formats/compressed/Decompress.h"
+#include "workbench/formats/systemview/Container.h"
+#include "workbench/formats/systemview/SystemViewRecording.h"
+
+namespace kvx::formats {
+namespace systemview {
+namespace {
+
+Result<MappedFile> OpenFurther(const std::string& path, IOpenProgress* progress) {
+    auto file = MappedFile::Open(path);
+    if (file && IsCompressed(file->Text())) file = Decompress(path, file->Text(), progress);
+    if (file && !Recognises(file->Text()))
+        return Error{path + ": not a SystemView recording, as the first file is"};
+    return file;
+}
+
+// Files of one core each are numbered in their order.
+Result<std::vector<Core>> CoresOf(const Loaded& loaded, std::string& author) {
+    std::vector<Core> cores;
+    for (const MappedFile& file : loaded.files) {
+        auto container = OpenContainer(file.Text());
+        if (!container) return container.GetError();
+        if (author.empty()) author = container->author;
+        const bool several = loaded.files.size() > 1;
+        for (const CorePart& part : container->cores) {
+            const auto number = several ? static_cast<std::uint32_t>(cores.size()) : part.number;
+            cores.push_back({number, part.bytes});
+        }
+    }
+    return cores;
+}
+
+Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions& options,
+                                        IOpenProgress* progress) {
+    Loaded loaded;
+    loaded.path = candidate.path;
+    loaded.files.push_back(std::move(*candidate.file));
+    for (const auto& path : options.moreFiles) {
+        auto file = OpenFurther(path, progress);
+        if (!file) return file.GetError();
+        loaded.files.push_back(std::move(*file));
+    }
+    auto cores = CoresOf(loaded, loaded.author);
+    if (!cores) return Error{candidate.path + ": " + cores.GetError().message};
+    loaded.stream = std::make_unique<Stream>();
+    if (!loaded.stream->Load(std::move(*cores), loaded.losses, progress))
+        return Error{candidate.path + ": opening was cancelled", true};
+    if (loaded.stream->Count() == 0)
+        return Error{candidate.path + ": a SystemView recording without a packet that can be read"};
+    return std::unique_ptr<Recording>(
+        std::make_unique<SystemViewRecording>(std::move(loaded), options));
+}
+
+}  // namespace
+}  // namespace systemview
+
+const Format kSystemView = {"SystemView recording", 35,
+                            [](const Candidate& candidate) {
+                                return candidate.file && systemview::Recognises(candidate.Text());
+                            },
+                            systemview::Open, true};
+
+}  // namespace kvx::formats
