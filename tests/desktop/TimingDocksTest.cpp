@@ -146,6 +146,49 @@ TEST_F(Demonstration, RowsOfTablesGoToTheirJobs) {
     }
 }
 
+TEST_F(Demonstration, OverviewShowsAndMovesWhatTheChartShows) {
+    Overview& strip = workbench_.Timing().Strip();
+    std::optional<std::pair<double, double>> wanted;
+    const auto show = std::exchange(strip.onShow, [&](double start, double end) {
+        wanted = {start, end};
+    });
+    QTest::qWait(50);  // the frame follows the chart's paint
+    const host::OSTracePosition before = Position();
+    QTest::keyClick(&strip, Qt::Key_Down);
+    ASSERT_TRUE(wanted);
+    EXPECT_NEAR(wanted->second - wanted->first, 2 * (before.displayEnd - before.displayStart), 2);
+    strip.onShow = show;
+    QTest::keyClick(&strip, Qt::Key_Up);
+    const host::OSTracePosition narrow = Position();
+    EXPECT_NEAR(narrow.displayEnd - narrow.displayStart,
+                (before.displayEnd - before.displayStart) / 2, 2);
+    EXPECT_EQ(narrow.startMarker, before.startMarker) << "markers stay";
+    // A press far left brings the frame there.
+    QTest::qWait(50);
+    QTest::mouseClick(&strip, Qt::LeftButton, {}, {5, 20});
+    EXPECT_LT(Position().displayStart, before.displayStart / 4);
+}
+
+TEST(OverviewLoad, AddsUpWhatRanInEachSlice) {
+    auto decoded = std::make_shared<service::DecodedRecording>(
+        std::make_unique<test::TestRecording>(std::vector{0u}, 40100));
+    decoded->WaitForAll();
+    OverviewLoad load;
+    load.SetRecording(decoded, 0);
+    EXPECT_TRUE(load.Advance());
+    EXPECT_FALSE(load.Advance()) << "there is no more";
+    // Of three contexts that take turns every 10 counts one is the idle state.
+    ASSERT_EQ(load.Shares().size(), 2u);
+    double sum = 0;
+    for (const auto& context : load.Shares())
+        for (const float share : context) {
+            EXPECT_GE(share, 0.0f);
+            EXPECT_LE(share, 1.0001f);
+            sum += static_cast<double>(share);
+        }
+    EXPECT_NEAR(sum, OverviewLoad::kSlices * 2.0 / 3.0, 2.0);
+}
+
 TEST_F(Demonstration, RulesPutWhatViolatesThemFirst) {
     TimingDocks& docks = workbench_.Timing();
     docks.SetRules("[task.MOTOR_CTRL]\ndeadline = \"2ms\"\n", "drive.toml");

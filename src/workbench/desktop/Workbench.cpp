@@ -54,6 +54,8 @@ Workbench::Workbench(Settings& settings)
         window_.ShowStartPage(!docking_.Windows().IsAnyShown());
     };
     timing_.onGoTo = [this](const Stretch& stretch) { ShowStretch(stretch); };
+    timing_.Strip().onShow = [this](double start, double end) { ShowDisplay(start, end); };
+    paints_.onPaint = [this] { FollowDisplay(); };
     timing_.onRulesFault = [this](const QString& why) {
         window_.ShowError("Cannot Use Rules", why);
     };
@@ -224,12 +226,13 @@ void Workbench::TraceIsIn(const QString& path) {
 void Workbench::FollowDecoding() {
     const service::DecodedRecording* const decoded = trace_->Decoded();
     if (!decoded || decoded->IsComplete()) whileDecoding_.stop();
+    timing_.Strip().Advance();
     ShowState();
 }
 
 void Workbench::RecordingChanged() {
     showsFindings_ = false;
-    timing_.SetRecording(trace_->ShareDecoded());
+    timing_.SetRecording(trace_->ShareDecoded(), trace_->ShownProcessor());
     whileDecoding_.start(kWhileDecoding);
     tracePath_.clear();
     closedAt_.reset();
@@ -264,6 +267,7 @@ void Workbench::ShowProcessor(std::uint32_t processor) {
     host_.Broadcast(host::kEventTraceReady);
     docking_.UpdateCommands();
     window_.ShowRecording(trace_.get());
+    timing_.SetRecording(trace_->ShareDecoded(), processor);
 }
 
 // A little of what is around it is shown too. What lies outside the trace is left out.
@@ -287,6 +291,22 @@ void Workbench::ShowStretch(const Stretch& stretch) {
     position.endMarker = static_cast<double>(end);
     position.indicator = static_cast<double>(std::clamp(stretch.at, first, last));
     Range()->SetPosition(&position);
+}
+
+void Workbench::ShowDisplay(double start, double end) {
+    auto position = Position();
+    if (!position) return;
+    position->displayStart = start;
+    position->displayEnd = end;
+    position->gridTime = (end - start) / 5;
+    Range()->SetPosition(&*position);
+}
+
+// The chart was painted anew.
+void Workbench::FollowDisplay() {
+    const auto position = Position();
+    if (!position) return timing_.Strip().SetDisplay(std::nullopt);
+    timing_.Strip().SetDisplay(std::pair(position->displayStart, position->displayEnd));
 }
 
 void Workbench::LoadRules(const QString& path) {

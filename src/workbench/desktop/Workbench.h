@@ -8,6 +8,7 @@
 #include "workbench/desktop/BackgroundRead.h"
 #include "workbench/desktop/docking/DockingHost.h"
 #include "workbench/desktop/docking/MenuKeys.h"
+#include "workbench/desktop/docking/PaintWatch.h"
 #include "workbench/desktop/services/ComponentModule.h"
 #include "workbench/desktop/services/HostServices.h"
 #include "workbench/desktop/services/ServiceDialogs.h"
@@ -112,6 +113,8 @@ class Workbench final : private IWorkspaceHost {
     void FollowWindows();
     void ShowAllLines();
     void ShowStretch(const Stretch& stretch);
+    void ShowDisplay(double start, double end);
+    void FollowDisplay();
     void LoadRules(const QString& path);
     bool MayLeaveWorkspace();
 
@@ -136,6 +139,7 @@ class Workbench final : private IWorkspaceHost {
     HostServices services_;
     DockingHost docking_;
     TimingDocks timing_;
+    PaintWatch paints_;
     ServiceDialogs dialogs_;
     std::unique_ptr<service::TraceService> trace_;     // never null
     std::unique_ptr<QTemporaryDir> demonstration_;     // that is shown

@@ -41,11 +41,11 @@ TableDock::TableDock(const QString& name, const AnalysisForm& form, QWidget* par
     words_->setWordWrap(true);
     view_->setModel(&model_);
     view_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    view_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     view_->setSortingEnabled(true);
     view_->setWordWrap(false);
     view_->setAlternatingRowColors(true);
     view_->setContextMenuPolicy(Qt::CustomContextMenu);
-    view_->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     view_->horizontalHeader()->setHighlightSections(false);
     view_->verticalHeader()->hide();
     const int characterWidth = fontMetrics().averageCharWidth();

@@ -42,8 +42,14 @@ const Kind* ValueIn(const Members& members, const char* key) {
 
 TimingDocks::TimingDocks(QMainWindow& window, QMenu& menu)
     : window_(window),
+      overviewDock_(new QDockWidget("Overview", &window)),
+      overview_(new Overview(overviewDock_)),
       findings_(new TableDock("Findings", kFindingsForm, &window)),
       explanation_(new ExplanationPane(&window)) {
+    overviewDock_->setObjectName("Overview");
+    overviewDock_->setWidget(overview_);
+    overviewDock_->setFocusProxy(overview_);
+    Add(*overviewDock_, menu);
     Add(*findings_, menu);
     Add(*explanation_, menu);
     for (const AnalysisForm* const form : kShown) tables_.push_back({form, AddTable(*form, menu)});
@@ -108,20 +114,21 @@ void TimingDocks::MakeHistogram() {
     };
 }
 
-// Findings and tables in one place, the explanation beside them.
+// The strip under the chart; findings and tables in one place below, the
+// explanation beside them.
 void TimingDocks::Place(QDockWidget& above) {
     if (std::exchange(arePlaced_, true)) return;
-    QDockWidget* first = nullptr;
     for (QDockWidget* const dock : all_) {
         dock->toggleViewAction()->setEnabled(true);
         if (window_.restoreDockWidget(dock)) continue;
-        if (!first)
+        if (dock == overviewDock_)
             window_.splitDockWidget(&above, dock, Qt::Vertical);
+        else if (dock == findings_)
+            window_.splitDockWidget(overviewDock_, dock, Qt::Vertical);
         else if (dock == explanation_)
-            window_.splitDockWidget(first, dock, Qt::Horizontal);
+            window_.splitDockWidget(findings_, dock, Qt::Horizontal);
         else
-            window_.tabifyDockWidget(first, dock);
-        if (!first) first = dock;
+            window_.tabifyDockWidget(findings_, dock);
         dock->hide();
     }
 }
@@ -138,10 +145,33 @@ void TimingDocks::BringBack() {
     for (QDockWidget* const dock : std::exchange(putAway_, {})) dock->show();
 }
 
-void TimingDocks::SetRecording(std::shared_ptr<const service::DecodedRecording> decoded) {
-    if (decoded == decoded_) return;
+void TimingDocks::SetRecording(std::shared_ptr<const service::DecodedRecording> decoded,
+                               std::uint32_t processor) {
+    const bool isOther = decoded != decoded_;
+    if (!isOther && processor == processor_) return;
     decoded_ = std::move(decoded);
-    Start();
+    processor_ = processor;
+    if (isOther) Start();
+    ShowOverview();
+}
+
+void TimingDocks::ShowOverview() {
+    std::size_t timeline = 0;
+    if (decoded_) {
+        const auto& timelines = decoded_->Timelines();
+        const auto at = std::ranges::find_if(
+            timelines, [this](const auto& each) { return each->processor == processor_; });
+        if (at != timelines.end()) timeline = static_cast<std::size_t>(at - timelines.begin());
+    }
+    overview_->SetRecording(decoded_, timeline);
+    if (!facts_) return;
+    std::vector<std::int64_t> times;
+    for (const auto* list : {&facts_->found.violations, &facts_->found.findings})
+        for (const timing::Finding& finding : *list)
+            if (finding.severity != timing::Severity::Note &&
+                finding.timeline.value_or(timeline) == timeline)
+                times.push_back(finding.start);
+    overview_->SetFindings(std::move(times));
 }
 
 void TimingDocks::SetRules(const std::string& text, const std::string& path) {
@@ -183,11 +213,13 @@ void TimingDocks::Take(std::shared_ptr<const TimingFacts> facts) {
         // The table borrows from the facts, which the pointer keeps with it.
         at->dock->Show(std::shared_ptr<const Analysis>(facts_, facts_->tables[i].get()));
     }
+    ShowOverview();
     if (onFilled) onFilled();
 }
 
 void TimingDocks::ShowFindings() {
     if (!facts_ || !findings_->Shown()) return;
+    overviewDock_->show();
     explanation_->show();
     findings_->show();
     findings_->raise();

@@ -9,6 +9,7 @@
 #include "workbench/desktop/timing/ExplanationPane.h"
 #include "workbench/desktop/timing/FindingsTable.h"
 #include "workbench/desktop/timing/Histogram.h"
+#include "workbench/desktop/timing/Overview.h"
 #include "workbench/desktop/timing/TableDock.h"
 
 namespace kvx::desktop {
@@ -36,8 +37,9 @@ class TimingDocks final : public QObject {
     // After the docks were filled.
     std::function<void()> onFilled;
 
-    // Null: there is none.
-    void SetRecording(std::shared_ptr<const service::DecodedRecording> decoded);
+    // Null: there is none. processor: the one that is shown.
+    void SetRecording(std::shared_ptr<const service::DecodedRecording> decoded,
+                      std::uint32_t processor);
     // Text of a rules file and its path; empty: none. Everything is worked out anew.
     void SetRules(const std::string& text, const std::string& path);
     // Shows findings and explanation, for the first look at a recording that has some.
@@ -50,6 +52,7 @@ class TimingDocks final : public QObject {
     void PutAway();
     void BringBack();
     const TimingFacts* Facts() const { return facts_.get(); }
+    Overview& Strip() { return *overview_; }
     TableDock& Findings() { return *findings_; }
     ExplanationPane& Explanation() { return *explanation_; }
     TableDock& Table(const char* name) const;
@@ -64,6 +67,7 @@ class TimingDocks final : public QObject {
     TableDock* AddTable(const AnalysisForm& form, QMenu& menu);
     void MakeHistogram();
     void Start();
+    void ShowOverview();
     void SayAll(const QString& text);
     void Take(std::shared_ptr<const TimingFacts> facts);
     void FindingSelected(int row);
@@ -74,6 +78,8 @@ class TimingDocks final : public QObject {
     std::optional<timing::JobRef> JobOf(const AnalysisForm& form, int row, int column) const;
 
     QMainWindow& window_;
+    QDockWidget* overviewDock_;
+    Overview* overview_;
     TableDock* findings_;
     ExplanationPane* explanation_;
     std::vector<TableOf> tables_;
@@ -85,6 +91,7 @@ class TimingDocks final : public QObject {
     std::optional<timing::ContextId> shownContext_;  // in the histogram
 
     std::shared_ptr<const service::DecodedRecording> decoded_;
+    std::uint32_t processor_ = 0;
     std::shared_ptr<const TimingFacts> facts_;  // null: there is nothing, or not yet
     std::string rules_;
     std::string rulesPath_;
