@@ -177,6 +177,17 @@ TEST(Timing, ACircleOfLocksIsADeadlock) {
     EXPECT_EQ(explained["parts"].back()["chain"][0]["object"], "mutex 1");
 }
 
+TEST(Timing, ATaskThatWaitsForItselfIsADeadlock) {
+    TimingRun run(
+        "[0] task 1 becomes DORMANT.\n[1] task 1 becomes RUNNABLE.\n[1] dispatch to task 1.\n"
+        "[2] enter to loc_mtx mtxid=1.\n[2] leave from loc_mtx ercd=0.\n"
+        "[5] enter to loc_mtx mtxid=1.\n[5] task 1 becomes WAITING.\n[5] dispatch from task 1.\n"
+        "[9] enter to int handler 1.\n");
+    EXPECT_EQ(run.Json("check")["findings"][0]["sentence"],
+              "Deadlock: task 1 waits for mutex 1, which it holds itself, for 4 us, and still does "
+              "at the end of the recording.");
+}
+
 // A task that moves to another processor while it is ready is one task with one job.
 TEST(Timing, AJobGoesOnOnAnotherProcessor) {
     TimingRun run(

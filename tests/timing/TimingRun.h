@@ -20,8 +20,7 @@ class TimingRun {
         nlohmann::json resources = nlohmann::json::object();
         for (std::size_t i = 0; i < priorities.size(); ++i)
             resources["T" + std::to_string(i + 1)] = {
-                {"Type", "Task"},
-                {"Attributes", {{"id", i + 1}, {"pri", priorities[i]}, {"prcId", "1"}}}};
+                {"Type", "Task"}, {"Attributes", {{"id", i + 1}, {"pri", priorities[i]}}}};
         folder_.Write("x.res",
                       nlohmann::json({{"TimeScale", "us"}, {"Resources", resources}}).dump());
     }

@@ -26,9 +26,8 @@ Chain ChainOf(const Walk& walk, const PriorityTable& priorities, ContextId task)
             continue;
         }
         const bool ready = status.doing == Doing::Ready || status.doing == Doing::Interrupted;
-        const auto current = walk.Current(status.timeline);
-        const bool idles = current == kNobody || walk.From().contexts.Get(current).IsIdle();
-        if (ready && !status.suspended && !idles && current != holder) link.by = current;
+        const auto runner = walk.RunnerOn(status.timeline);
+        if (ready && !status.suspended && runner != holder) link.by = runner;
         chain.links.push_back(link);
         const bool stands = status.doing == Doing::Ready && link.by != kNobody;
         chain.inversion = stands && walk.From().contexts.Get(link.by).IsTask() && !isIn(link.by) &&

@@ -75,9 +75,8 @@ class Explainer final : public IWalkObserver {
 
     // Ready: by what it is kept.
     void Describe(Part& part, const TaskStatus& status, std::int64_t time) const {
-        const auto by = walk_.Current(status.timeline);
-        if (by != kNobody && by != out_.context && !walk_.From().contexts.Get(by).IsIdle())
-            part.by = by;
+        const auto by = walk_.RunnerOn(status.timeline);
+        if (by != out_.context) part.by = by;
         const bool handler = part.by != kNobody && walk_.From().contexts.Get(by).IsHandler();
         const auto& start = out_.job.start;
         if (out_.job.activation && (!start || time < *start))

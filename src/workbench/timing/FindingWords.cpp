@@ -17,6 +17,10 @@ class Words {
                        ", which stood ready for " + Time(incident_.measured) + " while " +
                        Names(2) + " ran" + GoesOn() + ".";
             case FindingKind::Deadlock:
+                if (incident_.contexts.size() == 1)
+                    return "Deadlock: " + Name(0) + " waits for " + Object() +
+                           ", which it holds itself, for " + Time(incident_.measured) + GoesOn() +
+                           ".";
                 return "Deadlock: " + Names(0) + " wait for each other, for " +
                        Time(incident_.measured) + GoesOn() + ".";
             case FindingKind::Overload:

@@ -23,7 +23,8 @@ void JobBuilder::OnTask(const Moment& moment, ContextId task, const TaskStatus& 
     const bool lost = now.doing == Doing::Unknown && now.beganUnseen;
     if (lost) missed_[task] = true;
     const bool ends = IsBetween(task, now);
-    if (now.doing == Doing::Runs) std::ranges::replace(left_, task, kNobody);
+    const bool ready = now.doing == Doing::Ready || now.doing == Doing::Unknown;
+    if (!ready) std::ranges::replace(left_, task, kNobody);
     if (!open_[task]) {
         const bool seen = IsBetween(task, before) && now.doing == Doing::Ready;
         if (!ends && now.doing != Doing::Unknown) Open(moment, task, now, by, seen);

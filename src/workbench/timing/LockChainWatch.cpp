@@ -52,10 +52,11 @@ void LockChainWatch::NoteInversion(Blocked& blocked, const Chain& chain, std::in
         inversion->contexts.push_back(last.by);
 }
 
-// The task may be outside of the circle, waiting for one that is in it.
+// The task may be outside of the circle, waiting for one that is in it, or wait for itself.
 void LockChainWatch::NoteDeadlock(const Blocked& blocked, const Chain& chain, std::int64_t from,
                                   std::int64_t to) {
-    const auto object = chain.links.back().object;
+    const auto object =
+        chain.links.empty() ? walk_.StatusOf(blocked.task).wait.object : chain.links.back().object;
     const auto closes = walk_.HolderOf(object);
     std::vector<ContextId> circle = {blocked.task};
     std::vector<EventRef> evidence = {blocked.event};
@@ -79,14 +80,15 @@ void LockChainWatch::NoteDeadlock(const Blocked& blocked, const Chain& chain, st
     deadlock.measured = to - deadlock.start;
 }
 
-// Those that do not last until now.
-void LockChainWatch::EndDeadlocks(std::int64_t now, bool goesOn) {
+// Those that do not last until now; at the end of the recording all.
+void LockChainWatch::EndDeadlocks(std::int64_t now, bool atEnd) {
     for (auto at = deadlocks_.begin(); at != deadlocks_.end();) {
-        if (at->second.end == now && !goesOn) {
+        const bool lasts = at->second.end == now;
+        if (lasts && !atEnd) {
             ++at;
             continue;
         }
-        at->second.goesOn = goesOn;
+        at->second.goesOn = lasts;
         out_.push_back(std::move(at->second));
         at = deadlocks_.erase(at);
     }
@@ -102,7 +104,6 @@ void LockChainWatch::OnEnd(std::int64_t time) {
         if (blocked.inversion) blocked.inversion->goesOn = true;
         EndWait(blocked);
     }
-    EndDeadlocks(time - 1, false);
     EndDeadlocks(time, true);
 }
 

@@ -31,7 +31,7 @@ class LockChainWatch final : public IWalkObserver {
     void NoteInversion(Blocked& blocked, const Chain& chain, std::int64_t from, std::int64_t to);
     void NoteDeadlock(const Blocked& blocked, const Chain& chain, std::int64_t from,
                       std::int64_t to);
-    void EndDeadlocks(std::int64_t now, bool goesOn);
+    void EndDeadlocks(std::int64_t now, bool atEnd);
     void EndWait(Blocked& blocked);
 
     const Walk& walk_;

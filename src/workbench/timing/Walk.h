@@ -87,6 +87,12 @@ class Walk {
     const TaskStatus& StatusOf(ContextId task) const { return tasks_[task]; }
     // What has the processor; the task below handlers that have it.
     ContextId Current(std::uint32_t timeline) const { return cpus_[timeline].current; }
+    // The task or handler that has it; nobody: none, or it is not told which.
+    ContextId RunnerOn(std::uint32_t timeline) const {
+        const auto current = cpus_[timeline].current;
+        const bool known = current != kNobody && (isTask_[current] || isHandler_[current]);
+        return known ? current : kNobody;
+    }
     ContextId TaskOn(std::uint32_t timeline) const { return cpus_[timeline].task; }
     ContextId HolderOf(ObjectId object) const { return tracker_.HolderOf(object); }
     bool IsLock(ObjectId object) const { return object != kNoObject && tracker_.Tracks(object); }
