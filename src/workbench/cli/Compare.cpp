@@ -129,8 +129,9 @@ std::string CheckCondition(const std::string& text) {
 void AddCompare(CLI::App& app, const Streams& streams, int& status) {
     const auto options = std::make_shared<CompareOptions>();
     auto* command = app.add_subcommand("compare", "Put the figures of two recordings side by side");
-    AddTraceOptions(*command, options->old);
-    command->add_option("NEW", options->newPath, "The recording to compare with it")->required();
+    command->add_option("OLD", options->old.path, "Trace: a file or a CTF folder")->required();
+    command->add_option("NEW", options->newPath, "The trace to compare with it")->required();
+    AddReadingOptions(*command, options->old);
     command->add_option("--rules", options->rules, "Rules file, for both recordings");
     command
         ->add_option("--fail-if", options->failIf,

@@ -85,6 +85,10 @@ void AddTraceOptions(CLI::App& command, TraceOptions& options) {
             "Trace: a file, a CTF folder, or its metadata file; of SystemView also several files, "
             "one a processor")
         ->required();
+    AddReadingOptions(command, options);
+}
+
+void AddReadingOptions(CLI::App& command, TraceOptions& options) {
     AddOpenOptions(command, options.open);
     command.add_option_function<std::string>(
         "--cpu",

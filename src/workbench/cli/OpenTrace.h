@@ -44,6 +44,8 @@ void AddOpenOptions(CLI::App& command, formats::OpenOptions& options);
 
 // The file, or the files of one recording, how it is read, --cpu and --strict.
 void AddTraceOptions(CLI::App& command, TraceOptions& options);
+// The options alone.
+void AddReadingOptions(CLI::App& command, TraceOptions& options);
 
 // Opens the trace and shows the processor asked for, if one is. Warnings go to the error stream,
 // progress there too where it is a terminal. Null: why is written there, and status is set.

@@ -57,14 +57,29 @@ std::vector<std::string> Model::Notes() const {
         if (census_.locks[object].inferred)
             notes.push_back(facts_.AllObjects().Get(object).Name() +
                             " is taken for a lock: whoever gives it has taken it, every time.");
+    if (auto note = NoteOnEnds(); !note.empty()) notes.push_back(std::move(note));
+    if (const auto unknown = decoded_.Losses().Get(service::Loss::ReadyTimesUnknown))
+        notes.push_back("The recording does not tell when tasks became ready, " +
+                        std::to_string(unknown) +
+                        " times: when those jobs were activated is not known.");
+    return notes;
+}
+
+// Of tasks that show neither a wait that ends a job nor DMT.
+std::string Model::NoteOnEnds() const {
+    constexpr std::size_t kMostNames = 5;
+    std::string names;
+    std::size_t count = 0;
     for (ContextId id = 0; id < contexts_.Count(); ++id) {
         const bool task = contexts_.Get(id).IsTask() && jobs_.CountOf(id) > 0;
-        if (task && !census_.showsEnds[id] && !ends_[id])
-            notes.push_back(contexts_.NameOf(id) +
-                            " shows no wait that ends a job: its jobs end where it waits for a "
-                            "semaphore that is no lock.");
+        if (!task || census_.showsEnds[id] || ends_[id]) continue;
+        if (++count <= kMostNames) names += (count == 1 ? "" : ", ") + contexts_.NameOf(id);
     }
-    return notes;
+    if (count == 0) return {};
+    if (count > kMostNames) names += " and " + std::to_string(count - kMostNames) + " more";
+    return names +
+           " show no wait that ends a job: jobs of such tasks end where they wait for a "
+           "semaphore that is no lock.";
 }
 
 }  // namespace kvx::timing

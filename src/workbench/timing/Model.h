@@ -41,6 +41,8 @@ class Model {
     std::size_t Bytes() const { return facts_.Bytes() + jobs_.Bytes(); }
 
   private:
+    std::string NoteOnEnds() const;
+
     const service::DecodedRecording& decoded_;
     const Contexts contexts_;
     const CallFacts facts_;
