@@ -41,6 +41,7 @@ ALLOWED = {
     "workbench/ctf_reader": ["platform", "workbench/formats", "workbench/kernels"],
     "workbench/formats": ["platform", "host", "workbench/service", "workbench/kernels"],
     "workbench/timing": ["platform", "host", "workbench/service", "analyze/model"],
+    "workbench/exports": ["platform", "host", "workbench/service"],
     "workbench/simulation": ["platform"],
     "workbench/target": ["host", "platform", "workbench/service", "workbench/simulation"],
     "workbench/cli": WORKBENCH + CORE + ["resources"],
@@ -53,8 +54,8 @@ ALLOWED = {
 # What nobody but these may include, although a parent folder is allowed.
 PRIVATE = {"platform/qt": {"platform/qt", "component", "workbench", "workbench/picture"}}
 MAY_SEE_TOOLKIT = ("platform/qt", "workbench/desktop", "workbench/picture", "workbench")
-NO_TOOLKIT = ("workbench/service", "workbench/kernels", "workbench/formats", "workbench/simulation", "workbench/timing",
-              "workbench/target", "workbench/cli")
+NO_TOOLKIT = ("workbench/service", "workbench/kernels", "workbench/formats", "workbench/exports",
+              "workbench/simulation", "workbench/timing", "workbench/target", "workbench/cli")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 

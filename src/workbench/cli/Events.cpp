@@ -12,17 +12,6 @@
 namespace kvx::cli {
 namespace {
 
-const char* KindName(std::int32_t kind) {
-    switch (kind) {
-        case kEventDispatch:
-            return "dispatch";
-        case kEventState:
-            return "state";
-        default:
-            return "syscall";
-    }
-}
-
 // Tabs and line ends separate cells and rows: inside a cell they become blanks.
 std::string Cell(std::string text) {
     std::ranges::replace_if(
@@ -36,8 +25,8 @@ void WriteEvent(const service::DecodedRecording& decoded, const service::Timelin
     const auto context = timeline.contexts.DisplayName(events.Context(event.number));
     const auto detail = service::EventTexts(decoded, timeline).Detail(event.number);
     out << number << '\t' << events.Time(event.number) << '\t'
-        << KindName(events.Kind(event.number)) << '\t' << Cell(context) << '\t' << Cell(detail)
-        << '\t' << timeline.processor << '\n';
+        << service::EventKindName(events.Kind(event.number)) << '\t' << Cell(context) << '\t'
+        << Cell(detail) << '\t' << timeline.processor << '\n';
 }
 
 std::vector<const service::Timeline*> Chosen(const service::DecodedRecording& decoded,

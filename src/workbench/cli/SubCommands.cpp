@@ -10,6 +10,8 @@
 #include "workbench/cli/Compare.h"
 #include "workbench/cli/Events.h"
 #include "workbench/cli/Explain.h"
+#include "workbench/cli/Export.h"
+#include "workbench/cli/Formats.h"
 #include "workbench/cli/Generate.h"
 #include "workbench/cli/Info.h"
 #include "workbench/cli/Keys.h"
@@ -17,8 +19,10 @@
 namespace kvx::cli {
 namespace {
 
-constexpr std::array<AddSubCommand, 8> kSubCommands = {
-    &AddInfo, &AddEvents, &AddAnalyze, &AddExplain, &AddCheck, &AddCompare, &AddGenerate, &AddKeys,
+constexpr std::array<AddSubCommand, 10> kSubCommands = {
+    &AddInfo,    &AddEvents, &AddAnalyze, &AddExplain,  &AddCheck,
+    &AddCompare, &AddExport, &AddFormats, &AddGenerate, &AddKeys,
+};
 };
 
 }  // namespace

@@ -4,9 +4,11 @@
 
 namespace kvx::service {
 
-EventMerge::EventMerge(const std::vector<const Timeline*>& timelines) {
+EventMerge::EventMerge(const std::vector<const Timeline*>& timelines, std::int64_t from) {
+    const bool all = from == std::numeric_limits<std::int64_t>::min();
     for (const auto* timeline : timelines) {
-        Place place{&timeline->events, 0, timeline->events.Count()};
+        const EventStore& events = timeline->events;
+        Place place{&events, all ? 0 : events.CountUntil(from - 1), events.Count()};
         Look(place);
         places_.push_back(place);
     }

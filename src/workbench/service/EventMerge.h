@@ -3,6 +3,7 @@
 // that gave them, as far as that is known, and of the processors.
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -12,8 +13,9 @@ namespace kvx::service {
 
 class EventMerge {
   public:
-    // Borrowed; none of them gets further events.
-    explicit EventMerge(const std::vector<const Timeline*>& timelines);
+    // Borrowed; none of them gets further events. from: earlier events are passed over.
+    explicit EventMerge(const std::vector<const Timeline*>& timelines,
+                        std::int64_t from = std::numeric_limits<std::int64_t>::min());
 
     struct Event {
         std::uint32_t timeline = 0;  // which of those given

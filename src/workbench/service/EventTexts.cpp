@@ -18,6 +18,17 @@ std::string WithParameters(const std::string& name, const std::string& parameter
 
 }  // namespace
 
+const char* EventKindName(int kind) {
+    switch (kind) {
+        case kEventDispatch:
+            return "dispatch";
+        case kEventState:
+            return "state";
+        default:
+            return "syscall";
+    }
+}
+
 const std::string& EventTexts::CallName(std::uint32_t event) const {
     return decoded_.Names().Get(store_.Call(event)).name;
 }

@@ -8,6 +8,9 @@
 
 namespace kvx::service {
 
+// "dispatch", "state" or "syscall", for a kind of event.
+const char* EventKindName(int kind);
+
 class EventTexts {
   public:
     // Both are borrowed; the timeline is one of the recording's.

@@ -69,6 +69,12 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
 }  // namespace
 }  // namespace btf
 
-const Format kBtf = {"BTF", 25, btf::Recognises, btf::Open};
+const Format kBtf = {"BTF 2.x",
+                     25,
+                     btf::Recognises,
+                     btf::Open,
+                     false,
+                     {"*.btf", "OSEK, AUTOSAR, FreeRTOS (its BTF writer: runs and calls only)",
+                      "waits, objects, calls, handlers"}};
 
 }  // namespace kvx::formats

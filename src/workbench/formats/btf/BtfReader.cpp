@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "workbench/formats/text/LineCursor.h"
 #include "workbench/formats/text/TimedLine.h"
@@ -12,6 +13,7 @@ using service::Loss;
 
 namespace {
 
+constexpr std::string_view kSystem = "SYS";  // source of what does not come from a core
 constexpr std::uint64_t kProgressStep = std::uint64_t{1} << 20;
 constexpr int kLinesAhead = 64;
 
@@ -90,28 +92,42 @@ void BtfReader::OnLine(std::string_view line, bool isLast) {
     if (columns->type == "R") return OnRunnable(*columns);
     if (columns->type == "SEM" || columns->type == "SPINLOCK") return OnSemaphore(*columns);
     if (columns->type == "STI" && isDialect_) return OnStimulus(*columns);
+    if (columns->type == "C" && columns->event == "idle") LearnIdle(*columns);
     TellNothing();
 }
 
-void BtfReader::OnTask(const Columns& line) {
+// A core that idles before anything else is said of it.
+void BtfReader::LearnIdle(const Columns& line) {
+    const auto core = processes_.Core(line.target);
+    if (cores_.try_emplace(core).second) trace_.idleAtStart.insert(core);
+}
+
+void BtfReader::OnTask(Columns line) {
     Process& task = processes_.Task(line.target);
     if (isDialect_ && line.note.starts_with("create"))
         return Tell("create", {CoreOf(line, task), &task, nullptr, {}, {}, PriorityIn(line.note)});
+    const bool isPlaced = TakePlace(line, task);
     if (line.event == "activate" || line.event == "release" || line.event == "release_parking")
-        return OnActivate(line, task);
+        return OnActivate(line, isPlaced, task);
     if (Runs(line.event)) return OnRun(line, task);
+    if (Stops(line.event) && line.source == kSystem) return OnSystem(line, isPlaced, task);
     if (Stops(line.event)) return OnStop(line, task);
+    constexpr std::string_view kTo = "to ";
+    if (line.event == "fullmigration" && line.note.starts_with(kTo)) {
+        task.core = processes_.Core(line.note.substr(kTo.size()));
+        return Tell("migrate", {task.core, &task});
+    }
     TellNothing();
 }
 
 // A second instance becomes ready when the first one has ended: the task has one line.
-void BtfReader::OnActivate(const Columns& line, Process& task) {
+void BtfReader::OnActivate(const Columns& line, bool isPlaced, Process& task) {
     if (line.event == "activate") {
         task.living.emplace_back(line.targetInstance);
         if (task.living.size() > 1) return TellNothing();
     }
-    if (!task.hasRun) task.core = FirstCoreOf(line);
-    Tell("ready", {task.core, &task});
+    if (!isPlaced && !task.hasRun) task.core = FirstCoreOf(line);
+    Tell("becomes RDY", {task.core, &task});
 }
 
 // Where a task that is activated for the first time runs first, if that is among the next lines.
@@ -128,28 +144,58 @@ std::uint16_t BtfReader::FirstCoreOf(const Columns& line) {
 
 void BtfReader::OnRun(const Columns& line, Process& task) {
     task.core = CoreOf(line, task);
-    task.hasRun = true;
+    task.hasRun = task.runs = true;
     if (task.living.empty()) task.living.emplace_back(line.targetInstance);
-    cores_[task.core].interrupted.clear();
+    cores_[task.core] = {};
     if (line.event == "run" || line.event == "resume") task.waitsFor.clear();
     Tell("run", {task.core, &task});
 }
 
+// Our own files say in the note where a task is that does not run: "WAI (SEM) on Core_1". Takes
+// that off the note.
+bool BtfReader::TakePlace(Columns& line, Process& task) {
+    constexpr std::string_view kOn = "on ";
+    const auto at = line.note.rfind(kOn);
+    const bool stands = at == 0 || (at != std::string_view::npos && line.note[at - 1] == ' ');
+    if (!stands || (line.source != kSystem && line.event != "activate")) return false;
+    task.core = processes_.Core(line.note.substr(at + kOn.size()));
+    line.note = line.note.substr(0, at > 0 ? at - 1 : 0);
+    return true;
+}
+
+// A state that comes from no core: of a task that does not run, or gives its core up later.
+void BtfReader::OnSystem(const Columns& line, bool isPlaced, Process& task) {
+    if (line.event == "terminate") std::erase(task.living, line.targetInstance);
+    if (!isPlaced && !task.hasRun) task.core = FirstCoreOf(line);
+    Tell("becomes " + StateAfter(line, task), {task.core, &task});
+}
+
 void BtfReader::OnStop(const Columns& line, Process& task) {
     const auto core = CoreOf(line, task);
-    if (isDialect_) return Tell("stop_unknown", {core, &task});
+    if (isDialect_) return Tell("stop unknown", {core, &task});
     const auto successor = SuccessorOn(line, core);
     if (line.event == "terminate") std::erase(task.living, line.targetInstance);
     const Process* const next = successor.task.empty() ? nullptr : &processes_.Task(successor.task);
-    const auto stop = [&](const char* kind) { Tell(kind, {core, &task, next}); };
-    if (line.event == "terminate" && task.living.empty()) return stop("stop_end");
-    if (line.event == "wait" || line.event == "park") {
-        if (!task.waitsFor.empty()) return stop("stop_wait_semaphore");
-        return stop(line.event == "wait" ? "stop_wait_event" : "stop_wait");
+    const bool ran = std::exchange(task.runs, false);
+    const bool interrupted = cores_[core].interrupted == line.target;
+    if (line.event == "preempt" && successor.isInterrupt && line.note.empty()) {
+        cores_[core].interrupted = line.target;
+        return Tell("interrupted", {core, &task});
     }
-    if (line.event == "terminate" || !successor.isInterrupt) return stop("stop_ready");
-    cores_[core].interrupted = line.target;
-    Tell("interrupted", {core, &task});
+    const auto state = StateAfter(line, task);
+    if (ran || interrupted || !task.hasRun) return Tell("stop " + state, {core, &task, next});
+    // What does not run has nothing to give up.
+    Tell("becomes " + state, {task.core, &task});
+}
+
+// As the windows write it. Our own files say it in the note.
+std::string BtfReader::StateAfter(const Columns& line, const Process& task) {
+    if (line.event == "terminate") return task.living.empty() ? "DMT" : "RDY";
+    if (line.note == "unknown" || line.note.starts_with("WAI (") || line.note.starts_with("RDY+"))
+        return std::string(line.note);
+    if (line.event != "wait" && line.event != "park") return "RDY";
+    if (!task.waitsFor.empty()) return "WAI (SEM)";
+    return line.event == "wait" ? "WAI (FLG)" : "WAI";
 }
 
 // Interrupts are handlers: what they interrupt goes on below them, or is preempted by who comes
@@ -158,6 +204,7 @@ void BtfReader::OnInterrupt(const Columns& line) {
     Process& interrupt = processes_.Interrupt(line.target);
     if (line.event == "start") {
         interrupt.core = CoreOf(line, interrupt);
+        ++cores_[interrupt.core].depth;
         return Tell("enter", {interrupt.core, &interrupt});
     }
     if (line.event != "terminate") return TellNothing();
@@ -168,11 +215,13 @@ void BtfReader::OnInterrupt(const Columns& line) {
 
 // The interrupted task does not go on at once: it has lost the core.
 void BtfReader::ResumeInterrupted(const Columns& line, std::uint16_t core) {
-    auto& interrupted = cores_[core].interrupted;
-    if (interrupted.empty()) return;
+    auto& [interrupted, depth] = cores_[core];
+    if (depth > 0) --depth;
+    if (interrupted.empty() || depth > 0) return;
     const auto successor = SuccessorOn(line, core);
     if (successor.isInterrupt || !successor.task.empty()) return;
-    Tell("stop_ready", {core, &processes_.Task(interrupted)});
+    Tell("stop RDY", {core, &processes_.Task(interrupted)});
+    processes_.Task(interrupted).runs = false;
     interrupted.clear();
 }
 
@@ -218,6 +267,8 @@ BtfReader::Successor BtfReader::SuccessorOn(const Columns& line, std::uint16_t c
     for (int i = 0; i < kLinesAhead && at < text_.size(); ++i) {
         const auto next = Columned(LineAt(text_, at, at));
         if (!next || next->time != line.time) break;
+        if (next->type == "C" && next->event == "idle" && processes_.IsCore(next->target, core))
+            break;
         if (!Runs(next->event) || !processes_.IsCore(next->source, core)) continue;
         if (IsTask(next->type)) return {false, next->target};
         if (IsInterrupt(next->type) && next->event == "start") return {true, {}};
@@ -249,6 +300,7 @@ std::uint32_t BtfReader::KindOf(std::string_view kind) {
 }
 
 void BtfReader::Tell(std::string_view kind, const Told& told) {
+    if (kind != "nothing") cores_.try_emplace(told.core);
     const auto number = KindOf(kind);
     std::array<EventValue, 6> values;
     values[0].number = told.core;

@@ -33,17 +33,22 @@ class BtfReader {
     };
     struct Core {
         std::string interrupted;  // task that gave the core to an interrupt
+        int depth = 0;            // of interrupts that run nested
     };
 
     void OnLine(std::string_view line, bool isLast);
-    void OnTask(const Columns& line);
+    void LearnIdle(const Columns& line);
+    void OnTask(Columns line);
     void OnInterrupt(const Columns& line);
-    void OnActivate(const Columns& line, Process& task);
+    void OnActivate(const Columns& line, bool isPlaced, Process& task);
     void OnRun(const Columns& line, Process& task);
     void OnStop(const Columns& line, Process& task);
+    bool TakePlace(Columns& line, Process& task);
+    void OnSystem(const Columns& line, bool isPlaced, Process& task);
     void OnRunnable(const Columns& line);
     void OnSemaphore(const Columns& line);
     void OnStimulus(const Columns& line);
+    static std::string StateAfter(const Columns& line, const Process& task);
     std::uint16_t FirstCoreOf(const Columns& line);
     void ResumeInterrupted(const Columns& line, std::uint16_t core);
 

@@ -17,6 +17,7 @@ struct Process {
     std::string name;          // as people know it
     std::uint16_t core = 0;    // where it runs, or ran last
     bool hasRun = false;
+    bool runs = false;
     std::vector<std::string> living;  // instances that were activated and have not ended
     std::string waitsFor;             // the semaphore that it was told to wait for
 };

@@ -26,6 +26,7 @@ struct EventTrace {
     std::optional<ContextNames> contexts;          // where the kernel is known
     std::deque<std::string> callNames;             // those that stand in fields
     std::set<std::uint32_t> processors;
+    std::set<std::uint32_t> idleAtStart;  // processors on which nothing runs at the start
     service::TimeUnit unit = service::TimeUnit::Nanoseconds;  // of the events' times
     std::int64_t origin = 0;                                  // taken off all times
     bool tellsReady = false;

@@ -26,6 +26,9 @@ class EventRecording final : public Recording {
     const service::TraceClock& Clock() const override { return clock_; }
     const std::vector<std::uint32_t>& Processors() const override { return processors_; }
     const std::vector<service::DeclaredContext>& Contexts() const override { return contexts_; }
+    bool StartsIdle(std::uint32_t processor) const override {
+        return trace_.idleAtStart.contains(processor);
+    }
     std::uint32_t RecordCount() const override { return trace_.records.Count(); }
     std::int64_t FirstTime() const override { return TimeOf(0); }
     std::int64_t LastTime() const override { return TimeOf(RecordCount() - 1); }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "platform/Text.h"
 #include "workbench/kernels/CallTable.h"
@@ -15,55 +16,63 @@ using service::ContextKind;
 using service::RecordKind;
 using service::TaskState;
 
-constexpr std::uint8_t kNoCause = 0;
 constexpr std::string_view kRequest = "requestsemaphore";
-constexpr std::uint8_t kEvent = host::Code(StateCode::EventFlag);
-constexpr std::uint8_t kSemaphore = host::Code(StateCode::Semaphore);
 
 struct Meaning {
     std::string_view event;
     RecordKind kind;
-    TaskState state = TaskState::Runnable;
-    std::uint8_t waitCode = kNoCause;
     ContextKind subject = ContextKind::Task;
 };
-constexpr Meaning kMeanings[] = {
-    {"ready", RecordKind::State},
-    {"run", RecordKind::Runs},
-    {"create", RecordKind::State, TaskState::Unknown},
-    {"stop_ready", RecordKind::Switch, TaskState::Runnable},
-    {"stop_wait", RecordKind::Switch, TaskState::Waiting},
-    {"stop_wait_event", RecordKind::Switch, TaskState::Waiting, kEvent},
-    {"stop_wait_semaphore", RecordKind::Switch, TaskState::Waiting, kSemaphore},
-    {"stop_end", RecordKind::Switch, TaskState::Dormant},
-    {"stop_unknown", RecordKind::Switch, TaskState::Unknown},
-    {"interrupted", RecordKind::SwitchedOut},
-    {"enter", RecordKind::Enter, TaskState::Runnable, kNoCause, ContextKind::Interrupt},
-    {"leave", RecordKind::Leave, TaskState::Runnable, kNoCause, ContextKind::Interrupt},
-    {"call", RecordKind::Call},
-    {"return", RecordKind::Return},
-    {"instant", RecordKind::InstantCall}};
+constexpr Meaning kMeanings[] = {{"run", RecordKind::Runs},
+                                 {"create", RecordKind::State},
+                                 {"becomes ", RecordKind::State},  // and a state
+                                 {"stop ", RecordKind::Switch},    // and a state
+                                 {"migrate", RecordKind::Migrate},
+                                 {"interrupted", RecordKind::SwitchedOut},
+                                 {"enter", RecordKind::Enter, ContextKind::Interrupt},
+                                 {"leave", RecordKind::Leave, ContextKind::Interrupt},
+                                 {"call", RecordKind::Call},
+                                 {"return", RecordKind::Return},
+                                 {"instant", RecordKind::InstantCall}};
+
+// "RDY", "WAI (SEM)+SUS" and so on. What is no state is not known.
+void PlanState(std::string_view text, EventPlan& plan) {
+    constexpr std::string_view kSuspended = "+SUS";
+    const bool suspended = text.ends_with(kSuspended);
+    if (suspended) text.remove_suffix(kSuspended.size());
+    plan.state = TaskState::Unknown;
+    if (text == "WAI") plan.state = TaskState::Waiting;
+    for (int code = 1; code <= host::kStateCodes; ++code) {
+        if (text != host::StateName(code)) continue;
+        plan.waitCode = static_cast<std::uint8_t>(code);
+        plan.state = TaskState::Waiting;
+    }
+    if (text == "RDY") plan.state = suspended ? TaskState::Suspended : TaskState::Runnable;
+    if (text == "DMT") plan.state = TaskState::Dormant;
+    if (plan.state == TaskState::Waiting && suspended) plan.state = TaskState::WaitingSuspended;
+}
 
 bool PlanEvent(const EventShape& shape, EventPlan& plan) {
-    const auto at = std::ranges::find(kMeanings, shape.name, &Meaning::event);
+    const auto at = std::ranges::find_if(kMeanings, [&](const Meaning& meaning) {
+        return meaning.event.ends_with(' ') ? shape.name.starts_with(meaning.event)
+                                            : shape.name == meaning.event;
+    });
     if (at == std::end(kMeanings)) return false;
     plan.kind = at->kind;
-    plan.state = at->state;
-    plan.waitCode = at->waitCode;
     plan.subjectKind = at->subject;
+    const bool hasState = at->kind == RecordKind::State || at->kind == RecordKind::Switch;
+    if (hasState) PlanState(std::string_view(shape.name).substr(at->event.size()), plan);
     plan.processor = shape.Find({"core"});
-    if (at->kind == RecordKind::State) plan.target = plan.processor;
+    if (at->kind == RecordKind::State || at->kind == RecordKind::Migrate)
+        plan.target = plan.processor;
     plan.callName = shape.Find({"call"});
     plan.keepsCase = true;
     plan.priority = shape.Find({"priority"});
-    const auto process = shape.Find({"process"});
-    const auto name = shape.Find({"name"});
-    const bool gives = at->kind == RecordKind::Switch;
-    (gives ? plan.from : plan.subject) = process;
-    (gives ? plan.fromName : plan.subjectName) = name;
-    if (gives) {
-        plan.subject = shape.Find({"next"});
-        plan.subjectName = shape.Find({"next_name"});
+    plan.subject = shape.Find({"process"});
+    plan.subjectName = shape.Find({"name"});
+    if (at->kind == RecordKind::Switch) {
+        plan.from = std::exchange(plan.subject, shape.Find({"next"}));
+        plan.fromName = std::exchange(plan.subjectName, shape.Find({"next_name"}));
     }
     plan.details = shape.Payload();
     std::erase_if(plan.details, [](const EventDetail& detail) { return !detail.name.empty(); });
@@ -104,7 +113,7 @@ class OsekKernel final : public BtfKernel {
         service::CallInfo info;
         if (name != kRequest) return info;
         info.cls = host::Code(CallClass::Semaphores);
-        info.waitCode = kSemaphore;
+        info.waitCode = host::Code(StateCode::Semaphore);
         info.overlaps = true;
         return info;
     }
