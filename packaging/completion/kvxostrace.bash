@@ -10,7 +10,7 @@ _kvxostrace_command() {
     local word
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
         case $word in
-            info | events | analyze | explain | check | compare | generate | keys | render) printf %s "$word" && return ;;
+            info | events | analyze | explain | check | compare | export | formats | generate | keys | render) printf %s "$word" && return ;;
         esac
     done
 }
@@ -22,6 +22,10 @@ _kvxostrace() {
         --res | --descriptions | --csv | --rules | --junit | -o | --output) _kvxostrace_files "$current" && return ;;
         --table)
             mapfile -t COMPREPLY < <(compgen -W 'run-time rdy-run syscalls timing jobs waits locks errors load all' -- "$current")
+            return
+            ;;
+        --to)
+            mapfile -t COMPREPLY < <(compgen -W 'perfetto btf itron csv' -- "$current")
             return
             ;;
         --calls)
@@ -40,6 +44,8 @@ _kvxostrace() {
         explain) options="$trace --task --job --worst --at --rules --json" ;;
         check) options="$trace --rules --fail-on --junit --json --suggest" ;;
         compare) options="$trace --rules --fail-if --json" ;;
+        export) options="$trace --to -o --output --start --end --arrows" ;;
+        formats) options=--json ;;
         render) options="$trace -o --output --table --size --dpi --start --end" ;;
         generate) options='--events --seed -o --output' ;;
         keys) options=--html ;;
@@ -50,12 +56,12 @@ _kvxostrace() {
         return
     fi
     case $command in
-        generate | keys) return ;;
+        formats | generate | keys) return ;;
     esac
     _kvxostrace_files "$current"
     [ -n "$command" ] && return
     mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY \
-        < <(compgen -W 'info events analyze explain check compare generate keys render' -- "$current")
+        < <(compgen -W 'info events analyze explain check compare export formats generate keys render' -- "$current")
 }
 
 complete -F _kvxostrace kvxostrace

@@ -1,7 +1,7 @@
 # Completion of kvxostrace for fish.
 
-set -l commands info events analyze explain check compare generate keys render
-set -l trace '__fish_seen_subcommand_from info events analyze explain check compare render'
+set -l commands info events analyze explain check compare export formats generate keys render
+set -l trace '__fish_seen_subcommand_from info events analyze explain check compare export render'
 
 complete -c kvxostrace -s h -l help -d 'Print help and exit'
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -l version -d 'Print the version and exit'
@@ -11,6 +11,8 @@ complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a analyze
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a explain -d 'Why a job took as long as it did'
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a check -d 'Look for what is wrong'
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a compare -d 'Put two recordings side by side'
+complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a export -d 'Write a trace in the form of other tools'
+complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a formats -d 'What can be read and written'
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a generate -d 'Write a log of a simulated kernel'
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a keys -d 'Keys of the windows'
 complete -c kvxostrace -n "not __fish_seen_subcommand_from $commands" -a render -d 'Make a picture of the chart or of a table'
@@ -21,14 +23,14 @@ complete -c kvxostrace -n $trace -l calls -x -a 'espressif segger' -d 'Whose num
 complete -c kvxostrace -n $trace -l descriptions -r -F -d 'Folder of files that describe calls'
 complete -c kvxostrace -n $trace -l frequency -x -d 'Ticks of the counter a second'
 complete -c kvxostrace -n $trace -l strict -d 'Exit with 4 where something was lost'
-complete -c kvxostrace -n '__fish_seen_subcommand_from info analyze explain check compare' -l json -d 'Write JSON'
+complete -c kvxostrace -n '__fish_seen_subcommand_from info analyze explain check compare formats' -l json -d 'Write JSON'
 complete -c kvxostrace -n '__fish_seen_subcommand_from events' -l from -x -d 'First event'
 complete -c kvxostrace -n '__fish_seen_subcommand_from events' -l count -x -d 'How many events'
 complete -c kvxostrace -n '__fish_seen_subcommand_from analyze' -l table -x -a 'run-time rdy-run syscalls timing jobs waits locks errors load all' -d 'Table to show'
 complete -c kvxostrace -n '__fish_seen_subcommand_from analyze' -l sort -x -d 'Column to sort by'
 complete -c kvxostrace -n '__fish_seen_subcommand_from analyze' -l csv -r -F -d 'Write one table as CSV'
-complete -c kvxostrace -n '__fish_seen_subcommand_from analyze render' -l start -x -d 'Start of the range'
-complete -c kvxostrace -n '__fish_seen_subcommand_from analyze render' -l end -x -d 'End of the range'
+complete -c kvxostrace -n '__fish_seen_subcommand_from analyze export render' -l start -x -d 'Start of the range'
+complete -c kvxostrace -n '__fish_seen_subcommand_from analyze export render' -l end -x -d 'End of the range'
 complete -c kvxostrace -n '__fish_seen_subcommand_from analyze explain' -l task -x -d 'Task or handler'
 complete -c kvxostrace -n '__fish_seen_subcommand_from analyze explain check compare' -l rules -r -F -d 'Rules file'
 complete -c kvxostrace -n '__fish_seen_subcommand_from analyze' -l every -x -d 'Length of a slice'
@@ -43,8 +45,10 @@ complete -c kvxostrace -n '__fish_seen_subcommand_from compare' -l fail-if -x -d
 complete -c kvxostrace -n '__fish_seen_subcommand_from render' -l table -x -a 'run-time rdy-run syscalls' -d 'Table instead of the chart'
 complete -c kvxostrace -n '__fish_seen_subcommand_from render' -l dpi -x -d 'Pixels an inch'
 complete -c kvxostrace -n '__fish_seen_subcommand_from render' -l size -x -d 'Width and height in pixels'
-complete -c kvxostrace -n '__fish_seen_subcommand_from render generate' -s o -l output -r -F -d 'File to write'
+complete -c kvxostrace -n '__fish_seen_subcommand_from export' -l to -x -a 'perfetto btf itron csv' -d 'Form to write'
+complete -c kvxostrace -n '__fish_seen_subcommand_from export' -l arrows -d 'Arrows from who makes a task ready'
+complete -c kvxostrace -n '__fish_seen_subcommand_from export render generate' -s o -l output -r -F -d 'File to write'
 complete -c kvxostrace -n '__fish_seen_subcommand_from generate' -l events -x -d 'Events to write'
 complete -c kvxostrace -n '__fish_seen_subcommand_from generate' -l seed -x -d 'Start of the random numbers'
-complete -c kvxostrace -n '__fish_seen_subcommand_from generate keys' -f
+complete -c kvxostrace -n '__fish_seen_subcommand_from formats generate keys' -f
 complete -c kvxostrace -n '__fish_seen_subcommand_from keys' -l html -d 'Write the page of the help book'

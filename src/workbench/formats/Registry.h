@@ -3,6 +3,7 @@
 // own; that of the highest priority that says so opens it.
 
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,15 @@ struct Candidate {
     std::string ContentPath() const;
 };
 
+// What people are told of a format.
+struct FormatFacts {
+    const char* files = "";    // names that its files usually have
+    const char* kernels = "";  // whose recordings they are
+    // Of: waits, objects, priorities, calls, handlers; separated by commas.
+    const char* tells = "";
+    bool isRead = true;  // false: it is recognised, and the message names a way out
+};
+
 struct Format {
     const char* name;
     int priority;  // higher: the form is more particular
@@ -29,6 +39,7 @@ struct Format {
     Result<std::unique_ptr<Recording>> (*open)(Candidate& candidate, const OpenOptions& options,
                                                IOpenProgress* progress);
     bool takesSeveralFiles = false;  // one a processor
+    FormatFacts facts = {};
 };
 
 extern const Format kItronText;
@@ -39,5 +50,17 @@ extern const Format kTraceDat;
 extern const Format kBtf;
 extern const Format kThreadX;
 extern const Format kSystemView;
+// Recognised, but not read.
+extern const Format kCtf2;
+extern const Format kCtfStream;
+extern const Format kPerfData;
+extern const Format kPerfetto;
+extern const Format kTraceEvents;
+extern const Format kTraceRecorder;
+extern const Format kTracealyzer;
+extern const Format kVcd;
+
+// All of them.
+std::span<const Format* const> Formats();
 
 }  // namespace kvx::formats

@@ -12,7 +12,9 @@ namespace kvx::formats {
 namespace {
 
 constexpr std::array kFormats = {
-    &kBtf, &kCtf, &kFtrace, &kTraceDat, &kThreadX, &kSystemView, &kItronStandard, &kItronText,
+    &kItronText,   &kItronStandard, &kThreadX,     &kSystemView, &kBtf,      &kFtrace,
+    &kTraceDat,    &kCtf,           &kCtf2,        &kCtfStream,  &kPerfData, &kPerfetto,
+    &kTraceEvents, &kTraceRecorder, &kTracealyzer, &kVcd,
 };
 
 Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptions& options,
@@ -47,6 +49,10 @@ Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptio
 }
 
 }  // namespace
+
+std::span<const Format* const> Formats() {
+    return kFormats;
+}
 
 std::string Candidate::ContentPath() const {
     const auto memory = file ? file->MemoryPath() : std::string();

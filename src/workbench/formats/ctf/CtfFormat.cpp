@@ -112,6 +112,12 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
 }  // namespace
 }  // namespace ctf
 
-const Format kCtf = {"CTF", 30, ctf::Recognises, ctf::Open};
+const Format kCtf = {"CTF 1.8",
+                     30,
+                     ctf::Recognises,
+                     ctf::Open,
+                     false,
+                     {"a folder with the file metadata", "Zephyr, Linux (LTTng, perf)",
+                      "waits, objects, priorities, calls, handlers"}};
 
 }  // namespace kvx::formats

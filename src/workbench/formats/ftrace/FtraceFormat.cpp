@@ -90,6 +90,12 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
 }  // namespace
 }  // namespace ftrace
 
-const Format kFtrace = {"ftrace text", 20, ftrace::Recognises, ftrace::Open};
+const Format kFtrace = {
+    "ftrace text",
+    20,
+    ftrace::Recognises,
+    ftrace::Open,
+    false,
+    {"trace, trace.txt, trace.html", "Linux, NuttX", "waits, priorities, calls, handlers"}};
 
 }  // namespace kvx::formats

@@ -136,6 +136,12 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
 }  // namespace
 }  // namespace ftrace
 
-const Format kTraceDat = {"trace.dat", 40, ftrace::Recognises, ftrace::Open};
+const Format kTraceDat = {
+    "trace.dat",
+    40,
+    ftrace::Recognises,
+    ftrace::Open,
+    false,
+    {"trace.dat", "Linux (with the program trace-cmd)", "waits, priorities, calls, handlers"}};
 
 }  // namespace kvx::formats

@@ -99,7 +99,8 @@ bool StandardRecording::IsComplete(std::string_view message) const {
 namespace kvx::formats {
 
 const Format kItronStandard = {
-    "ITRON standard-format log", 20,
+    "ITRON standard-format log",
+    20,
     [](const Candidate& candidate) {
         return LooksLikeLog(candidate.Text(), [](std::string_view message) {
             return itron_standard::ParseStatement(message).has_value();
@@ -112,6 +113,8 @@ const Format kItronStandard = {
         if (!log) return log.GetError();
         return std::unique_ptr<Recording>(
             std::make_unique<itron_standard::StandardRecording>(std::move(*log)));
-    }};
+    },
+    false,
+    {"*.log, with *.res", "ITRON kernels", "waits, objects, priorities, calls, handlers"}};
 
 }  // namespace kvx::formats

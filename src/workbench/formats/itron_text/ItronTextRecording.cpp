@@ -44,7 +44,8 @@ bool ItronTextRecording::IsComplete(std::string_view message) const {
 namespace kvx::formats {
 
 const Format kItronText = {
-    "ITRON kernel text log", 10,
+    "ITRON kernel text log",
+    10,
     [](const Candidate& candidate) {
         return LooksLikeLog(candidate.Text(), [](std::string_view message) {
             service::Record record;
@@ -59,6 +60,8 @@ const Format kItronText = {
         if (!log) return log.GetError();
         return std::unique_ptr<Recording>(
             std::make_unique<itron_text::ItronTextRecording>(std::move(*log)));
-    }};
+    },
+    false,
+    {"*.log, with *.res", "ITRON kernels", "waits, objects, priorities, calls, handlers"}};
 
 }  // namespace kvx::formats

@@ -58,10 +58,14 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
 }  // namespace
 }  // namespace systemview
 
-const Format kSystemView = {"SystemView recording", 35,
-                            [](const Candidate& candidate) {
-                                return candidate.file && systemview::Recognises(candidate.Text());
-                            },
-                            systemview::Open, true};
+const Format kSystemView = {
+    "SystemView recording",
+    35,
+    [](const Candidate& candidate) {
+        return candidate.file && systemview::Recognises(candidate.Text());
+    },
+    systemview::Open,
+    true,
+    {"*.SVDat", "FreeRTOS, Zephyr, bare", "waits, objects, priorities, calls, handlers"}};
 
 }  // namespace kvx::formats

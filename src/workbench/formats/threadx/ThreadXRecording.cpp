@@ -250,8 +250,11 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
 namespace kvx::formats {
 
 const Format kThreadX = {
-    "ThreadX event buffer", 40,
+    "ThreadX event buffer",
+    40,
     [](const Candidate& candidate) { return threadx::EventBuffer::Recognises(candidate.Text()); },
-    threadx::Open};
+    threadx::Open,
+    false,
+    {"*.trx", "ThreadX", "waits, objects, priorities, calls, handlers"}};
 
 }  // namespace kvx::formats
