@@ -4,8 +4,8 @@
 #include <filesystem>
 #include <memory>
 
-#include "workbench/cli/TimeArgument.h"
 #include "workbench/exports/ExportFile.h"
+#include "workbench/service/TimeArgument.h"
 
 namespace kvx::cli {
 namespace {
@@ -16,7 +16,7 @@ std::string Restrict(const ExportOptions& options, exports::ExportRequest& reque
     for (auto [text, time] :
          {std::pair{&options.start, &request.start}, {&options.end, &request.end}}) {
         if (text->empty()) continue;
-        const auto parsed = ParseTime(*text, clock);
+        const auto parsed = service::ParseTime(*text, clock);
         if (!parsed) return parsed.GetError().message;
         *time = *parsed;
     }

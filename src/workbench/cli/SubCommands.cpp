@@ -23,7 +23,6 @@ constexpr std::array<AddSubCommand, 10> kSubCommands = {
     &AddInfo,    &AddEvents, &AddAnalyze, &AddExplain,  &AddCheck,
     &AddCompare, &AddExport, &AddFormats, &AddGenerate, &AddKeys,
 };
-};
 
 }  // namespace
 
