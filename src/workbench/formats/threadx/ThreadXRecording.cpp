@@ -51,8 +51,11 @@ ThreadXRecording::ThreadXRecording(std::string path, MappedFile file, EventBuffe
 // own.
 void ThreadXRecording::NumberThreads() {
     std::unordered_map<std::uint32_t, std::int32_t> priorities;
+    std::uint32_t last = kIdle;  // the same one comes many times in a row
     const auto meet = [&](std::uint32_t thread) {
-        if (IsThread(thread)) threads_.try_emplace(thread, threads_.size() + 1);
+        if (!IsThread(thread) || thread == last) return;
+        last = thread;
+        threads_.try_emplace(thread, threads_.size() + 1);
     };
     for (const Object& object : buffer_.Objects())
         if (object.type == kThreadObject) meet(object.pointer);
@@ -112,7 +115,7 @@ const service::Kernel& ThreadXRecording::GetKernel() const {
     return Kernel();
 }
 
-void ThreadXRecording::Read(std::uint32_t first, std::span<Record> out) {
+void ThreadXRecording::ReadPart(std::uint32_t first, std::span<Record> out) const {
     for (Record& record : out) record = At(first++);
 }
 
