@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -11,6 +12,7 @@
 #include "workbench/desktop/services/FindDialog.h"
 #include "workbench/desktop/services/PickUpDialog.h"
 #include "workbench/desktop/services/ServiceDialogs.h"
+#include "workbench/desktop/window/ReadingDialog.h"
 
 namespace kvx::desktop {
 namespace {
@@ -28,6 +30,35 @@ Button* Find(QWidget& dialog, const QString& text) {
 template <class Steps>
 void WhenAsked(Steps steps) {
     QTimer::singleShot(0, [steps] { steps(*QApplication::activeModalWidget()); });
+}
+
+TEST(ReadingDialog, WhatIsTypedIsUsedByEveryRecordingThatIsOpened) {
+    Settings settings;
+    EXPECT_EQ(ReadingOptions(settings).frequency, 0u);
+    ReadingDialog dialog(settings, nullptr);
+    auto* frequency = dialog.findChild<QLineEdit*>("frequency");
+    auto* folder = dialog.findChild<QLineEdit*>("descriptions");
+    QTest::keyClicks(frequency, "fast");
+    WhenAsked([](QWidget& box) { static_cast<QDialog&>(box).accept(); });  // it is no frequency
+    dialog.accept();
+    EXPECT_EQ(dialog.result(), 0);
+    frequency->setText("32.768 kHz");
+    folder->setText("/nowhere at all");
+    WhenAsked([](QWidget& box) { static_cast<QDialog&>(box).accept(); });
+    dialog.accept();
+    EXPECT_EQ(dialog.result(), 0);
+    folder->setText(QDir::tempPath());
+    dialog.findChild<QComboBox*>("calls")->setCurrentText("SEGGER");
+    dialog.accept();
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    const auto options = ReadingOptions(settings);
+    EXPECT_EQ(options.frequency, 32768u);
+    EXPECT_EQ(options.calls, "segger");
+    EXPECT_EQ(options.descriptions, QDir::tempPath().toStdString());
+    // The next time it stands as it was left.
+    ReadingDialog again(settings, nullptr);
+    EXPECT_EQ(again.findChild<QComboBox*>("calls")->currentText(), "SEGGER");
+    EXPECT_EQ(again.findChild<QLineEdit*>("frequency")->text(), "32.768 kHz");
 }
 
 TEST(FindDialog, SixControlsMakeTheCondition) {

@@ -97,6 +97,15 @@ TEST(ThreadX, AFrequencyMakesTheCountsTimes) {
     EXPECT_THAT(Events(*trace), Contains("53333 run Idle: Interrupt"));  // 160 ticks
 }
 
+TEST(ThreadX, AFrequencyIsANumberWithOrWithoutAUnit) {
+    EXPECT_EQ(formats::ParseFrequency("1MHz"), 1000000u);
+    EXPECT_EQ(formats::ParseFrequency("32.768 kHz"), 32768u);
+    EXPECT_EQ(formats::ParseFrequency("48000"), 48000u);
+    EXPECT_EQ(formats::ParseFrequency("1GHz"), 1000000000u);
+    for (const char* text : {"", "MHz", "0", "-1MHz", "1 mhz", "1MHzz", "2000GHz", "1e6", "0.1Hz"})
+        EXPECT_EQ(formats::ParseFrequency(text), std::nullopt) << text;
+}
+
 TEST(ThreadX, TipsTellTheCallThatWaitsThePriorityAndTheStack) {
     const TempFolder folder;
     const auto trace = ShowBytes(folder, Example().Bytes());

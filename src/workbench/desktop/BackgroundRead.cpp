@@ -95,9 +95,10 @@ void BackgroundRead::WaitWithDialog(const QString& name, QWidget* parent,
     loop.exec();
 }
 
-std::unique_ptr<BackgroundRead> StartReading(const std::string& path) {
-    return std::make_unique<BackgroundRead>([path](formats::IOpenProgress& progress) {
-        return formats::OpenRecording(path, {}, &progress);
+std::unique_ptr<BackgroundRead> StartReading(const std::string& path,
+                                             const formats::OpenOptions& options) {
+    return std::make_unique<BackgroundRead>([path, options](formats::IOpenProgress& progress) {
+        return formats::OpenRecording(path, options, &progress);
     });
 }
 

@@ -70,6 +70,7 @@ class BackgroundRead {
 };
 
 // Starts reading the file or folder, whatever its format.
-std::unique_ptr<BackgroundRead> StartReading(const std::string& path);
+std::unique_ptr<BackgroundRead> StartReading(const std::string& path,
+                                             const formats::OpenOptions& options = {});
 
 }  // namespace kvx::desktop

@@ -12,6 +12,7 @@
 #include "workbench/desktop/Display.h"
 #include "workbench/desktop/Workbench.h"
 #include "workbench/desktop/window/ApplicationIcon.h"
+#include "workbench/desktop/window/ReadingDialog.h"
 #include "workbench/picture/RenderCommand.h"
 #include "workbench/picture/ToolkitMessages.h"
 #include "workbench/simulation/Generate.h"
@@ -23,8 +24,10 @@ int RunWindow(const std::string& file) {
     picture::FilterToolkitMessages();
     // While the window comes up, the file is read already.
     const QString path = QFile::decodeName(file.c_str());
-    std::unique_ptr<BackgroundRead> reading =
-        file.empty() || IsWorkspaceName(path) ? nullptr : StartReading(file);
+    Settings settings(Settings::UserPath());
+    std::unique_ptr<BackgroundRead> reading = file.empty() || IsWorkspaceName(path)
+                                                  ? nullptr
+                                                  : StartReading(file, ReadingOptions(settings));
     int count = 1;
     char name[] = "kvxostrace";
     char* arguments[] = {name, nullptr};
@@ -32,7 +35,6 @@ int RunWindow(const std::string& file) {
     QApplication::setApplicationName("kvxostrace");
     QApplication::setDesktopFileName("kvxostrace");
     QApplication::setWindowIcon(ApplicationIcon());
-    Settings settings(Settings::UserPath());
     Workbench workbench(settings);
     const QString failure = workbench.Start(ModuleDirectory());
     workbench.Window().show();

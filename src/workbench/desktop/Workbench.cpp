@@ -9,6 +9,7 @@
 #include "host/CommandIds.h"
 #include "workbench/desktop/CopyFile.h"
 #include "workbench/desktop/QtText.h"
+#include "workbench/desktop/window/ReadingDialog.h"
 #include "workbench/service/DecodedRecording.h"
 #include "workbench/simulation/Generate.h"
 
@@ -84,7 +85,8 @@ QString Workbench::Start(const QString& directory, const char* component) {
 
 bool Workbench::Open(const QString& path) {
     if (IsWorkspaceName(path)) return OpenWorkspace(path);
-    return Open(path, StartReading(QFile::encodeName(path).toStdString()));
+    return Open(path,
+                StartReading(QFile::encodeName(path).toStdString(), ReadingOptions(settings_)));
 }
 
 bool Workbench::Open(const QString& path, std::unique_ptr<BackgroundRead> reading) {

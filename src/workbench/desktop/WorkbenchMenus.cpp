@@ -9,6 +9,7 @@
 #include "host/FormatViewClient.h"
 #include "workbench/desktop/Workbench.h"
 #include "workbench/desktop/services/FormatDialog.h"
+#include "workbench/desktop/window/ReadingDialog.h"
 
 namespace kvx::desktop {
 namespace {
@@ -21,6 +22,9 @@ constexpr int kLargestBuffer = 10'000'000;
 void Workbench::ConnectMenus() {
     window_.onOpen = [this](const QString& path) { Open(path); };
     window_.onReload = [this] { Reload(); };
+    window_.onReading = [this] {
+        if (ReadingDialog(settings_, &window_).exec() == QDialog::Accepted) Reload();
+    };
     window_.onClose = [this] { CloseRecording(); };
     window_.onSaveRecording = [this](const QString& path) { SaveRecording(path); };
     window_.onOpenWorkspace = [this](const QString& path) { OpenWorkspace(path); };

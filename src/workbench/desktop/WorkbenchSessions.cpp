@@ -7,6 +7,7 @@
 
 #include "workbench/desktop/QtText.h"
 #include "workbench/desktop/Workbench.h"
+#include "workbench/desktop/window/ReadingDialog.h"
 
 namespace kvx::desktop {
 namespace {
@@ -147,7 +148,8 @@ bool Workbench::ShowWorkspaceTrace(const desktop::Workspace& workspace, QStringL
     OpenedTrace trace =
         wanted.path.isEmpty()
             ? ReadDemonstration()
-            : Read(wanted.path, *StartReading(QFile::encodeName(wanted.path).toStdString()));
+            : Read(wanted.path, *StartReading(QFile::encodeName(wanted.path).toStdString(),
+                                              ReadingOptions(settings_)));
     if (!trace) {
         damage << (trace.GetError().cancelled ? "The trace was not opened."
                                               : FromUtf8(trace.GetError().message));

@@ -109,6 +109,7 @@ void MainWindow::MakeFileMenu() {
     saveRecording_ =
         menu->addAction("Save Recordin&g As…", this, [this] { ChooseSavedRecording(); });
     reload_ = menu->addAction("Re&load", QKeySequence("Ctrl+R"), this, [this] { onReload(); });
+    menu->addAction("Rea&ding of Recordings…", this, [this] { onReading(); });
     close_ = menu->addAction("&Close", QKeySequence("Ctrl+W"), this, [this] { onClose(); });
     menu->addAction("Load R&ules…", this, [this] { ChooseRules(); });
     menu->addSeparator();
@@ -216,8 +217,10 @@ void MainWindow::RememberFolderOf(const QString& path) {
 }
 
 void MainWindow::ChooseTrace() {
-    const QString path = QFileDialog::getOpenFileName(this, "Open Trace", LastFolder(),
-                                                      "Traces (*.log *.txt *.kvxw);;All files (*)");
+    const QString path = QFileDialog::getOpenFileName(
+        this, "Open Trace", LastFolder(),
+        "Traces (*.log *.txt *.html *.dat *.btf *.SVDat *.svdat *.trx *.gz *.zst *.kvxw);;All "
+        "files (*)");
     if (!path.isEmpty()) Open(path);
 }
 

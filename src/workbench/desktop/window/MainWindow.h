@@ -22,6 +22,7 @@ class MainWindow final : public QMainWindow {
 
     std::function<void(const QString& path)> onOpen;
     std::function<void()> onReload;
+    std::function<void()> onReading;
     std::function<void()> onClose;
     std::function<void(std::uint32_t processor)> onProcessor;
     std::function<void(const QString& path)> onSaveRecording;
