@@ -19,6 +19,8 @@ class TickClock {
     // Each by itself, so that nothing adds up: parts of a nanosecond are cut off.
     std::int64_t Time(std::uint64_t ticks) const {
         if (frequency_ == 0) return Held(ticks);
+        if (ticks <= kMost / 1000000000)
+            return static_cast<std::int64_t>(ticks * 1000000000 / frequency_);
         __extension__ using Wide = unsigned __int128;
         const Wide time = Wide{ticks} * 1000000000 / frequency_;
         return time > kMost ? static_cast<std::int64_t>(kMost) : static_cast<std::int64_t>(time);

@@ -1,7 +1,7 @@
 #include "workbench/service/LateCalls.h"
 
 #include <algorithm>
-#include <string>
+#include <string_view>
 #include <unordered_map>
 
 #include "workbench/service/RecordWindow.h"
@@ -58,7 +58,7 @@ class Pass {
     };
 
     void Apply(const Record& record) {
-        Processor& on = processors_[record.processor];
+        Processor& on = ProcessorOf(record.processor);
         switch (record.kind) {
             case RecordKind::Enter:
                 ++on.handlers;
@@ -82,6 +82,12 @@ class Pass {
             default:
                 return;
         }
+    }
+
+    Processor& ProcessorOf(std::uint32_t number) {
+        if (!last_ || lastNumber_ != number) last_ = &processors_[number];
+        lastNumber_ = number;
+        return *last_;
     }
 
     void OnRuns(Processor& on, std::uint64_t id) {
@@ -151,7 +157,7 @@ class Pass {
     }
 
     const CallInfo& FindCall(std::string_view name) {
-        const auto [at, isNew] = calls_.try_emplace(std::string(name));
+        const auto [at, isNew] = calls_.try_emplace(name);
         if (isNew) at->second = kernel_.FindCall(name);
         return at->second;
     }
@@ -166,15 +172,18 @@ class Pass {
         }
         sleepers_.clear();
         processors_.clear();
+        last_ = nullptr;
     }
 
     Recording& recording_;
     const Kernel& kernel_;
     const bool alone_;  // there is one processor
     Inferred inferred_;
-    std::unordered_map<std::string, CallInfo> calls_;
+    std::unordered_map<std::string_view, CallInfo> calls_;  // names are the recording's
     std::unordered_map<std::uint64_t, Sleeper> sleepers_;
     std::unordered_map<std::uint32_t, Processor> processors_;
+    Processor* last_ = nullptr;  // the one of the record before
+    std::uint32_t lastNumber_ = 0;
     std::uint32_t record_ = 0;
     std::uint32_t idleRuns_ = 0;
     bool tellsWaits_ = false;

@@ -13,8 +13,10 @@ constexpr std::string_view kBig = "TXTB";
 constexpr std::string_view kLittle = "BTXT";
 constexpr std::uint32_t kHeaderBytes = 48;
 constexpr std::uint32_t kEventBytes = 32;
-constexpr std::uint32_t kStamp = 12;        // offset in an event
 constexpr std::uint32_t kObjectBytes = 16;  // without the name
+// Offsets in an event.
+constexpr std::uint32_t kContext = 0;
+constexpr std::uint32_t kId = 8;
 constexpr std::uint32_t kLongestName = 1024;
 constexpr std::uint32_t kInvalid = 0xFFFFFFFFu;
 
@@ -101,8 +103,8 @@ std::optional<Error> EventBuffer::ReadRing(std::uint32_t begin, std::uint32_t en
     const std::uint32_t first = orderDamaged_ ? 0 : (oldest - begin) / kEventBytes % places;
     const auto take = [&](std::uint32_t from, std::uint32_t to) {
         for (auto slot = from; slot < to; ++slot) {
-            const Event event = EventAt(slot);
-            if (event.context != kIdle && event.id != kInvalid) slots_.push_back(slot);
+            const auto at = ring_ + std::uint64_t{slot} * kEventBytes;
+            if (Word(at + kContext) != kIdle && Word(at + kId) != kInvalid) slots_.push_back(slot);
         }
     };
     take(first, there);
@@ -129,19 +131,24 @@ bool EventBuffer::IsBehindGap(std::uint32_t event) const {
     return std::ranges::find(gaps_, event) != gaps_.end();
 }
 
-std::vector<std::uint64_t> EventBuffer::Ticks() const {
+std::vector<Event> EventBuffer::Events() const {
+    std::vector<Event> events;
+    events.reserve(Count());
+    for (const auto slot : slots_) events.push_back(EventAt(slot));
+    return events;
+}
+
+std::vector<std::uint64_t> EventBuffer::Ticks(std::span<const Event> events) const {
     const std::uint32_t mask = mask_ == 0 ? 0xFFFFFFFFu : mask_;
-    const auto stamp = [&](std::uint32_t event) {
-        return Word(ring_ + std::uint64_t{slots_[event]} * kEventBytes + kStamp) & mask;
-    };
-    std::uint32_t up = 0;
-    std::uint32_t down = 0;
-    for (std::uint32_t i = 1; i < Count(); ++i) {
+    const auto stamp = [&](std::size_t event) { return events[event].stamp & mask; };
+    std::size_t up = 0;
+    std::size_t down = 0;
+    for (std::size_t i = 1; i < events.size(); ++i) {
         up += stamp(i) > stamp(i - 1);
         down += stamp(i) < stamp(i - 1);
     }
-    std::vector<std::uint64_t> ticks(Count());
-    for (std::uint32_t i = 1; i < Count(); ++i) {
+    std::vector<std::uint64_t> ticks(events.size());
+    for (std::size_t i = 1; i < events.size(); ++i) {
         const auto step = up > down ? stamp(i) - stamp(i - 1) : stamp(i - 1) - stamp(i);
         ticks[i] = ticks[i - 1] + (step & mask);
     }

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,8 +56,10 @@ class EventBuffer {
     bool IsOrderDamaged() const { return orderDamaged_; }
     // The registry lies outside the file, or its names have no possible size.
     bool IsRegistryDamaged() const { return registryDamaged_; }
-    // Ticks from the first event to the event, whichever way the counter counts.
-    std::vector<std::uint64_t> Ticks() const;
+    // All of them.
+    std::vector<Event> Events() const;
+    // Ticks from the first event to each, whichever way the counter counts.
+    std::vector<std::uint64_t> Ticks(std::span<const Event> events) const;
 
   private:
     EventBuffer() = default;

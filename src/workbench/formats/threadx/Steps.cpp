@@ -14,10 +14,9 @@ constexpr std::uint32_t kFirstOfMiddleware = 200;
 
 class Builder {
   public:
-    explicit Builder(const EventBuffer& buffer) : buffer_(buffer) {
-        events_.reserve(buffer.Count());
-        for (std::uint32_t i = 0; i < buffer.Count(); ++i) events_.push_back(buffer.At(i));
-        next_ = NextContexts(events_);
+    Builder(const EventBuffer& buffer, std::span<const Event> events)
+        : buffer_(buffer), events_(events), next_(NextContexts(events)) {
+        steps_.reserve(events.size());
     }
 
     std::vector<Step> Run() {
@@ -127,8 +126,8 @@ class Builder {
     }
 
     const EventBuffer& buffer_;
-    std::vector<Event> events_;
-    std::vector<std::uint32_t> next_;
+    const std::span<const Event> events_;
+    const std::vector<std::uint32_t> next_;
     std::vector<Step> steps_;
     std::uint32_t i_ = 0;
     std::uint32_t shown_ = kNoEvent;      // the thread that runs below interrupts, or kIdle
@@ -139,8 +138,8 @@ class Builder {
 
 }  // namespace
 
-std::vector<Step> StepsOf(const EventBuffer& buffer) {
-    return Builder(buffer).Run();
+std::vector<Step> StepsOf(const EventBuffer& buffer, std::span<const Event> events) {
+    return Builder(buffer, events).Run();
 }
 
 }  // namespace kvx::formats::threadx

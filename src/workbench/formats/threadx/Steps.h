@@ -3,6 +3,7 @@
 // dispatches, they follow from who is recorded next.
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "workbench/formats/threadx/EventBuffer.h"
@@ -30,6 +31,7 @@ struct Step {
 };
 
 // In order of time. Every event has at least one.
-std::vector<Step> StepsOf(const EventBuffer& buffer);
+// events: all of the buffer.
+std::vector<Step> StepsOf(const EventBuffer& buffer, std::span<const Event> events);
 
 }  // namespace kvx::formats::threadx

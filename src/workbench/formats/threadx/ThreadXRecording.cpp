@@ -17,6 +17,7 @@ using service::RecordKind;
 namespace {
 
 constexpr std::uint32_t kPriorityBits = 0x3FF;
+constexpr std::size_t kMostIds = 0x10000;
 constexpr std::uint32_t kWaitForever = 0xFFFFFFFFu;
 
 // What is built on the kernel has numbers of its own; so has the application.
@@ -36,20 +37,21 @@ ThreadXRecording::ThreadXRecording(std::string path, MappedFile file, EventBuffe
     : path_(std::move(path)),
       file_(std::move(file)),
       buffer_(std::move(buffer)),
-      steps_(StepsOf(buffer_)),
       clock_(TickClock(frequency).Clock()) {
     const TickClock clock(frequency);
-    times_.reserve(buffer_.Count());
-    for (const auto ticks : buffer_.Ticks()) times_.push_back(clock.Time(ticks));
+    const auto events = buffer_.Events();
+    steps_ = StepsOf(buffer_, events);
+    times_.reserve(events.size());
+    for (const auto ticks : buffer_.Ticks(events)) times_.push_back(clock.Time(ticks));
     for (const Object& object : buffer_.Objects()) objects_[object.pointer] = &object;
-    NumberThreads();
+    NumberThreads(events);
     NoteDamage();
 }
 
 // Those of the registry in its order, then others as they occur. What a thread was given priority
 // by inheritance is more urgent than its own: the least urgent number that it is seen with is its
 // own.
-void ThreadXRecording::NumberThreads() {
+void ThreadXRecording::NumberThreads(std::span<const Event> events) {
     std::unordered_map<std::uint32_t, std::int32_t> priorities;
     std::uint32_t last = kIdle;  // the same one comes many times in a row
     const auto meet = [&](std::uint32_t thread) {
@@ -59,20 +61,26 @@ void ThreadXRecording::NumberThreads() {
     };
     for (const Object& object : buffer_.Objects())
         if (object.type == kThreadObject) meet(object.pointer);
+    std::vector<bool> met(kMostIds);
     bool changed = false;
-    for (std::uint32_t i = 0; i < buffer_.Count(); ++i) {
-        const Event event = buffer_.At(i);
+    std::uint32_t same = kIdle;  // the last thread of which the priority was taken
+    std::int32_t known = 0;
+    for (const Event& event : events) {
         meet(event.context);
         if (event.id == kResume || event.id == kSuspend) meet(event.info[0]);
         if (event.id == kSuspend || event.id == kResume) meet(event.info[3]);
         if (event.context == kInInterrupt) meet(event.priority);
         changed |= event.id == kPriorityChange;
-        if (event.id >= kRelinquish - 99 && !FindCall(event.id))
-            otherCalls_.try_emplace(event.id, MadeUpName(event.id));
+        if (event.id < met.size() && !met[event.id]) {
+            met[event.id] = true;
+            if (!FindCall(event.id)) otherCalls_.try_emplace(event.id, MadeUpName(event.id));
+        }
         if (!IsThread(event.context) || changed) continue;
         const auto priority = static_cast<std::int32_t>(event.priority & kPriorityBits);
-        auto& known = priorities.try_emplace(event.context, priority).first->second;
-        known = std::max(known, priority);
+        if (event.context == same && priority <= known) continue;
+        auto& most = priorities.try_emplace(event.context, priority).first->second;
+        known = most = std::max(most, priority);
+        same = event.context;
     }
     for (const auto& [thread, number] : threads_) {
         service::DeclaredContext context;

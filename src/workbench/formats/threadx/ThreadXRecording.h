@@ -46,7 +46,7 @@ class ThreadXRecording final : public Recording {
   private:
     service::Record At(std::uint32_t record) const;
     void FillCall(const Event& event, service::Record& record) const;
-    void NumberThreads();
+    void NumberThreads(std::span<const Event> events);
     void NoteDamage();
     std::uint64_t NumberOf(std::uint32_t thread) const;
     std::string_view CallName(std::uint32_t id) const;
