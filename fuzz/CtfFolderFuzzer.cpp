@@ -12,7 +12,7 @@
 
 #include "fuzz/DecodeAll.h"
 #include "fuzz/Scratch.h"
-#include "workbench/ctf_reader/EventWriter.h"
+#include "workbench/ctf_reader/MessageWriter.h"
 #include "workbench/formats/ctf/HelperProcess.h"
 
 namespace {
@@ -106,7 +106,7 @@ Result<ChildProcess> StartHelper(const std::vector<std::string>& folders, long s
     close(STDERR_FILENO);
     alarm(static_cast<unsigned>(seconds));
     ctf_reader::BlockWriter out(ends[1]);
-    ctf_reader::EventWriter events(out, [] {});
+    ctf_reader::MessageWriter events(out, [] {});
     events.End(ctf_reader::RunGraph(plugins, folders, events));
     std::_Exit(0);
 }

@@ -6,7 +6,7 @@
 #include "platform/MessageBox.h"
 #include "platform/Module.h"
 #include "platform/WinApp.h"
-#include "sink/CommandSink.h"
+#include "sink/OSTraceDataCommandSink.h"
 #include "utils/Path.h"
 
 using kvx::Guarded;

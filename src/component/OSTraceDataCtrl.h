@@ -3,7 +3,7 @@
 
 #include "component/SteppingClient.h"
 #include "framework/DataCtrl.h"
-#include "toolbar/DockingManager.h"
+#include "toolbar/MenuDockingManager.h"
 #include "utils/DllResource.h"
 
 class CKvxOSTraceDataCommandSink;

@@ -1,7 +1,7 @@
 #include "platform/Button.h"
 
 #include "platform/Backend.h"
-#include "platform/PrefixText.h"
+#include "platform/MnemonicText.h"
 #include "platform/SystemInfo.h"
 
 const MessageMap& CButton::GetMessageMap() const {
@@ -55,7 +55,7 @@ void CButton::OnPaint() {
     constexpr int kTitleGap = 2;
     CPaintDC dc(this);
     if (CFont* font = GetFont()) dc.SelectObject(font);
-    const CString title = kvx::WithoutPrefixes(GetWindowText());
+    const CString title = kvx::WithoutMnemonics(GetWindowText());
     const SIZE size = dc.GetTextExtent(title);
     RECT frame = GetClientRect();
     frame.top += size.cy / 2;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/PrefixText.h"
+#include "platform/MnemonicText.h"
 #include "platform/SystemInfo.h"
 
 const CRuntimeClass CStatic::kClass = MakeDynamicClass<CStatic>("CStatic", &CWnd::kClass);
@@ -71,7 +71,7 @@ void CStatic::OnPaint() {
     dc.SetBkMode(TRANSPARENT);
     dc.SetTextColor(GetSysColor(IsWindowEnabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
     const CString text =
-        GetStyle() & SS_NOPREFIX ? GetWindowText() : kvx::WithoutPrefixes(GetWindowText());
+        GetStyle() & SS_NOPREFIX ? GetWindowText() : kvx::WithoutMnemonics(GetWindowText());
     int y = 0;
     for (const CString& line : BreakLines(dc, text, client.Width(), kind != SS_LEFTNOWORDWRAP)) {
         const SIZE size = dc.GetTextExtent(line);

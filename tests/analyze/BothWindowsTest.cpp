@@ -6,7 +6,7 @@
 #include "analyze/FakeDocking.h"
 #include "framework/StatusFrameWnd.h"
 #include "platform/ClientDC.h"
-#include "sink/CommandSink.h"
+#include "sink/OSTraceDataCommandSink.h"
 #include "support/ComponentWindow.h"
 #include "support/RecordingGraphics.h"
 #include "traceview/TraceView.h"

@@ -115,7 +115,7 @@ def self_test():
         "host/Host.h": '#include "trace/OSTrace.h"',
         "trace/OSTrace.cpp": '#include "traceview/TraceView.h"',
         "traceview/View.cpp": '#include "analyze/AnalyzeView.h"',
-        "workbench/desktop/Main.cpp": '#include "sink/CommandSink.h"',
+        "workbench/desktop/Main.cpp": '#include "sink/OSTraceDataCommandSink.h"',
         "workbench/formats/itron/Log.cpp": "#include <QString>",
         "framework/Frame.cpp": '#include "platform/qt/Convert.h"',
         "elsewhere/Stray.cpp": "",

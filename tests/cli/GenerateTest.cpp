@@ -1,6 +1,6 @@
 // The sub-command generate, as a script uses it.
 
-#include "workbench/cli/Generate.h"
+#include "workbench/cli/GenerateCommand.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -7,7 +7,7 @@
 #include "host/DebuggerFunctions.h"
 #include "workbench/desktop/QtText.h"
 #include "workbench/desktop/services/HostServices.h"
-#include "workbench/desktop/services/Module.h"
+#include "workbench/desktop/services/LoadedModule.h"
 
 namespace kvx::desktop {
 namespace {

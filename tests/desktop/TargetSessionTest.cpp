@@ -6,7 +6,7 @@
 
 #include <map>
 
-#include "workbench/desktop/services/Module.h"
+#include "workbench/desktop/services/LoadedModule.h"
 
 namespace kvx::desktop {
 namespace {

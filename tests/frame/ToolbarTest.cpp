@@ -5,8 +5,8 @@
 
 #include "component/TestDocking.h"
 #include "support/ScriptedHost.h"
-#include "toolbar/DockingManager.h"
 #include "toolbar/HostMenu.h"
+#include "toolbar/MenuDockingManager.h"
 
 namespace kvx::test {
 namespace {

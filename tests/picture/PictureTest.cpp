@@ -64,7 +64,7 @@ class Pictures : public ComponentWindow {
         return PictureOf(window).copy(corner.x - whole.left, corner.y - whole.top, size.cx,
                                       size.cy);
     }
-    static QImage Drawn(picture::Page& page) {
+    static QImage Drawn(picture::PicturePage& page) {
         return QImage::fromData(QByteArray::fromStdString(picture::EncodePng(page, 96)))
             .convertToFormat(QImage::Format_RGB32);
     }

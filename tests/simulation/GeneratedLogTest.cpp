@@ -38,8 +38,8 @@ std::string Generated(std::uint64_t events, std::uint64_t seed) {
 std::vector<CheckedMutex> Mutexes() {
     std::vector<CheckedMutex> mutexes;
     for (const auto& config : kMutexes)
-        mutexes.push_back({config.protocol == Mutex::Protocol::Inherit,
-                           config.protocol == Mutex::Protocol::Ceiling ? config.ceiling : 0});
+        mutexes.push_back({config.protocol == KernelMutex::Protocol::Inherit,
+                           config.protocol == KernelMutex::Protocol::Ceiling ? config.ceiling : 0});
     return mutexes;
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST(Kernel, RecordsACallThatWaitsAsARealOneDoes) {
+TEST(SimulatedKernel, RecordsACallThatWaitsAsARealOneDoes) {
     TestKernel test;
     test.kernel.Add<Semaphore>(0, 1);
     test.Task(1, [&]() -> Program { co_await wai_sem(1); });
@@ -29,7 +29,7 @@ TEST(Kernel, RecordsACallThatWaitsAsARealOneDoes) {
                     "enter to ext_tsk.", "task 2 becomes DORMANT.", "dispatch from task 2."));
 }
 
-TEST(Kernel, WritesParametersAndWhatCallsHandOut) {
+TEST(SimulatedKernel, WritesParametersAndWhatCallsHandOut) {
     TestKernel test;
     test.kernel.Add<DataQueue>(1u);
     test.kernel.Add<Mailbox>();
@@ -62,7 +62,7 @@ TEST(Kernel, WritesParametersAndWhatCallsHandOut) {
             "leave from twai_flg ercd=0. flgptn=6."));
 }
 
-TEST(Kernel, ActivationsAndWakeUpsAreQueuedUpToALimit) {
+TEST(SimulatedKernel, ActivationsAndWakeUpsAreQueuedUpToALimit) {
     TestKernel test;
     const auto worker = test.Task(
         2,
@@ -94,7 +94,7 @@ TEST(Kernel, ActivationsAndWakeUpsAreQueuedUpToALimit) {
     EXPECT_EQ(test.steps, expected);
 }
 
-TEST(Kernel, SuspensionAddsToAWait) {
+TEST(SimulatedKernel, SuspensionAddsToAWait) {
     TestKernel test;
     test.kernel.Add<Semaphore>(0, 1);
     test.Task(1, [&]() -> Program {
@@ -124,9 +124,9 @@ TEST(Kernel, SuspensionAddsToAWait) {
                             "first 0", "time is over", "second -50", "dormant -41"));
 }
 
-TEST(Kernel, WaitsAreReleasedByForceAndTasksAreTerminated) {
+TEST(SimulatedKernel, WaitsAreReleasedByForceAndTasksAreTerminated) {
     TestKernel test;
-    test.kernel.Add<Mutex>(Mutex::Protocol::None);
+    test.kernel.Add<KernelMutex>(KernelMutex::Protocol::None);
     test.Task(1, [&]() -> Program {
         test.Got("sleep", co_await slp_tsk());
         co_await loc_mtx(1);
@@ -149,7 +149,7 @@ TEST(Kernel, WaitsAreReleasedByForceAndTasksAreTerminated) {
                                         "terminate", "lock 0", "terminate 0", "dormant -41"));
 }
 
-TEST(Kernel, PriorityAndTurnDecideWhoRuns) {
+TEST(SimulatedKernel, PriorityAndTurnDecideWhoRuns) {
     TestKernel test;
     for (const char* name : {"a", "b"})
         test.Task(5, [&test, name]() -> Program {
@@ -169,7 +169,7 @@ TEST(Kernel, PriorityAndTurnDecideWhoRuns) {
                 ElementsAre("no priority -17", "a", "b", "a", "b", "a", "b", "priority 6", "last"));
 }
 
-TEST(Kernel, DelaysLastLongEnoughAndCyclicHandlersDoNotDrift) {
+TEST(SimulatedKernel, DelaysLastLongEnoughAndCyclicHandlersDoNotDrift) {
     TestKernel test;
     std::vector<Time> delays, ticks;
     test.kernel.AddCyclic("", 7, 3, [&]() -> Program {
@@ -207,7 +207,7 @@ TEST(Kernel, DelaysLastLongEnoughAndCyclicHandlersDoNotDrift) {
         EXPECT_NEAR(static_cast<double>(ticks[i]), 4000 + 7000.0 * static_cast<double>(i), 60);
 }
 
-TEST(Kernel, AlarmsAreStartedAnewAndStopped) {
+TEST(SimulatedKernel, AlarmsAreStartedAnewAndStopped) {
     TestKernel test;
     test.kernel.AddAlarm("", [&]() -> Program {
         test.Did("alarm " + std::to_string(test.kernel.Now() / 1000));
@@ -226,7 +226,7 @@ TEST(Kernel, AlarmsAreStartedAnewAndStopped) {
     EXPECT_THAT(test.steps, ElementsAre("alarm 9", "time 24"));
 }
 
-TEST(Kernel, InterruptsNestByLevelAndDispatchingWaitsForTheOutermost) {
+TEST(SimulatedKernel, InterruptsNestByLevelAndDispatchingWaitsForTheOutermost) {
     TestKernel test;
     test.kernel.Add<Semaphore>(0, 9);
     test.Task(1, [&]() -> Program {
@@ -267,7 +267,7 @@ TEST(Kernel, InterruptsNestByLevelAndDispatchingWaitsForTheOutermost) {
                                         "task", "activated"));
 }
 
-TEST(Kernel, LockedAndDisabledInterruptsAreTakenLater) {
+TEST(SimulatedKernel, LockedAndDisabledInterruptsAreTakenLater) {
     TestKernel test;
     test.Interrupt(5, 3, [&]() -> Program {
         test.Did("5");

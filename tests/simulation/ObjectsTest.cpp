@@ -144,9 +144,9 @@ TEST(MessageBuffer, WhenALargeMessageGivesUpTheSmallOneBehindItGoes) {
 }
 
 // A low task holds the mutex when a high one wants it and a medium one begins a long calculation.
-std::vector<std::string> Inversion(Mutex::Protocol protocol) {
+std::vector<std::string> Inversion(KernelMutex::Protocol protocol) {
     TestKernel test;
-    test.kernel.Add<Mutex>(protocol, 1);
+    test.kernel.Add<KernelMutex>(protocol, 1);
     test.Task(1, [&]() -> Program {
         co_await dly_tsk(1);
         test.Got("high", co_await loc_mtx(1));
@@ -169,19 +169,19 @@ std::vector<std::string> Inversion(Mutex::Protocol protocol) {
     return test.steps;
 }
 
-TEST(Mutex, ProtocolsAgainstPriorityInversion) {
-    EXPECT_THAT(Inversion(Mutex::Protocol::None),
+TEST(KernelMutex, ProtocolsAgainstPriorityInversion) {
+    EXPECT_THAT(Inversion(KernelMutex::Protocol::None),
                 ElementsAre("low holds it with priority 3", "medium", "high 0", "low"));
-    EXPECT_THAT(Inversion(Mutex::Protocol::Inherit),
+    EXPECT_THAT(Inversion(KernelMutex::Protocol::Inherit),
                 ElementsAre("low holds it with priority 3", "high 0", "medium", "low"));
-    EXPECT_THAT(Inversion(Mutex::Protocol::Ceiling),
+    EXPECT_THAT(Inversion(KernelMutex::Protocol::Ceiling),
                 ElementsAre("low holds it with priority 1", "high 0", "medium", "low"));
 }
 
 // Whoever gets a mutex with the priority of the running task waits for its turn.
-TEST(Mutex, UnlockingDoesNotGiveWayToAnEqual) {
+TEST(KernelMutex, UnlockingDoesNotGiveWayToAnEqual) {
     TestKernel test;
-    test.kernel.Add<Mutex>(Mutex::Protocol::Ceiling, 4);
+    test.kernel.Add<KernelMutex>(KernelMutex::Protocol::Ceiling, 4);
     test.Task(4, [&]() -> Program {
         co_await loc_mtx(1);
         co_await dly_tsk(3);
@@ -196,10 +196,10 @@ TEST(Mutex, UnlockingDoesNotGiveWayToAnEqual) {
     EXPECT_THAT(test.steps, ElementsAre("equal goes on", "owner"));
 }
 
-TEST(Mutex, PriorityIsInheritedAlongAChainAndGivenBack) {
+TEST(KernelMutex, PriorityIsInheritedAlongAChainAndGivenBack) {
     TestKernel test;
-    test.kernel.Add<Mutex>(Mutex::Protocol::Inherit);
-    test.kernel.Add<Mutex>(Mutex::Protocol::Inherit);
+    test.kernel.Add<KernelMutex>(KernelMutex::Protocol::Inherit);
+    test.kernel.Add<KernelMutex>(KernelMutex::Protocol::Inherit);
     const auto priority = [&](const char* who, CallResult got) {
         test.Did(std::string(who) + " " + std::to_string(got.value));
     };

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "workbench/simulation/Kernel.h"
 #include "workbench/simulation/LogLine.h"
+#include "workbench/simulation/SimulatedKernel.h"
 #include "workbench/simulation/SystemServices.h"
 #include "workbench/simulation/TaskServices.h"
 
@@ -42,7 +42,7 @@ class TestKernel : private ITraceSink {
     // The recorded lines without their times, those of the clock left out.
     std::vector<std::string> lines;
     std::vector<std::string> steps;
-    Kernel kernel{*this, 1};
+    SimulatedKernel kernel{*this, 1};
 
   private:
     void Write(const TraceRecord& record) override {

@@ -12,9 +12,9 @@
 #include "workbench/cli/Explain.h"
 #include "workbench/cli/Export.h"
 #include "workbench/cli/Formats.h"
-#include "workbench/cli/Generate.h"
+#include "workbench/cli/GenerateCommand.h"
 #include "workbench/cli/Info.h"
-#include "workbench/cli/Keys.h"
+#include "workbench/cli/KeysCommand.h"
 
 namespace kvx::cli {
 namespace {

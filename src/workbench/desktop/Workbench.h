@@ -6,9 +6,9 @@
 #include <memory>
 
 #include "workbench/desktop/BackgroundRead.h"
-#include "workbench/desktop/docking/DockingHost.h"
 #include "workbench/desktop/docking/MenuKeys.h"
 #include "workbench/desktop/docking/PaintWatch.h"
+#include "workbench/desktop/docking/WorkbenchDocking.h"
 #include "workbench/desktop/services/ComponentModule.h"
 #include "workbench/desktop/services/HostServices.h"
 #include "workbench/desktop/services/ServiceDialogs.h"
@@ -64,7 +64,7 @@ class Workbench final : private IWorkspaceHost {
     const WorkspaceControl& Workspace() const { return workspace_; }
 
     MainWindow& Window() { return window_; }
-    DockingHost& Docking() { return docking_; }
+    WorkbenchDocking& Docking() { return docking_; }
     HostObject& Host() { return host_; }
     TimingDocks& Timing() { return timing_; }
     // Without a recording while none is open. Another object with every recording.
@@ -137,7 +137,7 @@ class Workbench final : private IWorkspaceHost {
     MainWindow window_;
     TargetMenu targetMenu_;
     HostServices services_;
-    DockingHost docking_;
+    WorkbenchDocking docking_;
     TimingDocks timing_;
     PaintWatch paints_;
     ServiceDialogs dialogs_;

@@ -72,9 +72,9 @@ EAnalysis TableOf(const std::string& name) {
 }
 
 // Null: failure says why.
-std::unique_ptr<Page> LayOutPage(const RenderOptions& options, service::TraceService& service,
-                                 const PictureRange& range, const cli::Streams& streams,
-                                 std::string* failure) {
+std::unique_ptr<PicturePage> LayOutPage(const RenderOptions& options,
+                                        service::TraceService& service, const PictureRange& range,
+                                        const cli::Streams& streams, std::string* failure) {
     const auto size = SizeOf(options.size);
     if (options.table.empty()) {
         auto trace = std::make_unique<TracePicture>(service, streams);

@@ -11,7 +11,7 @@ namespace kvx::picture {
 
 TablePicture::TablePicture(service::TraceService& service, const cli::Streams& streams,
                            EAnalysis table)
-    : Page(service, streams), table_(table) {
+    : PicturePage(service, streams), table_(table) {
     columns_.SetCharWidth(cell_.width);
     columns_.LayOut();
 }

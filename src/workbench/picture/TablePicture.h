@@ -2,11 +2,11 @@
 // A picture of a table of the OS Analyze window.
 
 #include "analyze/AnalyzeColumns.h"
-#include "workbench/picture/Page.h"
+#include "workbench/picture/PicturePage.h"
 
 namespace kvx::picture {
 
-class TablePicture final : public Page {
+class TablePicture final : public PicturePage {
   public:
     // table: one of COSTraceData::kForms.
     TablePicture(service::TraceService& service, const cli::Streams& streams, EAnalysis table);

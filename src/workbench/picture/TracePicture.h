@@ -5,13 +5,13 @@
 #include "traceview/TraceColumns.h"
 #include "traceview/model/ChartItems.h"
 #include "traceview/model/TraceDisplay.h"
-#include "workbench/picture/Page.h"
+#include "workbench/picture/PicturePage.h"
 
 namespace kvx::picture {
 
-class TracePicture final : public Page {
+class TracePicture final : public PicturePage {
   public:
-    using Page::Page;
+    using PicturePage::PicturePage;
 
     // Opens the recording at that size and decodes what is shown. Empty: done, else why not.
     std::string LayOut(SIZE size, const PictureRange& range);

@@ -40,13 +40,13 @@ bool IsSvgName(const std::string& name) {
     return name.ends_with(".svg") || name.ends_with(".SVG");
 }
 
-std::string EncodePng(Page& page, int dpi) {
+std::string EncodePng(PicturePage& page, int dpi) {
     const PixelGrid grid(dpi / kPlainDpi, {0, 0});
     const RECT area = grid.ToDevice(RECT{0, 0, page.Size().cx, page.Size().cy});
     QImage image(area.right, area.bottom, QImage::Format_RGB32);
     if (image.isNull()) throw std::runtime_error("the picture is too large");
     const auto paint = [&](SIZE size, int top, auto draw) {
-        Surface surface(size, Page::Ground(), PixelGrid(grid.Ratio(), {0, top}));
+        Surface surface(size, PicturePage::Ground(), PixelGrid(grid.Ratio(), {0, top}));
         SurfaceGraphics graphics(surface);
         CDC dc(&graphics);
         draw(dc);

@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-#include "workbench/picture/Page.h"
+#include "workbench/picture/PicturePage.h"
 
 namespace kvx::picture {
 
@@ -22,7 +22,7 @@ class Offscreen {
 bool IsSvgName(const std::string& name);
 
 // PNG bytes. dpi: pixels an inch; at 96 a pixel of the page is one of the picture.
-std::string EncodePng(Page& page, int dpi);
+std::string EncodePng(PicturePage& page, int dpi);
 
 // name "-": out. Answers what went wrong; empty: written.
 std::string WritePicture(const std::string& bytes, const std::string& name, std::ostream& out);

@@ -11,7 +11,7 @@
 
 namespace kvx::simulation {
 
-class Mutex;
+class KernelMutex;
 class WaitQueue;
 
 using Body = std::function<Program()>;
@@ -40,7 +40,7 @@ struct Wait {
     std::int32_t ercd = E_TMOUT;  // when the time is over
     std::int32_t data = 0;        // sent, or the pattern of flags
     std::int32_t size = 0;        // of a message or of memory, or the mode of waiting for flags
-    Mutex* mutex = nullptr;
+    KernelMutex* mutex = nullptr;
     bool sleep = false;  // for a wake-up
 };
 
@@ -54,7 +54,7 @@ struct Task : Context {
     std::int32_t wakeups = 0;
     Wait wait;
     Timer timer;
-    std::vector<Mutex*> held;
+    std::vector<KernelMutex*> held;
 
     bool IsWaiting() const {
         return state == LoggedState::Waiting || state == LoggedState::WaitingSuspended;

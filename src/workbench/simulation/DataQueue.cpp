@@ -1,6 +1,6 @@
 #include "workbench/simulation/DataQueue.h"
 
-#include "workbench/simulation/Kernel.h"
+#include "workbench/simulation/SimulatedKernel.h"
 
 namespace kvx::simulation {
 
@@ -28,41 +28,47 @@ CallResult DataQueue::Receive(Scheduler& scheduler, std::int32_t timeout) {
 
 namespace {
 
-CallResult Send(Kernel& kernel, const Arguments& given, std::int32_t timeout) {
+CallResult Send(SimulatedKernel& kernel, const Arguments& given, std::int32_t timeout) {
     return kernel.Object<DataQueue>(given[0]).Send(kernel.Tasks(), given[1], timeout);
 }
 
-CallResult SendAtOnce(Kernel& kernel, const Arguments& given) {
+CallResult SendAtOnce(SimulatedKernel& kernel, const Arguments& given) {
     return Send(kernel, given, TMO_POL);
 }
 
-CallResult Receive(Kernel& kernel, std::int32_t queue, std::int32_t timeout) {
+CallResult Receive(SimulatedKernel& kernel, std::int32_t queue, std::int32_t timeout) {
     return kernel.Object<DataQueue>(queue).Receive(kernel.Tasks(), timeout);
 }
 
 }  // namespace
 
 constinit const ServiceOf<2> snd_dtq("snd_dtq", "dtqid data",
-                                     [](Kernel& kernel, const Arguments& given) {
+                                     [](SimulatedKernel& kernel, const Arguments& given) {
                                          return Send(kernel, given, TMO_FEVR);
                                      });
 constinit const ServiceOf<2> psnd_dtq("psnd_dtq", "dtqid data", SendAtOnce);
 constinit const ServiceOf<2> ipsnd_dtq("ipsnd_dtq", "dtqid data", SendAtOnce);
 constinit const ServiceOf<3> tsnd_dtq("tsnd_dtq", "dtqid data tmout",
-                                      [](Kernel& kernel, const Arguments& given) {
+                                      [](SimulatedKernel& kernel, const Arguments& given) {
                                           return Send(kernel, given, given[2]);
                                       });
 constinit const ServiceOf<1> rcv_dtq(
     "rcv_dtq", "dtqid p_data",
-    [](Kernel& kernel, const Arguments& given) { return Receive(kernel, given[0], TMO_FEVR); },
+    [](SimulatedKernel& kernel, const Arguments& given) {
+        return Receive(kernel, given[0], TMO_FEVR);
+    },
     "data");
 constinit const ServiceOf<1> prcv_dtq(
     "prcv_dtq", "dtqid p_data",
-    [](Kernel& kernel, const Arguments& given) { return Receive(kernel, given[0], TMO_POL); },
+    [](SimulatedKernel& kernel, const Arguments& given) {
+        return Receive(kernel, given[0], TMO_POL);
+    },
     "data");
 constinit const ServiceOf<2> trcv_dtq(
     "trcv_dtq", "dtqid p_data tmout",
-    [](Kernel& kernel, const Arguments& given) { return Receive(kernel, given[0], given[2]); },
+    [](SimulatedKernel& kernel, const Arguments& given) {
+        return Receive(kernel, given[0], given[2]);
+    },
     "data");
 
 }  // namespace kvx::simulation

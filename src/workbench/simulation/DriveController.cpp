@@ -27,7 +27,7 @@ void DriveController::AddObjects() {
     kernel_.Add<FixedPool>(0x20001000, 2, 64);   // kMpfFrame
     kernel_.Add<VariablePool>(0x20001400, 448);  // kMplBuffer
     kernel_.AddMessage("DEADLINE");              // kMsgDeadline
-    for (const auto& [protocol, ceiling] : kMutexes) kernel_.Add<Mutex>(protocol, ceiling);
+    for (const auto& [protocol, ceiling] : kMutexes) kernel_.Add<KernelMutex>(protocol, ceiling);
 }
 
 // In the order of their ids.

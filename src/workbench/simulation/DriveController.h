@@ -7,7 +7,7 @@
 // bus with the sensors. LOGGER, of low priority, holds a semaphore that MOTOR_CTRL needs too: when
 // PATH_PLAN starts at that moment, MOTOR_CTRL waits for both and misses its deadline.
 
-#include "workbench/simulation/Kernel.h"
+#include "workbench/simulation/SimulatedKernel.h"
 
 namespace kvx::simulation {
 
@@ -18,7 +18,7 @@ class DriveController {
 
     void Step() { kernel_.Step(); }
     Time Now() const { return kernel_.Now(); }
-    const Kernel& GetKernel() const { return kernel_; }
+    const SimulatedKernel& GetKernel() const { return kernel_; }
     std::int32_t MissedDeadlines() const { return missedDeadlines_; }
 
   private:
@@ -66,7 +66,7 @@ class DriveController {
     Program OnI2cDone();
     Program OnRoundRobin();
 
-    Kernel kernel_;
+    SimulatedKernel kernel_;
     std::int32_t missedDeadlines_ = 0;
     std::int32_t framesLeft_ = 0;  // of the burst on the serial line
     std::int32_t wordsLeft_ = 0;   // of the frame; 0: the next one starts

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "workbench/simulation/Mutex.h"
+#include "workbench/simulation/KernelMutex.h"
 
 namespace kvx::simulation {
 
@@ -46,11 +46,11 @@ inline constexpr std::int32_t kBackgroundPriority = 14;
 
 // The mutexes in the order of their ids.
 struct MutexConfig {
-    Mutex::Protocol protocol;
+    KernelMutex::Protocol protocol;
     std::int32_t ceiling = kLowestPriority;
 };
-inline constexpr MutexConfig kMutexes[] = {{Mutex::Protocol::Inherit},
-                                           {Mutex::Protocol::Ceiling, 7}};
+inline constexpr MutexConfig kMutexes[] = {{KernelMutex::Protocol::Inherit},
+                                           {KernelMutex::Protocol::Ceiling, 7}};
 
 inline constexpr std::int32_t kLogText = 0x20003000;  // address of the texts for the log
 

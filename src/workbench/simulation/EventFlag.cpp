@@ -1,6 +1,6 @@
 #include "workbench/simulation/EventFlag.h"
 
-#include "workbench/simulation/Kernel.h"
+#include "workbench/simulation/SimulatedKernel.h"
 
 namespace kvx::simulation {
 
@@ -36,11 +36,11 @@ CallResult EventFlag::Wait(Scheduler& scheduler, std::int32_t pattern, std::int3
 
 namespace {
 
-CallResult Set(Kernel& kernel, const Arguments& given) {
+CallResult Set(SimulatedKernel& kernel, const Arguments& given) {
     return kernel.Object<EventFlag>(given[0]).Set(kernel.Tasks(), given[1]);
 }
 
-CallResult WaitFor(Kernel& kernel, const Arguments& given, std::int32_t timeout) {
+CallResult WaitFor(SimulatedKernel& kernel, const Arguments& given, std::int32_t timeout) {
     return kernel.Object<EventFlag>(given[0]).Wait(kernel.Tasks(), given[1], given[2], timeout);
 }
 
@@ -49,20 +49,24 @@ CallResult WaitFor(Kernel& kernel, const Arguments& given, std::int32_t timeout)
 constinit const ServiceOf<2> set_flg("set_flg", "flgid setptn", Set);
 constinit const ServiceOf<2> iset_flg("iset_flg", "flgid setptn", Set);
 constinit const ServiceOf<2> clr_flg("clr_flg", "flgid clrptn",
-                                     [](Kernel& kernel, const Arguments& given) {
+                                     [](SimulatedKernel& kernel, const Arguments& given) {
                                          return kernel.Object<EventFlag>(given[0]).Clear(given[1]);
                                      });
 constinit const ServiceOf<3> wai_flg(
     "wai_flg", "flgid waiptn wfmode p_flgptn",
-    [](Kernel& kernel, const Arguments& given) { return WaitFor(kernel, given, TMO_FEVR); },
+    [](SimulatedKernel& kernel, const Arguments& given) {
+        return WaitFor(kernel, given, TMO_FEVR);
+    },
     "flgptn");
 constinit const ServiceOf<3> pol_flg(
     "pol_flg", "flgid waiptn wfmode p_flgptn",
-    [](Kernel& kernel, const Arguments& given) { return WaitFor(kernel, given, TMO_POL); },
+    [](SimulatedKernel& kernel, const Arguments& given) { return WaitFor(kernel, given, TMO_POL); },
     "flgptn");
 constinit const ServiceOf<4> twai_flg(
     "twai_flg", "flgid waiptn wfmode p_flgptn tmout",
-    [](Kernel& kernel, const Arguments& given) { return WaitFor(kernel, given, given[4]); },
+    [](SimulatedKernel& kernel, const Arguments& given) {
+        return WaitFor(kernel, given, given[4]);
+    },
     "flgptn");
 
 }  // namespace kvx::simulation

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "workbench/simulation/Kernel.h"
+#include "workbench/simulation/SimulatedKernel.h"
 
 namespace kvx::simulation {
 
@@ -35,7 +35,7 @@ bool FixedPool::IsGiven(std::int32_t block) const {
 
 namespace {
 
-CallResult Get(Kernel& kernel, std::int32_t pool, std::int32_t timeout) {
+CallResult Get(SimulatedKernel& kernel, std::int32_t pool, std::int32_t timeout) {
     return kernel.Object<FixedPool>(pool).Get(kernel.Tasks(), timeout);
 }
 
@@ -43,15 +43,18 @@ CallResult Get(Kernel& kernel, std::int32_t pool, std::int32_t timeout) {
 
 constinit const ServiceOf<1> get_mpf(
     "get_mpf", "mpfid p_blk",
-    [](Kernel& kernel, const Arguments& given) { return Get(kernel, given[0], TMO_FEVR); }, "blk");
+    [](SimulatedKernel& kernel, const Arguments& given) { return Get(kernel, given[0], TMO_FEVR); },
+    "blk");
 constinit const ServiceOf<1> pget_mpf(
     "pget_mpf", "mpfid p_blk",
-    [](Kernel& kernel, const Arguments& given) { return Get(kernel, given[0], TMO_POL); }, "blk");
+    [](SimulatedKernel& kernel, const Arguments& given) { return Get(kernel, given[0], TMO_POL); },
+    "blk");
 constinit const ServiceOf<2> tget_mpf(
     "tget_mpf", "mpfid p_blk tmout",
-    [](Kernel& kernel, const Arguments& given) { return Get(kernel, given[0], given[2]); }, "blk");
+    [](SimulatedKernel& kernel, const Arguments& given) { return Get(kernel, given[0], given[2]); },
+    "blk");
 constinit const ServiceOf<2> rel_mpf("rel_mpf", "mpfid blk",
-                                     [](Kernel& kernel, const Arguments& given) {
+                                     [](SimulatedKernel& kernel, const Arguments& given) {
                                          return kernel.Object<FixedPool>(given[0]).Return(
                                              kernel.Tasks(), given[1]);
                                      });

@@ -5,7 +5,7 @@
 #include "workbench/simulation/DriveController.h"
 #include "workbench/simulation/FileOutput.h"
 #include "workbench/simulation/LogWriter.h"
-#include "workbench/simulation/ResourceFile.h"
+#include "workbench/simulation/ResourceWriter.h"
 
 namespace kvx::simulation {
 namespace {

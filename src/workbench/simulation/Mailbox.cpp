@@ -1,6 +1,6 @@
 #include "workbench/simulation/Mailbox.h"
 
-#include "workbench/simulation/Kernel.h"
+#include "workbench/simulation/SimulatedKernel.h"
 
 namespace kvx::simulation {
 
@@ -21,28 +21,34 @@ CallResult Mailbox::Receive(Scheduler& scheduler, std::int32_t timeout) {
 
 namespace {
 
-CallResult Receive(Kernel& kernel, std::int32_t mailbox, std::int32_t timeout) {
+CallResult Receive(SimulatedKernel& kernel, std::int32_t mailbox, std::int32_t timeout) {
     return kernel.Object<Mailbox>(mailbox).Receive(kernel.Tasks(), timeout);
 }
 
 }  // namespace
 
 constinit const ServiceOf<2> snd_mbx("snd_mbx", "mbxid pk_msg",
-                                     [](Kernel& kernel, const Arguments& given) {
+                                     [](SimulatedKernel& kernel, const Arguments& given) {
                                          return kernel.Object<Mailbox>(given[0]).Send(
                                              kernel.Tasks(), given[1]);
                                      });
 constinit const ServiceOf<1> rcv_mbx(
     "rcv_mbx", "mbxid ppk_msg",
-    [](Kernel& kernel, const Arguments& given) { return Receive(kernel, given[0], TMO_FEVR); },
+    [](SimulatedKernel& kernel, const Arguments& given) {
+        return Receive(kernel, given[0], TMO_FEVR);
+    },
     "pk_msg");
 constinit const ServiceOf<1> prcv_mbx(
     "prcv_mbx", "mbxid ppk_msg",
-    [](Kernel& kernel, const Arguments& given) { return Receive(kernel, given[0], TMO_POL); },
+    [](SimulatedKernel& kernel, const Arguments& given) {
+        return Receive(kernel, given[0], TMO_POL);
+    },
     "pk_msg");
 constinit const ServiceOf<2> trcv_mbx(
     "trcv_mbx", "mbxid ppk_msg tmout",
-    [](Kernel& kernel, const Arguments& given) { return Receive(kernel, given[0], given[2]); },
+    [](SimulatedKernel& kernel, const Arguments& given) {
+        return Receive(kernel, given[0], given[2]);
+    },
     "pk_msg");
 
 }  // namespace kvx::simulation

@@ -1,6 +1,6 @@
 #include "workbench/simulation/MessageBuffer.h"
 
-#include "workbench/simulation/Kernel.h"
+#include "workbench/simulation/SimulatedKernel.h"
 
 namespace kvx::simulation {
 
@@ -41,38 +41,38 @@ void MessageBuffer::WaiterLeft(Scheduler& scheduler) {
 
 namespace {
 
-CallResult Send(Kernel& kernel, const Arguments& given, std::int32_t timeout) {
+CallResult Send(SimulatedKernel& kernel, const Arguments& given, std::int32_t timeout) {
     return kernel.Object<MessageBuffer>(given[0]).Send(kernel.Tasks(), given[2], timeout);
 }
 
-CallResult Receive(Kernel& kernel, std::int32_t buffer, std::int32_t timeout) {
+CallResult Receive(SimulatedKernel& kernel, std::int32_t buffer, std::int32_t timeout) {
     return kernel.Object<MessageBuffer>(buffer).Receive(kernel.Tasks(), timeout);
 }
 
 }  // namespace
 
 constinit const ServiceOf<3> snd_mbf("snd_mbf", "mbfid msg msgsz",
-                                     [](Kernel& kernel, const Arguments& given) {
+                                     [](SimulatedKernel& kernel, const Arguments& given) {
                                          return Send(kernel, given, TMO_FEVR);
                                      });
 constinit const ServiceOf<3> psnd_mbf("psnd_mbf", "mbfid msg msgsz",
-                                      [](Kernel& kernel, const Arguments& given) {
+                                      [](SimulatedKernel& kernel, const Arguments& given) {
                                           return Send(kernel, given, TMO_POL);
                                       });
 constinit const ServiceOf<4> tsnd_mbf("tsnd_mbf", "mbfid msg msgsz tmout",
-                                      [](Kernel& kernel, const Arguments& given) {
+                                      [](SimulatedKernel& kernel, const Arguments& given) {
                                           return Send(kernel, given, given[3]);
                                       });
 constinit const ServiceOf<2> rcv_mbf("rcv_mbf", "mbfid msg",
-                                     [](Kernel& kernel, const Arguments& given) {
+                                     [](SimulatedKernel& kernel, const Arguments& given) {
                                          return Receive(kernel, given[0], TMO_FEVR);
                                      });
 constinit const ServiceOf<2> prcv_mbf("prcv_mbf", "mbfid msg",
-                                      [](Kernel& kernel, const Arguments& given) {
+                                      [](SimulatedKernel& kernel, const Arguments& given) {
                                           return Receive(kernel, given[0], TMO_POL);
                                       });
 constinit const ServiceOf<3> trcv_mbf("trcv_mbf", "mbfid msg tmout",
-                                      [](Kernel& kernel, const Arguments& given) {
+                                      [](SimulatedKernel& kernel, const Arguments& given) {
                                           return Receive(kernel, given[0], given[2]);
                                       });
 

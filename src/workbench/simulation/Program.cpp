@@ -1,10 +1,10 @@
 #include "workbench/simulation/Program.h"
 
-#include "workbench/simulation/Kernel.h"
+#include "workbench/simulation/SimulatedKernel.h"
 
 namespace kvx::simulation {
 
-bool Program::Resume(Kernel& kernel) {
+bool Program::Resume(SimulatedKernel& kernel) {
     handle_.promise().kernel_ = &kernel;
     handle_.resume();
     return !handle_.done();

@@ -40,7 +40,7 @@ class Program {
     }
 
     // Goes on to the next co_await; false when the program has ended.
-    bool Resume(Kernel& kernel);
+    bool Resume(SimulatedKernel& kernel);
 
   private:
     using Handle = std::coroutine_handle<promise_type>;
@@ -50,20 +50,20 @@ class Program {
 };
 
 struct ComputeAwaiter : std::suspend_always {
-    Kernel& kernel;
+    SimulatedKernel& kernel;
     std::int32_t microseconds;
     void await_suspend(std::coroutine_handle<>) const;
 };
 
 struct CallAwaiter : std::suspend_always {
-    Kernel& kernel;
+    SimulatedKernel& kernel;
     ServiceCall call;
     void await_suspend(std::coroutine_handle<>) const;
     CallResult await_resume() const;
 };
 
 struct RunHandlerAwaiter : std::suspend_always {
-    Kernel& kernel;
+    SimulatedKernel& kernel;
     const Handler& handler;
     void await_suspend(std::coroutine_handle<>) const;
 };
@@ -84,7 +84,7 @@ class Program::promise_type {
 
   private:
     friend Program;
-    Kernel* kernel_ = nullptr;  // known when the program is resumed
+    SimulatedKernel* kernel_ = nullptr;  // known when the program is resumed
 };
 
 }  // namespace kvx::simulation

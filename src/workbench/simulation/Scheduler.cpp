@@ -1,6 +1,6 @@
 #include "workbench/simulation/Scheduler.h"
 
-#include "workbench/simulation/Mutex.h"
+#include "workbench/simulation/KernelMutex.h"
 
 namespace kvx::simulation {
 

@@ -1,6 +1,6 @@
 #include "workbench/simulation/Semaphore.h"
 
-#include "workbench/simulation/Kernel.h"
+#include "workbench/simulation/SimulatedKernel.h"
 
 namespace kvx::simulation {
 
@@ -22,11 +22,11 @@ CallResult Semaphore::Wait(Scheduler& scheduler, std::int32_t timeout) {
 
 namespace {
 
-CallResult Signal(Kernel& kernel, const Arguments& given) {
+CallResult Signal(SimulatedKernel& kernel, const Arguments& given) {
     return kernel.Object<Semaphore>(given[0]).Signal(kernel.Tasks());
 }
 
-CallResult WaitFor(Kernel& kernel, std::int32_t semaphore, std::int32_t timeout) {
+CallResult WaitFor(SimulatedKernel& kernel, std::int32_t semaphore, std::int32_t timeout) {
     return kernel.Object<Semaphore>(semaphore).Wait(kernel.Tasks(), timeout);
 }
 
@@ -35,15 +35,15 @@ CallResult WaitFor(Kernel& kernel, std::int32_t semaphore, std::int32_t timeout)
 constinit const ServiceOf<1> sig_sem("sig_sem", "semid", Signal);
 constinit const ServiceOf<1> isig_sem("isig_sem", "semid", Signal);
 constinit const ServiceOf<1> wai_sem("wai_sem", "semid",
-                                     [](Kernel& kernel, const Arguments& given) {
+                                     [](SimulatedKernel& kernel, const Arguments& given) {
                                          return WaitFor(kernel, given[0], TMO_FEVR);
                                      });
 constinit const ServiceOf<1> pol_sem("pol_sem", "semid",
-                                     [](Kernel& kernel, const Arguments& given) {
+                                     [](SimulatedKernel& kernel, const Arguments& given) {
                                          return WaitFor(kernel, given[0], TMO_POL);
                                      });
 constinit const ServiceOf<2> twai_sem("twai_sem", "semid tmout",
-                                      [](Kernel& kernel, const Arguments& given) {
+                                      [](SimulatedKernel& kernel, const Arguments& given) {
                                           return WaitFor(kernel, given[0], given[1]);
                                       });
 

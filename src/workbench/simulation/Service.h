@@ -10,7 +10,7 @@
 
 namespace kvx::simulation {
 
-class Kernel;
+class SimulatedKernel;
 
 // Error codes; a call that succeeds returns E_OK or a positive number.
 inline constexpr std::int32_t E_OK = 0;
@@ -48,7 +48,7 @@ struct Service {
     std::array<Parameter, kMostParameters> parameters;
     std::uint8_t parameterCount = 0;
     std::string_view returned;  // name of CallResult::value in the log; empty: it has none
-    CallResult (*execute)(Kernel& kernel, const Arguments& arguments);
+    CallResult (*execute)(SimulatedKernel& kernel, const Arguments& arguments);
 };
 
 struct ServiceCall {
@@ -62,7 +62,7 @@ class ServiceOf : public Service {
   public:
     // names: of the parameters in the log, separated by blanks; those with "p_" are addresses.
     consteval ServiceOf(std::string_view serviceName, std::string_view names,
-                        CallResult (*function)(Kernel&, const Arguments&),
+                        CallResult (*function)(SimulatedKernel&, const Arguments&),
                         std::string_view returnedName = {})
         : Service{serviceName, {}, 0, returnedName, function} {
         std::size_t inputs = 0;

@@ -1,6 +1,6 @@
 #include "workbench/simulation/VariablePool.h"
 
-#include "workbench/simulation/Kernel.h"
+#include "workbench/simulation/SimulatedKernel.h"
 
 namespace kvx::simulation {
 
@@ -40,7 +40,7 @@ void VariablePool::WaiterLeft(Scheduler& scheduler) {
 
 namespace {
 
-CallResult Get(Kernel& kernel, const Arguments& given, std::int32_t timeout) {
+CallResult Get(SimulatedKernel& kernel, const Arguments& given, std::int32_t timeout) {
     return kernel.Object<VariablePool>(given[0]).Get(kernel.Tasks(), given[1], timeout);
 }
 
@@ -48,15 +48,18 @@ CallResult Get(Kernel& kernel, const Arguments& given, std::int32_t timeout) {
 
 constinit const ServiceOf<2> get_mpl(
     "get_mpl", "mplid blksz p_blk",
-    [](Kernel& kernel, const Arguments& given) { return Get(kernel, given, TMO_FEVR); }, "blk");
+    [](SimulatedKernel& kernel, const Arguments& given) { return Get(kernel, given, TMO_FEVR); },
+    "blk");
 constinit const ServiceOf<2> pget_mpl(
     "pget_mpl", "mplid blksz p_blk",
-    [](Kernel& kernel, const Arguments& given) { return Get(kernel, given, TMO_POL); }, "blk");
+    [](SimulatedKernel& kernel, const Arguments& given) { return Get(kernel, given, TMO_POL); },
+    "blk");
 constinit const ServiceOf<3> tget_mpl(
     "tget_mpl", "mplid blksz p_blk tmout",
-    [](Kernel& kernel, const Arguments& given) { return Get(kernel, given, given[3]); }, "blk");
+    [](SimulatedKernel& kernel, const Arguments& given) { return Get(kernel, given, given[3]); },
+    "blk");
 constinit const ServiceOf<2> rel_mpl("rel_mpl", "mplid blk",
-                                     [](Kernel& kernel, const Arguments& given) {
+                                     [](SimulatedKernel& kernel, const Arguments& given) {
                                          return kernel.Object<VariablePool>(given[0]).Return(
                                              kernel.Tasks(), given[1]);
                                      });

@@ -4,7 +4,7 @@
 #include "workbench/simulation/FileOutput.h"
 #include "workbench/simulation/Generate.h"
 #include "workbench/simulation/LogWriter.h"
-#include "workbench/simulation/ResourceFile.h"
+#include "workbench/simulation/ResourceWriter.h"
 
 namespace kvx::target {
 namespace {

@@ -13,7 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "workbench/ctf_reader/EventWriter.h"
+#include "workbench/ctf_reader/MessageWriter.h"
 
 namespace {
 
@@ -59,7 +59,7 @@ int main(int argc, char** argv) {
     BlockWriter out(STDOUT_FILENO);
     g_writer = &out;
     LimitItself(seconds);
-    kvx::ctf_reader::EventWriter events(out, RestartPatience);
+    kvx::ctf_reader::MessageWriter events(out, RestartPatience);
     const kvx::ctf_reader::Plugins plugins;
     events.End(kvx::ctf_reader::RunGraph(plugins, {argv + 2, argv + argc}, events));
     std::_Exit(0);  // nothing of the library has to be put away

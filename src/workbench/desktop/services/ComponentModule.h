@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "workbench/desktop/services/HostObject.h"
-#include "workbench/desktop/services/Module.h"
+#include "workbench/desktop/services/LoadedModule.h"
 
 namespace kvx::desktop {
 

@@ -3,7 +3,7 @@
 #include <QDir>
 
 #include "workbench/desktop/QtText.h"
-#include "workbench/desktop/services/Module.h"
+#include "workbench/desktop/services/LoadedModule.h"
 
 namespace kvx::desktop {
 namespace {

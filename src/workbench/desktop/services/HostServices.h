@@ -5,7 +5,7 @@
 #include "host/Services.h"
 #include "workbench/desktop/services/HostObject.h"
 #include "workbench/desktop/services/PropertyStore.h"
-#include "workbench/desktop/services/WorkspaceStore.h"
+#include "workbench/desktop/services/TextsStore.h"
 
 namespace kvx::desktop {
 
@@ -106,7 +106,7 @@ class HostServices {
 
     RunState& Running() { return runState_; }
     DebuggerLibrary& Debugger() { return debuggerLibrary_; }
-    WorkspaceStore& Workspace() { return workspace_; }
+    TextsStore& Workspace() { return workspace_; }
     ProjectInformation& Project() { return project_; }
 
   private:
@@ -121,7 +121,7 @@ class HostServices {
     ProjectInformation project_;
     CustomPlaceholders placeholders_;
     PropertyStore properties_;
-    WorkspaceStore workspace_;
+    TextsStore workspace_;
     KeptService kept_;
     std::vector<std::pair<GUID, void*>> added_;
 };

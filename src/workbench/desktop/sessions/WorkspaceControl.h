@@ -24,7 +24,7 @@ class IWorkspaceHost {
 class WorkspaceControl {
   public:
     // All must outlive the object.
-    WorkspaceControl(HostObject& host, WorkspaceStore& store, IWorkspaceHost& workbench)
+    WorkspaceControl(HostObject& host, TextsStore& store, IWorkspaceHost& workbench)
         : host_(host), store_(store), workbench_(workbench) {}
 
     // Empty while none is opened from a file.
@@ -46,7 +46,7 @@ class WorkspaceControl {
     void TellSaving();
 
     HostObject& host_;
-    WorkspaceStore& store_;
+    TextsStore& store_;
     IWorkspaceHost& workbench_;
     QString path_;
     Workspace saved_;

@@ -7,7 +7,7 @@
 #include <optional>
 
 #include "host/OSTraceRange.h"
-#include "workbench/desktop/services/WorkspaceStore.h"
+#include "workbench/desktop/services/TextsStore.h"
 #include "workbench/service/LineOrder.h"
 #include "workbench/service/Result.h"
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/Text.h"
-#include "workbench/kernels/Registry.h"
+#include "workbench/kernels/KnownKernels.h"
 
 namespace kvx::formats {
 

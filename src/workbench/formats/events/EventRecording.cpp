@@ -1,7 +1,7 @@
 #include "workbench/formats/events/EventRecording.h"
 
 #include "platform/Text.h"
-#include "workbench/kernels/Registry.h"
+#include "workbench/kernels/KnownKernels.h"
 #include "workbench/service/Task.h"
 
 namespace kvx::formats {

@@ -1,11 +1,11 @@
 #pragma once
-// Mutex, with or without a protection against priority inversion.
+// A mutex, with or without a protection against priority inversion.
 
 #include "workbench/simulation/Scheduler.h"
 
 namespace kvx::simulation {
 
-class Mutex : public KernelObject {
+class KernelMutex : public KernelObject {
   public:
     enum class Protocol {
         None,
@@ -13,7 +13,7 @@ class Mutex : public KernelObject {
         Ceiling   // the owner has at least the priority of the ceiling
     };
 
-    explicit Mutex(Protocol protocol, std::int32_t ceiling = kLowestPriority)
+    explicit KernelMutex(Protocol protocol, std::int32_t ceiling = kLowestPriority)
         : queue_(*this, WaitQueue::Order::Priority), protocol_(protocol), ceiling_(ceiling) {}
 
     CallResult Lock(Scheduler& scheduler, std::int32_t timeout);

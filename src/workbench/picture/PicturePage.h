@@ -26,13 +26,13 @@ struct PictureRange {
     std::optional<std::int64_t> end;
 };
 
-class Page {
+class PicturePage {
   public:
     // Borrows the service, whose recording is shown.
-    Page(service::TraceService& service, const cli::Streams& streams);
-    Page(const Page&) = delete;
-    Page& operator=(const Page&) = delete;
-    virtual ~Page() = default;
+    PicturePage(service::TraceService& service, const cli::Streams& streams);
+    PicturePage(const PicturePage&) = delete;
+    PicturePage& operator=(const PicturePage&) = delete;
+    virtual ~PicturePage() = default;
 
     // Pixels: the status line, and below it the body. Each is drawn from its own corner, as the
     // windows are, over a ground that is there already.

@@ -10,9 +10,9 @@
 #include "workbench/simulation/EventFlag.h"
 #include "workbench/simulation/FixedPool.h"
 #include "workbench/simulation/InterruptLines.h"
+#include "workbench/simulation/KernelMutex.h"
 #include "workbench/simulation/Mailbox.h"
 #include "workbench/simulation/MessageBuffer.h"
-#include "workbench/simulation/Mutex.h"
 #include "workbench/simulation/Scheduler.h"
 #include "workbench/simulation/Semaphore.h"
 #include "workbench/simulation/VariablePool.h"
@@ -27,12 +27,13 @@ struct TimedHandler {
     Timer timer;
 };
 
-class Kernel {
+class SimulatedKernel {
   public:
     // sink is borrowed.
-    Kernel(ITraceSink& sink, std::uint64_t seed) : random_(seed), recorder_(sink, random_) {}
-    Kernel(const Kernel&) = delete;
-    Kernel& operator=(const Kernel&) = delete;
+    SimulatedKernel(ITraceSink& sink, std::uint64_t seed)
+        : random_(seed), recorder_(sink, random_) {}
+    SimulatedKernel(const SimulatedKernel&) = delete;
+    SimulatedKernel& operator=(const SimulatedKernel&) = delete;
 
     // Configuration, before Start. Ids count from 1 in the order of the calls, for each kind.
     std::int32_t AddTask(TaskConfig config);
@@ -119,7 +120,7 @@ class Kernel {
     std::deque<TimedHandler> timed_;
     std::vector<std::string> messages_;
     std::tuple<std::deque<Semaphore>, std::deque<EventFlag>, std::deque<DataQueue>,
-               std::deque<Mailbox>, std::deque<MessageBuffer>, std::deque<Mutex>,
+               std::deque<Mailbox>, std::deque<MessageBuffer>, std::deque<KernelMutex>,
                std::deque<FixedPool>, std::deque<VariablePool>>
         objects_;
     std::deque<HandlerContext> handlers_;  // those that run, the innermost last

@@ -1,4 +1,4 @@
-#include "workbench/picture/Page.h"
+#include "workbench/picture/PicturePage.h"
 
 #include "framework/InstanceDataCtrl.h"
 #include "platform/StatusLine.h"
@@ -7,7 +7,7 @@
 
 namespace kvx::picture {
 
-Page::Page(service::TraceService& service, const cli::Streams& streams)
+PicturePage::PicturePage(service::TraceService& service, const cli::Streams& streams)
     : service_(service), view_(streams) {
     font_.CreatePointFont(kDefaultPoints * 10, kDefaultFace);
     SvgGraphics ruler;
@@ -16,26 +16,26 @@ Page::Page(service::TraceService& service, const cli::Streams& streams)
     cell_ = MeasureFontCell(dc, &font_);
 }
 
-int Page::StatusHeight() const {
+int PicturePage::StatusHeight() const {
     return StatusLineHeight(statusCell_.height);
 }
 
-COLORREF Page::Ground() {
+COLORREF PicturePage::Ground() {
     return GetSysColor(COLOR_WINDOW);
 }
 
-void Page::DrawStatus(CDC& dc) {
+void PicturePage::DrawStatus(CDC& dc) {
     const SIZE bar = StatusSize();
     dc.FillSolidRect(0, 0, bar.cx, bar.cy, GetSysColor(COLOR_3DFACE));
     DrawStatusParts(dc, StatusPartsOf(dc, kStatusHorizontalBorder, StatusTexts()), bar);
 }
 
-void Page::DrawSvgBody(SvgGraphics& graphics) {
+void PicturePage::DrawSvgBody(SvgGraphics& graphics) {
     CDC dc(&graphics);
     DrawBody(dc);
 }
 
-std::string Page::Svg() {
+std::string PicturePage::Svg() {
     SvgGraphics graphics;
     {
         CDC dc(&graphics);

@@ -6,7 +6,7 @@
 #include "framework/HostWorkspaceStore.h"
 #include "platform/Guarded.h"
 #include "platform/Resources.h"
-#include "sink/CommandSink.h"
+#include "sink/OSTraceDataCommandSink.h"
 
 using kvx::Bstr;
 using kvx::Guarded;

@@ -15,10 +15,10 @@
 
 namespace kvx::ctf_reader {
 
-class EventWriter final : public IMessages {
+class MessageWriter final : public IMessages {
   public:
     // out is borrowed. onProgress is called now and then, when something was written.
-    EventWriter(BlockWriter& out, void (*onProgress)()) : out_(out), onProgress_(onProgress) {}
+    MessageWriter(BlockWriter& out, void (*onProgress)()) : out_(out), onProgress_(onProgress) {}
 
     void OnEvent(const bt_event* event, std::optional<std::int64_t> nanoseconds) override;
     void OnPacket(const bt_packet* packet) override;

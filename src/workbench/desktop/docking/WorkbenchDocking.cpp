@@ -1,4 +1,4 @@
-#include "workbench/desktop/docking/DockingHost.h"
+#include "workbench/desktop/docking/WorkbenchDocking.h"
 
 #include <QMenuBar>
 #include <QStatusBar>
@@ -19,18 +19,19 @@ QString ToolbarName(const DockingWindow& window) {
 
 }  // namespace
 
-DockingHost::DockingHost(QMainWindow& window, Settings& settings, QAction* windowMenusBefore)
+WorkbenchDocking::WorkbenchDocking(QMainWindow& window, Settings& settings,
+                                   QAction* windowMenusBefore)
     : main_(window),
       settings_(settings),
       windows_(window, windowMenusBefore),
       updates_([this] { UpdateCommands(); }) {}
 
-void DockingHost::UpdateCommands() {
+void WorkbenchDocking::UpdateCommands() {
     for (const auto& [identifier, registration] : registrations_) registration.commands->Update();
     if (onCommandsUpdated) onCommandsUpdated();
 }
 
-bool DockingHost::GiveCommand(std::uint32_t command) {
+bool WorkbenchDocking::GiveCommand(std::uint32_t command) {
     for (const auto& [identifier, registration] : registrations_) {
         IQCommandTarget* target =
             registration.inMenuBar ? registration.commands->TargetOf(command) : nullptr;
@@ -41,19 +42,19 @@ bool DockingHost::GiveCommand(std::uint32_t command) {
     return false;
 }
 
-void DockingHost::CloseAll() {
+void WorkbenchDocking::CloseAll() {
     const std::vector<DockingWindow*> windows = windows_.All();
     for (DockingWindow* window : windows) RequestClose(*window);
 }
 
-QString DockingHost::HelpKey() {
+QString WorkbenchDocking::HelpKey() {
     const DockingWindow* active = windows_.Active();
     Bstr key;
     if (!active || active->isHidden() || !active->target) return {};
     return Succeeded(active->target->GetHelpKey(key.Receive())) ? FromBstr(key.Get()) : QString();
 }
 
-CommandToolbar* DockingHost::Toolbar(const QString& name) const {
+CommandToolbar* WorkbenchDocking::Toolbar(const QString& name) const {
     for (const auto& [identifier, registration] : registrations_) {
         for (const auto& toolbar : registration.toolbars) {
             if (toolbar && toolbar->objectName() == name) return toolbar;
@@ -62,24 +63,24 @@ CommandToolbar* DockingHost::Toolbar(const QString& name) const {
     return nullptr;
 }
 
-HRESULT DockingHost::GetMainWindow(HWND* window) {
+HRESULT WorkbenchDocking::GetMainWindow(HWND* window) {
     if (!window) return E_POINTER;
     *window = reinterpret_cast<HWND>(static_cast<QWidget*>(&main_));
     return S_OK;
 }
 
-HRESULT DockingHost::AllocateIdentifier(std::uint32_t* identifier) {
+HRESULT WorkbenchDocking::AllocateIdentifier(std::uint32_t* identifier) {
     if (!identifier) return E_POINTER;
     *identifier = nextIdentifier_++;
     return S_OK;
 }
 
-HRESULT DockingHost::ReleaseIdentifier(std::uint32_t identifier) {
+HRESULT WorkbenchDocking::ReleaseIdentifier(std::uint32_t identifier) {
     return RemoveRegistrations(identifier);
 }
 
-HRESULT DockingHost::CreateDockingWindow(BSTR baseName, BSTR title, std::uint32_t,
-                                         std::uint32_t side, HWND* window, BSTR* given) {
+HRESULT WorkbenchDocking::CreateDockingWindow(BSTR baseName, BSTR title, std::uint32_t,
+                                              std::uint32_t side, HWND* window, BSTR* given) {
     if (!baseName || !window || !given) return E_POINTER;
     return Guarded([&] {
         DockingWindow* made = windows_.Make(FromBstr(baseName), FromBstr(title), side);
@@ -90,8 +91,8 @@ HRESULT DockingHost::CreateDockingWindow(BSTR baseName, BSTR title, std::uint32_
     });
 }
 
-HRESULT DockingHost::FindDockingWindow(BSTR name, BSTR title, std::uint32_t, std::uint32_t,
-                                       HWND* window) {
+HRESULT WorkbenchDocking::FindDockingWindow(BSTR name, BSTR title, std::uint32_t, std::uint32_t,
+                                            HWND* window) {
     if (!name || !window) return E_POINTER;
     return Guarded([&] {
         DockingWindow* found = windows_.FindByName(FromBstr(name));
@@ -102,7 +103,7 @@ HRESULT DockingHost::FindDockingWindow(BSTR name, BSTR title, std::uint32_t, std
 }
 
 // One that is hidden and that nobody fills is what is left of a window that could not be made.
-HRESULT DockingHost::SetWindowState(HWND docking, std::int32_t state) {
+HRESULT WorkbenchDocking::SetWindowState(HWND docking, std::int32_t state) {
     DockingWindow* window = windows_.Find(docking);
     if (!window) return E_INVALIDARG;
     return Guarded([&] {
@@ -111,7 +112,7 @@ HRESULT DockingHost::SetWindowState(HWND docking, std::int32_t state) {
     });
 }
 
-HRESULT DockingHost::GetWindowState(HWND docking, std::int32_t* state) {
+HRESULT WorkbenchDocking::GetWindowState(HWND docking, std::int32_t* state) {
     const DockingWindow* window = windows_.Find(docking);
     if (!window) return E_INVALIDARG;
     if (!state) return E_POINTER;
@@ -119,8 +120,8 @@ HRESULT DockingHost::GetWindowState(HWND docking, std::int32_t* state) {
     return S_OK;
 }
 
-HRESULT DockingHost::RegisterWindow(HWND docking, HWND control, std::uint32_t identifier,
-                                    const GUID&, IQCommandTarget* target) {
+HRESULT WorkbenchDocking::RegisterWindow(HWND docking, HWND control, std::uint32_t identifier,
+                                         const GUID&, IQCommandTarget* target) {
     DockingWindow* window = windows_.Find(docking);
     if (!window || !control) return E_INVALIDARG;
     return Guarded([&] {
@@ -132,7 +133,7 @@ HRESULT DockingHost::RegisterWindow(HWND docking, HWND control, std::uint32_t id
 }
 
 template <class Add>
-HRESULT DockingHost::AddTo(HWND docking, std::uint32_t identifier, Add add) {
+HRESULT WorkbenchDocking::AddTo(HWND docking, std::uint32_t identifier, Add add) {
     DockingWindow* window = windows_.Find(docking);
     if (docking && !window) return E_INVALIDARG;
     return Guarded([&] {
@@ -143,8 +144,8 @@ HRESULT DockingHost::AddTo(HWND docking, std::uint32_t identifier, Add add) {
     });
 }
 
-HRESULT DockingHost::AddMenu(std::uint32_t identifier, HWND docking, const MenuNode* root,
-                             IQCommandTarget* target) {
+HRESULT WorkbenchDocking::AddMenu(std::uint32_t identifier, HWND docking, const MenuNode* root,
+                                  IQCommandTarget* target) {
     if (!root || !target) return E_POINTER;
     return AddTo(docking, identifier, [&](DockingWindow* window, Registration& registration) {
         if (window) return SetWindowMenu(*window, registration, root, target);
@@ -155,9 +156,9 @@ HRESULT DockingHost::AddMenu(std::uint32_t identifier, HWND docking, const MenuN
     });
 }
 
-HRESULT DockingHost::AddToolbar(std::uint32_t identifier, HWND docking, BSTR name, BSTR title,
-                                const ToolbarButton* buttons, std::uint32_t count,
-                                IQCommandTarget* target) {
+HRESULT WorkbenchDocking::AddToolbar(std::uint32_t identifier, HWND docking, BSTR name, BSTR title,
+                                     const ToolbarButton* buttons, std::uint32_t count,
+                                     IQCommandTarget* target) {
     if (!buttons || !target) return E_POINTER;
     return AddTo(docking, identifier, [&](DockingWindow* window, Registration& registration) {
         const QString key = window ? ToolbarName(*window) : FromBstr(name);
@@ -168,9 +169,9 @@ HRESULT DockingHost::AddToolbar(std::uint32_t identifier, HWND docking, BSTR nam
     });
 }
 
-HRESULT DockingHost::AddAccelerators(std::uint32_t identifier, HWND docking,
-                                     const Accelerator* keys, std::uint32_t count,
-                                     IQCommandTarget* target) {
+HRESULT WorkbenchDocking::AddAccelerators(std::uint32_t identifier, HWND docking,
+                                          const Accelerator* keys, std::uint32_t count,
+                                          IQCommandTarget* target) {
     if (!keys || !target) return E_POINTER;
     return AddTo(docking, identifier, [&](DockingWindow* window, Registration& registration) {
         QWidget& where = window ? static_cast<QWidget&>(*window) : main_;
@@ -184,7 +185,7 @@ HRESULT DockingHost::AddAccelerators(std::uint32_t identifier, HWND docking,
     });
 }
 
-HRESULT DockingHost::RemoveRegistrations(std::uint32_t identifier) {
+HRESULT WorkbenchDocking::RemoveRegistrations(std::uint32_t identifier) {
     const auto found = registrations_.find(identifier);
     if (found == registrations_.end()) return S_OK;
     return Guarded([&] {
@@ -203,7 +204,7 @@ HRESULT DockingHost::RemoveRegistrations(std::uint32_t identifier) {
     });
 }
 
-HRESULT DockingHost::IsToolbarShown(HWND docking, std::int32_t* shown) {
+HRESULT WorkbenchDocking::IsToolbarShown(HWND docking, std::int32_t* shown) {
     if (!shown) return E_POINTER;
     const CommandToolbar* toolbar = ToolbarOf(docking);
     if (!toolbar) return E_FAIL;
@@ -211,7 +212,7 @@ HRESULT DockingHost::IsToolbarShown(HWND docking, std::int32_t* shown) {
     return S_OK;
 }
 
-HRESULT DockingHost::ShowToolbar(HWND docking, std::int32_t show) {
+HRESULT WorkbenchDocking::ShowToolbar(HWND docking, std::int32_t show) {
     CommandToolbar* toolbar = ToolbarOf(docking);
     if (!toolbar) return E_FAIL;
     return Guarded([&] {
@@ -220,20 +221,20 @@ HRESULT DockingHost::ShowToolbar(HWND docking, std::int32_t show) {
     });
 }
 
-HRESULT DockingHost::CustomizeToolbar(HWND docking) {
+HRESULT WorkbenchDocking::CustomizeToolbar(HWND docking) {
     CommandToolbar* toolbar = ToolbarOf(docking);
     if (!toolbar) return E_FAIL;
     return Guarded([&] { return ToolbarDialog(*toolbar, &main_).exec() ? S_OK : S_FALSE; });
 }
 
-HRESULT DockingHost::SetStatusText(BSTR text) {
+HRESULT WorkbenchDocking::SetStatusText(BSTR text) {
     return Guarded([&] {
         main_.statusBar()->showMessage(FromBstr(text));
         return S_OK;
     });
 }
 
-DockingHost::Registration& DockingHost::Under(std::uint32_t identifier) {
+WorkbenchDocking::Registration& WorkbenchDocking::Under(std::uint32_t identifier) {
     Registration& registration = registrations_[identifier];
     if (!registration.commands) {
         registration.commands = std::make_unique<CommandSet>(
@@ -242,8 +243,8 @@ DockingHost::Registration& DockingHost::Under(std::uint32_t identifier) {
     return registration;
 }
 
-CommandToolbar* DockingHost::MakeToolbar(DockingWindow* window, const QString& name,
-                                         const QString& title) {
+CommandToolbar* WorkbenchDocking::MakeToolbar(DockingWindow* window, const QString& name,
+                                              const QString& title) {
     auto* toolbar = new CommandToolbar(name, title, settings_);
     const bool shown = !toolbar->isHidden();
     if (window) {
@@ -255,13 +256,13 @@ CommandToolbar* DockingHost::MakeToolbar(DockingWindow* window, const QString& n
     return toolbar;
 }
 
-CommandToolbar* DockingHost::ToolbarOf(HWND docking) const {
+CommandToolbar* WorkbenchDocking::ToolbarOf(HWND docking) const {
     const DockingWindow* window = windows_.Find(docking);
     return window ? Toolbar(ToolbarName(*window)) : nullptr;
 }
 
-void DockingHost::SetWindowMenu(DockingWindow& window, Registration& registration,
-                                const MenuNode* root, IQCommandTarget* target) {
+void WorkbenchDocking::SetWindowMenu(DockingWindow& window, Registration& registration,
+                                     const MenuNode* root, IQCommandTarget* target) {
     // A menu resource of one popup is that popup.
     while (root->childCount == 1 && root->children->childCount > 0) root = root->children;
     registration.windowMenu = std::make_unique<QMenu>(window.windowTitle());
@@ -274,7 +275,7 @@ void DockingHost::SetWindowMenu(DockingWindow& window, Registration& registratio
 }
 
 // Menus that hold commands of components show their states when they open.
-void DockingHost::WatchMenuBar() {
+void WorkbenchDocking::WatchMenuBar() {
     for (const QAction* action : main_.menuBar()->actions()) {
         QMenu* menu = action->menu();
         if (!menu || menu->property(kWatched).toBool()) continue;
@@ -284,7 +285,7 @@ void DockingHost::WatchMenuBar() {
 }
 
 // A window whose toolbar gave the command is the active one, as if it had been clicked into.
-void DockingHost::Execute(IQCommandTarget* target, std::uint32_t command) {
+void WorkbenchDocking::Execute(IQCommandTarget* target, std::uint32_t command) {
     for (DockingWindow* window : windows_.All()) {
         if (window->target == target && windows_.Active() != window) windows_.Activate(window);
     }
@@ -292,12 +293,12 @@ void DockingHost::Execute(IQCommandTarget* target, std::uint32_t command) {
     CommandDone();
 }
 
-void DockingHost::CommandDone() {
+void WorkbenchDocking::CommandDone() {
     UpdateCommands();
     if (onCommandDone) onCommandDone();
 }
 
-void DockingHost::RequestClose(DockingWindow& window) {
+void WorkbenchDocking::RequestClose(DockingWindow& window) {
     if (!window.target) return windows_.SetState(window, kDockHide);
     if (onClosing) onClosing();
     const QString title = window.windowTitle();

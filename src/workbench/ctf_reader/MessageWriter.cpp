@@ -1,4 +1,4 @@
-#include "workbench/ctf_reader/EventWriter.h"
+#include "workbench/ctf_reader/MessageWriter.h"
 
 namespace kvx::ctf_reader {
 
@@ -49,7 +49,7 @@ const bt_field_class* PacketFieldsOf(const bt_stream_class* stream) {
 
 }  // namespace
 
-void EventWriter::OnEvent(const bt_event* event, std::optional<std::int64_t> nanoseconds) {
+void MessageWriter::OnEvent(const bt_event* event, std::optional<std::int64_t> nanoseconds) {
     const Kind& kind = KindOf(bt_event_borrow_class_const(event), nanoseconds.has_value());
     out_.Number(kind.number);
     if (kind.hasPacket) out_.Number(StreamOf(bt_event_borrow_stream_const(event)));
@@ -65,7 +65,7 @@ void EventWriter::OnEvent(const bt_event* event, std::optional<std::int64_t> nan
     EndMessage();
 }
 
-void EventWriter::OnPacket(const bt_packet* packet) {
+void MessageWriter::OnPacket(const bt_packet* packet) {
     const auto* stream = bt_packet_borrow_stream_const(packet);
     const auto* fields = PacketFieldsOf(bt_stream_borrow_class_const(stream));
     if (!fields) return;
@@ -83,25 +83,25 @@ void EventWriter::OnPacket(const bt_packet* packet) {
     EndMessage();
 }
 
-void EventWriter::OnDiscarded(Discarded what, std::uint64_t count) {
+void MessageWriter::OnDiscarded(Discarded what, std::uint64_t count) {
     out_.Begin(wire::Message::Discarded);
     out_.Number(static_cast<std::uint64_t>(what));
     out_.Number(count);
     EndMessage();
 }
 
-void EventWriter::End(std::string_view reason) {
+void MessageWriter::End(std::string_view reason) {
     out_.Begin(wire::Message::End);
     out_.Text(reason);
     out_.EndMessage();
     out_.Flush();
 }
 
-void EventWriter::EndMessage() {
+void MessageWriter::EndMessage() {
     if (out_.EndMessage()) onProgress_();
 }
 
-EventWriter::Source EventWriter::SourceOf(const bt_field_class* cls) {
+MessageWriter::Source MessageWriter::SourceOf(const bt_field_class* cls) {
     if (IsType(cls, BT_FIELD_CLASS_TYPE_ENUMERATION)) return Source::Label;
     if (IsType(cls, BT_FIELD_CLASS_TYPE_UNSIGNED_INTEGER)) return Source::Unsigned;
     if (IsType(cls, BT_FIELD_CLASS_TYPE_SIGNED_INTEGER)) return Source::Signed;
@@ -109,7 +109,7 @@ EventWriter::Source EventWriter::SourceOf(const bt_field_class* cls) {
     return IsType(cls, BT_FIELD_CLASS_TYPE_STRING) ? Source::String : Source::Other;
 }
 
-const EventWriter::Kind& EventWriter::KindOf(const bt_event_class* cls, bool hasTime) {
+const MessageWriter::Kind& MessageWriter::KindOf(const bt_event_class* cls, bool hasTime) {
     constexpr auto kShift = 6;  // classes are larger than that
     auto& recent = recent_[(reinterpret_cast<std::uintptr_t>(cls) >> kShift) % recent_.size()];
     if (recent.cls != cls) {
@@ -119,7 +119,7 @@ const EventWriter::Kind& EventWriter::KindOf(const bt_event_class* cls, bool has
     return *recent.kind;
 }
 
-const EventWriter::Kind& EventWriter::AddKind(const bt_event_class* cls, bool hasTime) {
+const MessageWriter::Kind& MessageWriter::AddKind(const bt_event_class* cls, bool hasTime) {
     Kind& kind = kinds_[cls];
     const auto* stream = bt_event_class_borrow_stream_class_const(cls);
     const auto names = NamesOf(stream);
@@ -161,7 +161,7 @@ const EventWriter::Kind& EventWriter::AddKind(const bt_event_class* cls, bool ha
     return kind;
 }
 
-std::uint64_t EventWriter::NamesOf(const bt_stream_class* cls) {
+std::uint64_t MessageWriter::NamesOf(const bt_stream_class* cls) {
     const auto [at, isNew] = names_.try_emplace(cls, names_.size());
     if (!isNew) return at->second;
     const auto count = bt_stream_class_get_event_class_count(cls);
@@ -173,7 +173,7 @@ std::uint64_t EventWriter::NamesOf(const bt_stream_class* cls) {
     return at->second;
 }
 
-std::uint64_t EventWriter::StreamOf(const bt_stream* stream) {
+std::uint64_t MessageWriter::StreamOf(const bt_stream* stream) {
     if (stream != latestStream_) {
         latestStream_ = stream;
         latestStreamNumber_ = streams_.try_emplace(stream, streams_.size()).first->second;
@@ -181,14 +181,14 @@ std::uint64_t EventWriter::StreamOf(const bt_stream* stream) {
     return latestStreamNumber_;
 }
 
-void EventWriter::Write(const std::vector<Field>& fields, const bt_field* structure) {
+void MessageWriter::Write(const std::vector<Field>& fields, const bt_field* structure) {
     for (const Field& field : fields)
         Write(field, structure ? bt_field_structure_borrow_member_field_by_index_const(structure,
                                                                                        field.index)
                                : nullptr);
 }
 
-void EventWriter::Write(const Field& field, const bt_field* value) {
+void MessageWriter::Write(const Field& field, const bt_field* value) {
     if (!value) return WriteNothing(field);
     switch (field.source) {
         case Source::Unsigned:
@@ -211,7 +211,7 @@ void EventWriter::Write(const Field& field, const bt_field* value) {
     }
 }
 
-void EventWriter::WriteNothing(const Field& field) {
+void MessageWriter::WriteNothing(const Field& field) {
     out_.Number(0);
     if (field.form == Form::Label) out_.Number(0);
 }

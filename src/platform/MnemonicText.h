@@ -6,6 +6,6 @@
 namespace kvx {
 
 // The text as it is shown: "&x" is x, "&&" is &.
-CString WithoutPrefixes(const CString& text);
+CString WithoutMnemonics(const CString& text);
 
 }  // namespace kvx

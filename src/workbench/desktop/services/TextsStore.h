@@ -16,10 +16,10 @@ namespace kvx::desktop {
 // By key.
 using WorkspaceTexts = std::map<QString, QString>;
 
-class WorkspaceStore final : public Implementation<IQWorkspaceStoreService, host::kWorkspaceStore> {
+class TextsStore final : public Implementation<IQWorkspaceStoreService, host::kWorkspaceStore> {
   public:
     // The settings must outlive the store.
-    explicit WorkspaceStore(Settings& settings) : settings_(settings) {}
+    explicit TextsStore(Settings& settings) : settings_(settings) {}
 
     // The workspace is one of its own from now on, with these texts; or, without, the settings'.
     void SetTexts(std::optional<WorkspaceTexts> texts) { texts_ = std::move(texts); }

@@ -1,4 +1,4 @@
-#include "workbench/cli/Generate.h"
+#include "workbench/cli/GenerateCommand.h"
 
 #include <CLI/CLI.hpp>
 #include <cerrno>

@@ -1,4 +1,4 @@
-#include "workbench/cli/Keys.h"
+#include "workbench/cli/KeysCommand.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>

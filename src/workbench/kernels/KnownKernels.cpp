@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "workbench/kernels/Registry.h"
+#include "workbench/kernels/KnownKernels.h"
 #include "workbench/kernels/linux_kernel/LinuxKernel.h"
 #include "workbench/kernels/zephyr/Zephyr.h"
 

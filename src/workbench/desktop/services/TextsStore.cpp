@@ -1,4 +1,4 @@
-#include "workbench/desktop/services/WorkspaceStore.h"
+#include "workbench/desktop/services/TextsStore.h"
 
 #include "workbench/desktop/QtText.h"
 
@@ -15,7 +15,7 @@ QString SettingOf(const WorkspaceKey& where, BSTR key) {
 
 }  // namespace
 
-HRESULT WorkspaceStore::WriteText(const WorkspaceKey* where, BSTR key, BSTR text) {
+HRESULT TextsStore::WriteText(const WorkspaceKey* where, BSTR key, BSTR text) {
     if (!where || !key) return E_POINTER;
     return Guarded([&] {
         if (texts_ && !IsUsersOwn(*where)) {
@@ -27,7 +27,7 @@ HRESULT WorkspaceStore::WriteText(const WorkspaceKey* where, BSTR key, BSTR text
     });
 }
 
-HRESULT WorkspaceStore::ReadText(const WorkspaceKey* where, BSTR key, BSTR* text) {
+HRESULT TextsStore::ReadText(const WorkspaceKey* where, BSTR key, BSTR* text) {
     if (!where || !key || !text) return E_POINTER;
     return Guarded([&] {
         if (texts_ && !IsUsersOwn(*where)) {

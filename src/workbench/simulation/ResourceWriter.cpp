@@ -1,4 +1,4 @@
-#include "workbench/simulation/ResourceFile.h"
+#include "workbench/simulation/ResourceWriter.h"
 
 #include <nlohmann/json.hpp>
 
@@ -32,7 +32,7 @@ Json HandlerResource(const Handler& handler) {
 
 }  // namespace
 
-std::string ResourceText(const Kernel& kernel, const KernelMoment& start) {
+std::string ResourceText(const SimulatedKernel& kernel, const KernelMoment& start) {
     Json resources;
     if (start.IsIdle())
         resources["CurrentContext"] = {{"Type", "Context"}, {"Attributes", {{"name", "None"}}}};

@@ -1,4 +1,4 @@
-#include "workbench/simulation/Kernel.h"
+#include "workbench/simulation/SimulatedKernel.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -15,7 +15,7 @@ constexpr Time kTick = 1000;
 
 }  // namespace
 
-std::int32_t Kernel::AddTask(TaskConfig config) {
+std::int32_t SimulatedKernel::AddTask(TaskConfig config) {
     Task& task = tasks_.emplace_back();
     task.id = static_cast<std::int32_t>(tasks_.size());
     task.config = std::move(config);
@@ -23,7 +23,7 @@ std::int32_t Kernel::AddTask(TaskConfig config) {
     return task.id;
 }
 
-void Kernel::AddTimerInterrupt(std::int32_t number, std::string name, std::int32_t level) {
+void SimulatedKernel::AddTimerInterrupt(std::int32_t number, std::string name, std::int32_t level) {
     AddInterrupt({.handler = {HandlerKind::Interrupt, number, std::move(name),
                               [this] { return TimerTick(); }},
                   .level = level,
@@ -31,14 +31,14 @@ void Kernel::AddTimerInterrupt(std::int32_t number, std::string name, std::int32
                   .period = kTick});
 }
 
-std::int32_t Kernel::AddServiceRoutine(std::string name, Body body) {
+std::int32_t SimulatedKernel::AddServiceRoutine(std::string name, Body body) {
     const auto id = static_cast<std::int32_t>(routines_.size() + 1);
     routines_.push_back({HandlerKind::ServiceRoutine, id, std::move(name), std::move(body)});
     return id;
 }
 
-std::int32_t Kernel::AddCyclic(std::string name, std::int32_t period, std::int32_t phase,
-                               Body body) {
+std::int32_t SimulatedKernel::AddCyclic(std::string name, std::int32_t period, std::int32_t phase,
+                                        Body body) {
     return AddTimed(HandlerKind::Cyclic,
                     {.handler = {.name = std::move(name), .body = std::move(body)},
                      .period = period,
@@ -46,12 +46,12 @@ std::int32_t Kernel::AddCyclic(std::string name, std::int32_t period, std::int32
                      .timer = {}});
 }
 
-std::int32_t Kernel::AddAlarm(std::string name, Body body) {
+std::int32_t SimulatedKernel::AddAlarm(std::string name, Body body) {
     return AddTimed(HandlerKind::Alarm,
                     {.handler = {.name = std::move(name), .body = std::move(body)}, .timer = {}});
 }
 
-std::int32_t Kernel::AddTimed(HandlerKind kind, TimedHandler handler) {
+std::int32_t SimulatedKernel::AddTimed(HandlerKind kind, TimedHandler handler) {
     const auto others = std::ranges::count(
         timed_, kind, [](const TimedHandler& other) { return other.handler.kind; });
     handler.handler.kind = kind;
@@ -60,18 +60,18 @@ std::int32_t Kernel::AddTimed(HandlerKind kind, TimedHandler handler) {
     return timed_.back().handler.id;
 }
 
-std::int32_t Kernel::AddMessage(std::string name) {
+std::int32_t SimulatedKernel::AddMessage(std::string name) {
     messages_.push_back(std::move(name));
     return static_cast<std::int32_t>(messages_.size());
 }
 
-TimedHandler& Kernel::Timed(HandlerKind kind, std::int32_t id) {
+TimedHandler& SimulatedKernel::Timed(HandlerKind kind, std::int32_t id) {
     for (auto& timed : timed_)
         if (timed.handler.kind == kind && timed.handler.id == id) return timed;
     throw std::out_of_range("no such handler");
 }
 
-void Kernel::Start() {
+void SimulatedKernel::Start() {
     for (auto& task : tasks_) scheduler_.Introduce(task);
     for (auto& timed : timed_) {
         timed.timer.handler = &timed;
@@ -80,7 +80,7 @@ void Kernel::Start() {
     scheduler_.Dispatch();
 }
 
-bool Kernel::Step() {
+bool SimulatedKernel::Step() {
     if (const InterruptLine* const line = interrupts_.Take(Now(), Level())) {
         Enter(line->handler, line->level);
         return true;
@@ -94,31 +94,31 @@ bool Kernel::Step() {
     return true;
 }
 
-bool Kernel::AwaitInterrupt() {
+bool SimulatedKernel::AwaitInterrupt() {
     const Time next = interrupts_.NextDue(kTaskLevel);
     if (next == kNever) return false;
     recorder_.AdvanceTo(next);
     return true;
 }
 
-Context* Kernel::Current() {
+Context* SimulatedKernel::Current() {
     if (!handlers_.empty()) return &handlers_.back();
     return scheduler_.Running();
 }
 
-std::int32_t Kernel::Level() const {
+std::int32_t SimulatedKernel::Level() const {
     if (locked_) return kHighestLevel;
     return handlers_.empty() ? kTaskLevel : handlers_.back().level;
 }
 
 // Computes until it has done so for long enough, or an interrupt comes.
-void Kernel::Advance(Context& context) {
+void SimulatedKernel::Advance(Context& context) {
     const Time done = std::min<Time>(context.remaining, interrupts_.NextDue(Level()) - Now());
     context.remaining -= static_cast<std::int32_t>(done);
     recorder_.AdvanceTo(Now() + done);
 }
 
-void Kernel::Enter(const Handler& handler, std::int32_t level) {
+void SimulatedKernel::Enter(const Handler& handler, std::int32_t level) {
     HandlerContext& context = handlers_.emplace_back();
     context.program = handler.body();
     context.handler = &handler;
@@ -127,7 +127,7 @@ void Kernel::Enter(const Handler& handler, std::int32_t level) {
     recorder_.Handler(TraceKind::HandlerEnter, handler.kind, handler.id);
 }
 
-void Kernel::Finish() {
+void SimulatedKernel::Finish() {
     if (handlers_.empty()) return Issue(ext_tsk());
     const Handler& handler = *handlers_.back().handler;
     handlers_.pop_back();
@@ -135,7 +135,7 @@ void Kernel::Finish() {
     if (handlers_.empty()) scheduler_.Dispatch();
 }
 
-void Kernel::Issue(const ServiceCall& call) {
+void SimulatedKernel::Issue(const ServiceCall& call) {
     Context& caller = *Current();
     Arguments arguments = call.arguments;
     for (std::size_t i = 0; i < call.service->parameterCount; ++i)
@@ -146,13 +146,13 @@ void Kernel::Issue(const ServiceCall& call) {
     if (handlers_.empty()) scheduler_.Dispatch();
 }
 
-CallResult Kernel::Return(const Service& service) {
+CallResult SimulatedKernel::Return(const Service& service) {
     const CallResult result = Current()->result;
     recorder_.Return(service, result);
     return result;
 }
 
-Program Kernel::TimerTick() {
+Program SimulatedKernel::TimerTick() {
     timers_.Tick();
     while (Timer* const timer = timers_.TakeDue()) {
         if (timer->task) {

@@ -1,12 +1,12 @@
-#include "workbench/simulation/Mutex.h"
+#include "workbench/simulation/KernelMutex.h"
 
 #include <algorithm>
 
-#include "workbench/simulation/Kernel.h"
+#include "workbench/simulation/SimulatedKernel.h"
 
 namespace kvx::simulation {
 
-CallResult Mutex::Lock(Scheduler& scheduler, std::int32_t timeout) {
+CallResult KernelMutex::Lock(Scheduler& scheduler, std::int32_t timeout) {
     Task& task = *scheduler.Running();
     if (owner_ == &task) return {E_ILUSE};
     if (protocol_ == Protocol::Ceiling && task.basePriority < ceiling_) return {E_ILUSE};
@@ -19,13 +19,13 @@ CallResult Mutex::Lock(Scheduler& scheduler, std::int32_t timeout) {
     return result;
 }
 
-CallResult Mutex::Unlock(Scheduler& scheduler) {
+CallResult KernelMutex::Unlock(Scheduler& scheduler) {
     if (owner_ != scheduler.Running()) return {E_ILUSE};
     GiveUp(scheduler);
     return {};
 }
 
-void Mutex::GiveUp(Scheduler& scheduler) {
+void KernelMutex::GiveUp(Scheduler& scheduler) {
     Task& before = *owner_;
     owner_ = nullptr;
     std::erase(before.held, this);
@@ -36,25 +36,25 @@ void Mutex::GiveUp(Scheduler& scheduler) {
     UpdatePriority(scheduler, before);
 }
 
-void Mutex::WaiterLeft(Scheduler& scheduler) {
+void KernelMutex::WaiterLeft(Scheduler& scheduler) {
     if (owner_) UpdatePriority(scheduler, *owner_);
 }
 
-void Mutex::Take(Scheduler& scheduler, Task& task) {
+void KernelMutex::Take(Scheduler& scheduler, Task& task) {
     owner_ = &task;
     task.held.push_back(this);
     UpdatePriority(scheduler, task);
 }
 
-std::int32_t Mutex::PriorityOfOwner() const {
+std::int32_t KernelMutex::PriorityOfOwner() const {
     if (protocol_ == Protocol::Ceiling) return ceiling_;
     if (protocol_ == Protocol::None || queue_.Empty()) return kLowestPriority;
     return queue_.Front()->priority;
 }
 
-void Mutex::UpdatePriority(Scheduler& scheduler, Task& task) {
+void KernelMutex::UpdatePriority(Scheduler& scheduler, Task& task) {
     std::int32_t priority = task.basePriority;
-    for (const Mutex* const mutex : task.held)
+    for (const KernelMutex* const mutex : task.held)
         priority = std::min(priority, mutex->PriorityOfOwner());
     if (priority == task.priority) return;
     const bool runs = &task == scheduler.Running();
@@ -64,27 +64,27 @@ void Mutex::UpdatePriority(Scheduler& scheduler, Task& task) {
 
 namespace {
 
-CallResult Lock(Kernel& kernel, std::int32_t mutex, std::int32_t timeout) {
-    return kernel.Object<Mutex>(mutex).Lock(kernel.Tasks(), timeout);
+CallResult Lock(SimulatedKernel& kernel, std::int32_t mutex, std::int32_t timeout) {
+    return kernel.Object<KernelMutex>(mutex).Lock(kernel.Tasks(), timeout);
 }
 
 }  // namespace
 
 constinit const ServiceOf<1> loc_mtx("loc_mtx", "mtxid",
-                                     [](Kernel& kernel, const Arguments& given) {
+                                     [](SimulatedKernel& kernel, const Arguments& given) {
                                          return Lock(kernel, given[0], TMO_FEVR);
                                      });
 constinit const ServiceOf<1> ploc_mtx("ploc_mtx", "mtxid",
-                                      [](Kernel& kernel, const Arguments& given) {
+                                      [](SimulatedKernel& kernel, const Arguments& given) {
                                           return Lock(kernel, given[0], TMO_POL);
                                       });
 constinit const ServiceOf<2> tloc_mtx("tloc_mtx", "mtxid tmout",
-                                      [](Kernel& kernel, const Arguments& given) {
+                                      [](SimulatedKernel& kernel, const Arguments& given) {
                                           return Lock(kernel, given[0], given[1]);
                                       });
 constinit const ServiceOf<1> unl_mtx("unl_mtx", "mtxid",
-                                     [](Kernel& kernel, const Arguments& given) {
-                                         return kernel.Object<Mutex>(given[0]).Unlock(
+                                     [](SimulatedKernel& kernel, const Arguments& given) {
+                                         return kernel.Object<KernelMutex>(given[0]).Unlock(
                                              kernel.Tasks());
                                      });
 

@@ -3,13 +3,13 @@
 
 #include <string>
 
-#include "workbench/simulation/Kernel.h"
 #include "workbench/simulation/KernelMoment.h"
+#include "workbench/simulation/SimulatedKernel.h"
 
 namespace kvx::simulation {
 
 // The whole file (JSON) for a log of the kernel that begins at that moment; the default is the
 // kernel's start.
-std::string ResourceText(const Kernel& kernel, const KernelMoment& start = {});
+std::string ResourceText(const SimulatedKernel& kernel, const KernelMoment& start = {});
 
 }  // namespace kvx::simulation

@@ -1,8 +1,8 @@
-#include "platform/PrefixText.h"
+#include "platform/MnemonicText.h"
 
 namespace kvx {
 
-CString WithoutPrefixes(const CString& text) {
+CString WithoutMnemonics(const CString& text) {
     CString shown;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] == '&' && i + 1 < text.size()) ++i;

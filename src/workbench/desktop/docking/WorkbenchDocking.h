@@ -15,11 +15,11 @@
 
 namespace kvx::desktop {
 
-class DockingHost final : public Implementation<IQDockingHost, host::kDockingHost> {
+class WorkbenchDocking final : public Implementation<IQDockingHost, host::kDockingHost> {
   public:
     // window and settings must outlive the host. Menus of docking windows stand in the menu bar
     // before that action.
-    DockingHost(QMainWindow& window, Settings& settings, QAction* windowMenusBefore);
+    WorkbenchDocking(QMainWindow& window, Settings& settings, QAction* windowMenusBefore);
 
     // After a command was carried out, or the user closed a docking window.
     std::function<void()> onCommandDone;

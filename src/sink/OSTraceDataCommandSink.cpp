@@ -1,4 +1,4 @@
-#include "sink/CommandSink.h"
+#include "sink/OSTraceDataCommandSink.h"
 
 #include <algorithm>
 

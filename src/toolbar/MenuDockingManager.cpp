@@ -1,4 +1,4 @@
-#include "toolbar/DockingManager.h"
+#include "toolbar/MenuDockingManager.h"
 
 #include "host/Identifiers.h"
 #include "toolbar/CommandTarget.h"

@@ -1,4 +1,4 @@
-#include "workbench/desktop/services/Module.h"
+#include "workbench/desktop/services/LoadedModule.h"
 
 #include <dlfcn.h>
 
