@@ -56,7 +56,8 @@ FindingList FindAll(const Model& model, const Rules& rules) {
     AllFigures figures;
     const Selection all{model.Range(), std::nullopt};
     for (ContextId id = 0; id < model.AllContexts().Count(); ++id)
-        figures.push_back(FiguresOf(model, all, id));
+        figures.push_back(model.AllContexts().Get(id).IsTask() ? FiguresOf(model, all, id)
+                                                               : JobFigures());
     for (const Incident& incident : model.AllIncidents())
         list.findings.push_back(FindingOf(model, incident));
     FindLateJobs(model, rules, figures, list.findings);

@@ -6,7 +6,7 @@
 
 namespace kvx::timing {
 
-// By context; of the whole recording.
+// By context; of the whole recording. Those of handlers are empty.
 using AllFigures = std::vector<JobFigures>;
 
 // A finding about one job.

@@ -1,7 +1,6 @@
 #pragma once
 // The usual figures of a set of values.
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -17,10 +16,11 @@ struct Statistics {
     std::int64_t max = 0;
 };
 
-// Percentiles by nearest rank. Sorts the values. None for no values.
+// A percentile is the smallest value that at least so many per cent do not exceed (nearest rank).
+// Changes the order of the values. None for no values.
 std::optional<Statistics> StatisticsOf(std::vector<std::int64_t>& values);
 
-// Of sorted values, not empty: the smallest that at least so many per cent do not exceed.
+// The same of sorted values, which are not empty.
 std::int64_t Percentile(const std::vector<std::int64_t>& sorted, unsigned percent);
 
 }  // namespace kvx::timing

@@ -97,6 +97,7 @@ void Walk::OnDispatch(std::uint32_t timeline, ContextId to) {
     Cpu& cpu = cpus_[timeline];
     const auto from = cpu.current;
     cpu.current = to;
+    DropOpenEnded(from);
     Tell(&IWalkObserver::OnDispatch, now_, from, to);
     if (isHandler_[to]) return EnterHandler(timeline, to);
     if (!isTask_[to] && !source_.contexts.Get(to).IsIdle()) return OnUnknown(timeline);
@@ -113,6 +114,14 @@ void Walk::OnDispatch(std::uint32_t timeline, ContextId to) {
     const bool unseen =
         before.doing == Doing::Unknown && (before.beganUnseen || before.since < now_.time);
     Set(to, {.doing = Doing::Runs, .beganUnseen = unseen, .timeline = timeline});
+}
+
+// Of a call without a recorded return nobody knows how long it lasts; not beyond the moment when
+// its context stops running.
+void Walk::DropOpenEnded(ContextId context) {
+    if (context == kNobody) return;
+    auto& open = calls_[context];
+    while (!open.empty() && open.back().returned == kNoRecord) open.pop_back();
 }
 
 // One that runs below others goes on; any other begins.

@@ -125,6 +125,7 @@ class Walk {
     void ApplyLocks(ContextId task, const TaskStatus& before, const TaskStatus& now);
     void Set(ContextId task, TaskStatus now, const Releaser& by = {});
     void Leave(ContextId task);
+    void DropOpenEnded(ContextId context);
     Wait WaitOf(const service::EventStore& events, std::uint32_t event, std::uint32_t timeline,
                 const TaskStatus& before) const;
     Releaser ReleaserNow(ContextId task, std::uint32_t timeline);
