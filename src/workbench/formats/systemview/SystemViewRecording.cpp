@@ -155,10 +155,6 @@ void SystemViewRecording::FillTaskRecord(const Packet& packet, Record& record) c
             record.kind = RecordKind::State;
             record.state = TaskState::Dormant;
             break;
-        case kTaskInfo:
-            record.subject = TaskKey(values.Number());
-            record.priority = static_cast<std::int32_t>(values.Number());
-            return;
         default:
             return;
     }
