@@ -204,6 +204,38 @@ TEST_F(Demonstration, RulesPutWhatViolatesThemFirst) {
     EXPECT_TRUE(fault.contains("drive.toml")) << fault.toStdString();
 }
 
+TEST_F(Demonstration, DeadlineThatIsTypedBecomesARule) {
+    TimingDocks& docks = workbench_.Timing();
+    docks.SetRules("# mine\n[task.LOGGER]\ndeadline = \"1s\"\n", "mine.toml");
+    WaitForFacts();
+    TableDock& table = docks.Table("timing");
+    table.show();
+    table.SetFilter("MOTOR_CTRL");
+    ASSERT_EQ(table.View().model()->rowCount(), 1);
+    table.View().selectRow(0);
+    auto* typed = table.findChildren<QLineEdit*>().back();
+    ASSERT_TRUE(typed->isEnabled());
+    QString fault;
+    docks.onRulesFault = [&fault](const QString& message) { fault = message; };
+    typed->setText("soon");
+    QTest::keyClick(typed, Qt::Key_Return);
+    EXPECT_TRUE(fault.contains("soon"));
+    typed->setText("10ms");
+    QTest::keyClick(typed, Qt::Key_Return);
+    WaitForFacts();
+    EXPECT_EQ(
+        docks.RulesText(),
+        "# mine\n[task.LOGGER]\ndeadline = \"1s\"\n\n[task.MOTOR_CTRL]\ndeadline = \"10ms\"\n");
+    EXPECT_EQ(docks.Facts()->found.violations.size(), 1u);
+    EXPECT_TRUE(docks.Explanation().Text().contains("deadline 10 ms"))
+        << docks.Explanation().Text().toStdString();
+    typed->setText("20ms");
+    QTest::keyClick(typed, Qt::Key_Return);
+    WaitForFacts();
+    EXPECT_TRUE(docks.Facts()->found.violations.empty());
+    EXPECT_EQ(QString::fromStdString(docks.RulesText()).count("deadline"), 2);
+}
+
 TEST_F(Demonstration, DocksGoWithTheRecordingAndComeBack) {
     TimingDocks& docks = workbench_.Timing();
     workbench_.CloseRecording();

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QStatusBar>
 #include <algorithm>
 #include <utility>
@@ -319,6 +320,13 @@ void Workbench::LoadRules(const QString& path) {
     }
     window_.RememberFolderOf(path);
     timing_.SetRules(file.readAll().toStdString(), path.toStdString());
+}
+
+void Workbench::SaveRules(const QString& path) {
+    QSaveFile file(path);
+    const QByteArray text = QByteArray::fromStdString(timing_.RulesText());
+    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit()) return;
+    window_.ShowError("Cannot Save Rules", path + ": " + file.errorString());
 }
 
 void Workbench::OpenTraceWindow() {

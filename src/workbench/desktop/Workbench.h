@@ -116,6 +116,7 @@ class Workbench final : private IWorkspaceHost {
     void ShowDisplay(double start, double end);
     void FollowDisplay();
     void LoadRules(const QString& path);
+    void SaveRules(const QString& path);
     bool MayLeaveWorkspace();
 
     // Menus and state.

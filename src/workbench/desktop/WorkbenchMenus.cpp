@@ -34,6 +34,7 @@ void Workbench::ConnectMenus() {
     window_.onCloseWorkspace = [this] { CloseWorkspace(); };
     window_.onQuit = [this] { return MayLeaveWorkspace(); };
     window_.onProcessor = [this](std::uint32_t processor) { ShowProcessor(processor); };
+    window_.onSaveRules = [this](const QString& path) { SaveRules(path); };
     window_.onLoadRules = [this](const QString& path) { LoadRules(path); };
     window_.onFormat = [this] { ShowFormat(); };
     window_.onShowAllLines = [this] { ShowAllLines(); };

@@ -5,7 +5,10 @@
 #include <cstring>
 
 #include "workbench/desktop/QtText.h"
+#include "workbench/service/TimeArgument.h"
+#include "workbench/timing/RulesText.h"
 #include "workbench/timing/TableForms.h"
+#include "workbench/timing/Times.h"
 
 namespace kvx::desktop {
 namespace {
@@ -95,7 +98,18 @@ void TimingDocks::MakeHistogram() {
     figure_ = new QComboBox;
     for (const Figure& figure : kFigures) figure_->addItem(figure.name);
     histogram_ = new Histogram;
-    Table("timing").PutBeside(*figure_, *histogram_);
+    deadline_ = new QLineEdit;
+    deadline_->setPlaceholderText("Deadline, as 5ms");
+    deadline_->setToolTip("Deadline of the selected row. File > Save Rules keeps it.");
+    deadline_->setMaximumWidth(140);
+    deadline_->setEnabled(false);
+    connect(deadline_, &QLineEdit::returnPressed, this, [this] { TakeDeadline(); });
+    auto* choice = new QWidget;
+    auto* row = new QHBoxLayout(choice);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(deadline_);
+    row->addWidget(figure_);
+    Table("timing").PutBeside(*choice, *histogram_);
     connect(figure_, &QComboBox::currentIndexChanged, this, [this] { ShowHistogram(); });
     histogram_->onBin = [this](std::int64_t from, std::int64_t to) {
         if (!facts_ || !shownContext_) return;
@@ -214,7 +228,18 @@ void TimingDocks::Take(std::shared_ptr<const TimingFacts> facts) {
         at->dock->Show(std::shared_ptr<const Analysis>(facts_, facts_->tables[i].get()));
     }
     ShowOverview();
+    SelectAgain();
     if (onFilled) onFilled();
+}
+
+void TimingDocks::SelectAgain() {
+    const std::string name = std::exchange(shownAgain_, {});
+    TableDock& table = Table("timing");
+    for (int row = 0; !name.empty() && row < table.Shown()->RowCount(); ++row) {
+        const auto context = ContextOf(*table.Shown(), row);
+        if (context && facts_->model->AllContexts().NameOf(*context) == name)
+            return table.Select(row);
+    }
 }
 
 void TimingDocks::ShowFindings() {
@@ -301,8 +326,29 @@ void TimingDocks::GoTo(const timing::JobRef& ref) {
         {facts_->model->ProcessorOf(job.timeline), job.seen.start, job.seen.end, job.seen.start});
 }
 
+// The rules with it are worked out anew; the row is selected again then.
+void TimingDocks::TakeDeadline() {
+    if (!facts_ || !shownContext_) return;
+    const std::string text = deadline_->text().trimmed().toStdString();
+    const auto time = service::ParseTime(text, facts_->decoded->GetRecording().Clock());
+    if (!time || *time <= 0) {
+        if (onRulesFault)
+            onRulesFault(time ? QStringLiteral("A deadline is longer than nothing.")
+                              : FromUtf8(time.GetError().message));
+        return;
+    }
+    const timing::ContextInfo& info = facts_->model->AllContexts().Get(*shownContext_);
+    shownAgain_ = facts_->model->AllContexts().NameOf(*shownContext_);
+    SetRules(timing::WithDeadline(rules_, info.IsHandler(), info.name, text), rulesPath_);
+}
+
 void TimingDocks::ShowHistogram() {
+    deadline_->setEnabled(facts_ && shownContext_);
     if (!facts_ || !shownContext_) return histogram_->Clear();
+    const auto deadline = facts_->rules.DeadlineOf(*shownContext_);
+    deadline_->setText(deadline ? FromUtf8(timing::ExactTimeText(
+                                      *deadline, facts_->decoded->GetRecording().Clock()))
+                                : QString());
     const auto& jobs = facts_->model->AllJobs();
     const Figure& figure = kFigures[figure_->currentIndex()];
     std::vector<std::int64_t> values;
@@ -311,8 +357,7 @@ void TimingDocks::ShowHistogram() {
         if (const auto value = figure.of(job); value && !job.cut) values.push_back(*value);
     }
     const bool isResponse = figure_->currentIndex() == 0;
-    histogram_->Show(std::move(values),
-                     isResponse ? facts_->rules.DeadlineOf(*shownContext_) : std::nullopt,
+    histogram_->Show(std::move(values), isResponse ? deadline : std::nullopt,
                      facts_->decoded->GetRecording().Clock(),
                      FromUtf8(facts_->model->AllContexts().NameOf(*shownContext_)) + ", " +
                          figure_->currentText().toLower());

@@ -32,7 +32,7 @@ class TimingDocks final : public QObject {
 
     // What a row speaks of was selected.
     std::function<void(const Stretch& stretch)> onGoTo;
-    // The rules file cannot be taken.
+    // The rules, or a deadline that was typed, cannot be taken.
     std::function<void(const QString& message)> onRulesFault;
     // After the docks were filled.
     std::function<void()> onFilled;
@@ -42,6 +42,8 @@ class TimingDocks final : public QObject {
                       std::uint32_t processor);
     // Text of a rules file and its path; empty: none. Everything is worked out anew.
     void SetRules(const std::string& text, const std::string& path);
+    // As they were given, with the deadlines that the user has typed since.
+    const std::string& RulesText() const { return rules_; }
     // Shows findings and explanation, for the first look at a recording that has some.
     void ShowFindings();
     // Gives the docks their places, below that window, unless a layout that was restored has them
@@ -68,12 +70,14 @@ class TimingDocks final : public QObject {
     void MakeHistogram();
     void Start();
     void ShowOverview();
+    void SelectAgain();
     void SayAll(const QString& text);
     void Take(std::shared_ptr<const TimingFacts> facts);
     void FindingSelected(int row);
     void RowSelected(const AnalysisForm& form, int row, int column);
     void GoTo(const timing::JobRef& job);
     void ShowHistogram();
+    void TakeDeadline();
     std::optional<timing::ContextId> ContextOf(const Analysis& table, int row) const;
     std::optional<timing::JobRef> JobOf(const AnalysisForm& form, int row, int column) const;
 
@@ -88,7 +92,9 @@ class TimingDocks final : public QObject {
     bool arePlaced_ = false;
     QComboBox* figure_ = nullptr;
     Histogram* histogram_ = nullptr;
+    QLineEdit* deadline_ = nullptr;
     std::optional<timing::ContextId> shownContext_;  // in the histogram
+    std::string shownAgain_;  // name of the context to select when everything is worked out anew
 
     std::shared_ptr<const service::DecodedRecording> decoded_;
     std::uint32_t processor_ = 0;

@@ -112,6 +112,10 @@ void MainWindow::MakeFileMenu() {
     menu->addAction("Rea&ding of Recordings…", this, [this] { onReading(); });
     close_ = menu->addAction("&Close", QKeySequence("Ctrl+W"), this, [this] { onClose(); });
     menu->addAction("Load R&ules…", this, [this] { ChooseRules(); });
+    menu->addAction("Sa&ve Rules As…", this, [this] {
+        const QString path = ChooseSaved("Save Rules As", "rules.toml", "Rules (*.toml)");
+        if (!path.isEmpty()) onSaveRules(path);
+    });
     menu->addSeparator();
     menu->addAction("Open &Workspace…", QKeySequence("Ctrl+Alt+O"), this,
                     [this] { ChooseWorkspace(); });

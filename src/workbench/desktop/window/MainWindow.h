@@ -30,6 +30,7 @@ class MainWindow final : public QMainWindow {
     std::function<void(const QString& path)> onSaveWorkspace;  // empty: where it is already
     std::function<void()> onCloseWorkspace;
     std::function<void(const QString& path)> onLoadRules;
+    std::function<void(const QString& path)> onSaveRules;
     std::function<void()> onFormat;
     std::function<void()> onShowAllLines;
     std::function<bool()> isAnyLineHidden;
