@@ -66,6 +66,16 @@ TEST(Timing, OneJobCountedByHand) {
     EXPECT_EQ(timing["rt"]["p99"], 19);
 }
 
+TEST(Timing, ARunOfAHandlerIsAJobThatEndsInNothing) {
+    TimingRun run(kOneTask);
+    const auto job = run.Jobs("int handler 3")[0];
+    EXPECT_EQ(job["rt"], 3);
+    EXPECT_EQ(job["ends_in"], nullptr);
+    ASSERT_EQ(run.Run("explain", {"--task", "int handler 3"}), 0);
+    EXPECT_TRUE(run.Out().starts_with("int handler 3 job 1 took 3 us: it ran 3 us.")) << run.Out();
+    EXPECT_TRUE(run.Out().ends_with("  ends\n")) << run.Out();
+}
+
 TEST(Timing, ARangeCutsTheJobsAtItsEnds) {
     TimingRun run(kOneTask);
     const auto jobs = run.Table("jobs", {"--task", "1", "--start", "12", "--end", "35"});

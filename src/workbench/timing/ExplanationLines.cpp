@@ -10,6 +10,13 @@
 namespace kvx::timing {
 namespace {
 
+// A run of a handler ends in nothing.
+std::string EndOf(const Job& job) {
+    if (!job.end) return "is cut";
+    if (job.endsIn == kEndUnknown) return "ends";
+    return "ends in " + std::string(CauseName(job.endsIn));
+}
+
 bool IsSameWait(const Part& one, const Part& other) {
     return one.kind == PartKind::Blocked && other.kind == one.kind && one.cause == other.cause &&
            one.object == other.object;
@@ -28,8 +35,7 @@ class LineWriter {
             first = end;
         }
         const Job& job = explanation.job;
-        const std::string end =
-            job.end ? "ends in " + std::string(CauseName(job.endsIn)) : "is cut";
+        const std::string end = EndOf(job);
         lines_.push_back({At(job.seen.end), "", end, false, job.seen.end, job.seen.end});
         return std::move(lines_);
     }

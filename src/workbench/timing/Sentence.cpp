@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <utility>
 
 #include "workbench/timing/Times.h"
 
@@ -12,6 +13,7 @@ namespace {
 struct Share {
     std::int64_t time = 0;
     std::string text;
+    bool hasTail = false;  // what would follow would seem to speak of the holder
 };
 
 using TimeByContext = std::map<ContextId, std::int64_t>;
@@ -25,7 +27,8 @@ class SentenceWriter {
         const Job& job = explanation_.job;
         const auto total = job.seen.end - job.seen.start;
         auto shares = Shares();
-        std::ranges::stable_sort(shares, {}, &Share::time);
+        std::ranges::stable_sort(
+            shares, {}, [](const Share& share) { return std::pair(share.hasTail, share.time); });
         std::erase_if(shares, [&](const Share& share) { return share.time * 20 < total; });
         std::string text = JobName(model_, explanation_.context, job.number);
         if (const auto response = job.Response())
@@ -71,7 +74,7 @@ class SentenceWriter {
     void AddPlain(PartKind kind, const char* verb, const char* after,
                   std::vector<Share>& shares) const {
         if (const auto time = TimeOf(kind); time > 0)
-            shares.push_back({time, verb + Time(time) + after});
+            shares.push_back({time, verb + Time(time) + after, false});
     }
 
     void AddKept(PartKind kind, const char* verb, const char* after, const char* joint,
@@ -115,7 +118,9 @@ class SentenceWriter {
             if (!part.chain.empty()) holders[part.chain.front().context] += part.Time();
         }
         std::string text =
-            "was blocked " + Time(time) + " on " + WaitName(model_, like.object, like.cause);
+            like.object == kNoObject
+                ? "waited " + Time(time) + " in " + std::string(CauseName(like.cause))
+                : "was blocked " + Time(time) + " on " + WaitName(model_, like.object, like.cause);
         if (!holders.empty()) {
             const auto holder = std::ranges::max_element(holders, {}, [](const auto& entry) {
                                     return entry.second;
@@ -124,7 +129,7 @@ class SentenceWriter {
         }
         if (deadlock) text += ": deadlock";
         if (inversion) text += ": priority inversion";
-        shares.push_back({time, std::move(text)});
+        shares.push_back({time, std::move(text), !holders.empty()});
     }
 
     // What the end of the chain behind that holder mostly did other than run.
@@ -150,7 +155,9 @@ class SentenceWriter {
         const HolderLink& first = part.chain.front();
         if (first.doing == Doing::Waits) {
             std::string text =
-                "was blocked for # on " + WaitName(model_, first.object, first.cause);
+                first.object == kNoObject
+                    ? "waited for # in " + std::string(CauseName(first.cause))
+                    : "was blocked for # on " + WaitName(model_, first.object, first.cause);
             if (part.chain.size() > 1) text += " held by " + Name(part.chain[1].context);
             return text;
         }
