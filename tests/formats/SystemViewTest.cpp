@@ -311,6 +311,13 @@ TEST(SystemView, CoresOfOneFileAndOfSeveralAgreeAtTheirStarts) {
         EXPECT_THAT(second.Lines(), ElementsAre("12000 run Unknown: work", "13000 run work: Idle"));
         EXPECT_EQ(second.summary.records, 14u);
     }
+    // The second core is cut off.
+    const auto half =
+        ShowFile(folder.Write("y.SVDat", FormatText("; Offset Core1    %zu\n", one.size()) + one));
+    EXPECT_THAT(half.Lines(), Contains("10000 run Unknown: main"));
+    EXPECT_THAT(CountersOf(half.summary.losses), ElementsAre("cut_record 1"));
+    EXPECT_THAT(half.trace->GetRecording()->Warnings(),
+                ElementsAre(HasSubstr("ends before core 1 begins")));
     further.moreFiles = {folder.Write("letter.txt", "Dear reader")};
     const auto wrong = formats::OpenRecording(first, further);
     ASSERT_FALSE(wrong);

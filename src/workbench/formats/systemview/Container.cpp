@@ -98,11 +98,9 @@ Result<Container> OpenContainer(std::string_view bytes) {
     std::ranges::sort(offsets, {}, [](const auto& core) { return core.second; });
     for (std::size_t i = 0; i < offsets.size(); ++i) {
         const auto [number, offset] = offsets[i];
-        if (offset > body.size()) {
-            return Error{
-                FormatText("core %u begins at byte %llu behind the header, where the file "
-                           "has ended",
-                           number, static_cast<unsigned long long>(offset))};
+        if (offset >= body.size()) {
+            container.missing.push_back(number);
+            continue;
         }
         const auto end = i + 1 < offsets.size() ? offsets[i + 1].second : body.size();
         auto part = body.substr(offset, end - offset);

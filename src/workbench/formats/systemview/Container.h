@@ -19,6 +19,7 @@ struct CorePart {
 struct Container {
     std::string author;  // as its line says
     std::vector<CorePart> cores;
+    std::vector<std::uint32_t> missing;  // cores that the header names and the file does not reach
 };
 
 bool Recognises(std::string_view bytes);

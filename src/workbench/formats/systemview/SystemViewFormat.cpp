@@ -19,12 +19,17 @@ Result<MappedFile> OpenFurther(const std::string& path, IOpenProgress* progress)
 }
 
 // Files of one core each are numbered in their order.
-Result<std::vector<Core>> CoresOf(const Loaded& loaded, std::string& author) {
+Result<std::vector<Core>> CoresOf(Loaded& loaded) {
     std::vector<Core> cores;
     for (const MappedFile& file : loaded.files) {
         auto container = OpenContainer(file.Text());
         if (!container) return container.GetError();
-        if (author.empty()) author = container->author;
+        if (loaded.author.empty()) loaded.author = container->author;
+        for (const auto core : container->missing) {
+            loaded.losses.Add(service::Loss::CutRecord);
+            loaded.warnings.push_back(
+                FormatText("%s: the file ends before core %u begins", loaded.path.c_str(), core));
+        }
         const bool several = loaded.files.size() > 1;
         for (const CorePart& part : container->cores) {
             const auto number = several ? static_cast<std::uint32_t>(cores.size()) : part.number;
@@ -44,7 +49,7 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
         if (!file) return file.GetError();
         loaded.files.push_back(std::move(*file));
     }
-    auto cores = CoresOf(loaded, loaded.author);
+    auto cores = CoresOf(loaded);
     if (!cores) return Error{candidate.path + ": " + cores.GetError().message};
     loaded.stream = std::make_unique<Stream>();
     if (!loaded.stream->Load(std::move(*cores), loaded.losses, progress))

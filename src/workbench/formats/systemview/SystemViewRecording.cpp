@@ -53,6 +53,8 @@ SystemViewRecording::SystemViewRecording(Loaded loaded, const OpenOptions& optio
     setsPriority_.resize(facts_.used.size());
     for (std::uint32_t id = kFirstCall; id < facts_.used.size(); ++id)
         setsPriority_[id] = kernel_.SetsPriority(forms_.NameOf(id));
+    const auto& more = forms_.Warnings();
+    loaded_.warnings.insert(loaded_.warnings.end(), more.begin(), more.end());
     firstTime_ = TimeOf(0);
     Declare();
 }

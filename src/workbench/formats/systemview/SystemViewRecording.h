@@ -22,6 +22,7 @@ struct Loaded {
     std::vector<MappedFile> files;  // the stream reads their bytes
     std::unique_ptr<Stream> stream;
     service::LossCounters losses;
+    std::vector<std::string> warnings;
 };
 
 class SystemViewRecording final : public Recording {
@@ -45,7 +46,7 @@ class SystemViewRecording final : public Recording {
     std::int64_t TimeOf(std::uint32_t record) const override;
     std::string FactsOf(const service::ContextKey& context) const override;
     const service::LossCounters& Losses() const override { return loaded_.losses; }
-    const std::vector<std::string>& Warnings() const override { return forms_.Warnings(); }
+    const std::vector<std::string>& Warnings() const override { return loaded_.warnings; }
     const service::Kernel& GetKernel() const override { return kernel_; }
 
   private:
