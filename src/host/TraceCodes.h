@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace kvx::host {
 
@@ -56,6 +57,13 @@ constexpr const char* StateName(int code) {
         "WAI (SEM)", "WAI (MBX)", "WAI (DTQ)", "WAI (VSDTQ,VRDTQ)", "WAI (MPF)",
         "WAI (MBF)", "WAI (MTX)", "WAI (MPL)"};
     return code < 1 || code > kStateCodes ? "" : kNames[static_cast<std::size_t>(code) - 1];
+}
+
+// The code of a name such as "WAI (SEM)"; 0: there is none of that name.
+constexpr std::uint8_t StateCodeOf(std::string_view name) {
+    for (int code = 1; code <= kStateCodes; ++code)
+        if (name == StateName(code)) return static_cast<std::uint8_t>(code);
+    return 0;
 }
 
 // "Semaphores"; that of an unknown class for a code outside 1 to 13.

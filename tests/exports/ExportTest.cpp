@@ -158,6 +158,93 @@ TEST(ExportBtf, RealRecordingsOpenWithTheSameRunsAndStates) {
     }
 }
 
+// The log with its resource file, opened again.
+std::unique_ptr<service::TraceService> ThroughItron(
+    const TempFolder& folder, service::TraceService& trace,
+    std::optional<std::pair<std::int64_t, std::int64_t>> range = {}) {
+    trace.Decoded()->WaitForAll();
+    auto request = exports::WholeOf(*trace.Decoded());
+    if (range) std::tie(request.start, request.end) = *range;
+    const auto path = folder.Path("cut.log");
+    const auto failure = exports::WriteFiles(*exports::FindExporter("itron"), request, path);
+    EXPECT_FALSE(failure) << failure->message;
+    return Show(path);
+}
+
+TEST(ExportItron, OpensWithTheSameEvents) {
+    const TempFolder folder;
+    for (const auto text : {kLog, kFreeRtos, kLinux}) {
+        const auto trace = ShowText(folder, text);
+        ASSERT_TRUE(trace);
+        const auto again = ThroughItron(folder, *trace);
+        ASSERT_TRUE(again);
+        EXPECT_EQ(AllEvents(*again->Decoded()), AllEvents(*trace->Decoded()));
+    }
+}
+
+// Where records were lost nothing is known, in the copy as in the recording.
+TEST(ExportItron, GapsStayGaps) {
+    const TempFolder folder;
+    const auto trace = ShowText(folder, std::string(kLinux) +
+                                            "CPU:1 [LOST 3 EVENTS]\n"
+                                            "a-1 [001] 3.0: sched_switch: a:1 [9] S ==> b:2 [9]\n");
+    ASSERT_TRUE(trace);
+    EXPECT_EQ(AllEvents(*ThroughItron(folder, *trace)->Decoded()), AllEvents(*trace->Decoded()));
+}
+
+TEST(ExportItron, ACutShowsWhatTheWholeShowsThere) {
+    const TempFolder folder;
+    const auto trace = ShowText(folder, kLog);
+    const auto cut = ThroughItron(folder, *trace, std::pair{21, 30});
+    ASSERT_TRUE(cut);
+    // The handler runs over task 2, task 1 waits; the call of the handler and the last one return.
+    EXPECT_THAT(AllEvents(*cut->Decoded()),
+                ElementsAre("0 21 state task 1: WAI (SEM)",
+                            "0 22 syscall int handler 5: isig_sem(semid=1) -> ercd=0",
+                            "0 23 state task 1: RDY", "0 25 dispatch int handler 5: task 2",
+                            "0 26 dispatch task 2: task 1", "0 26 state task 2: RDY",
+                            "0 30 syscall task 1: act_tsk(tskid=2) -> ercd=0"));
+    EXPECT_THAT(CountersOf(cut->Summarize().losses), testing::IsEmpty());
+    // Without the file beside it the log stands for itself.
+    EXPECT_THAT(Exported(*trace, "itron", std::pair{21, 22}),
+                testing::StartsWith("[21] recording begins.\n[22] enter to isig_sem semid=1.\n"));
+}
+
+TEST(ExportItron, RealRecordingsOpenWithTheSameEvents) {
+    const std::string traces = RealTraces();
+    if (traces.empty()) KVX_SKIP("no folder shared/traces beside the project");
+    const TempFolder folder;
+    for (const char* name : {"itron-log/asp/asp_long.log", "itron-log/fmp/fmp_long.log",
+                             "ctf/zephyr/v3.3-rt_mix", "ctf/lttng/lttng-tracefile-rotation",
+                             "btf/example-2cores.btf", "btf/tracecompass-20140219-123819.btf",
+                             "tracex/demo_filex.trx", "systemview/heap_log_mcore.svdat"}) {
+        const auto trace = Show(traces + "/" + name);
+        ASSERT_TRUE(trace) << name;
+        const auto again = ThroughItron(folder, *trace);
+        ASSERT_TRUE(again) << name;
+        const auto all = AllEvents(*trace->Decoded());
+        EXPECT_EQ(AllEvents(*again->Decoded()), all) << name;
+        // A cut has every event of its range; states that hold at its start come besides.
+        const auto first = trace->GetRecording()->FirstTime();
+        const auto length = trace->GetRecording()->LastTime() - first;
+        const std::pair range{first + length / 3, first + length / 2};
+        const auto cut = ThroughItron(folder, *trace, range);
+        ASSERT_TRUE(cut) << name;
+        auto whole = AllEvents(*trace->Decoded(), true, 1, range);
+        auto part = AllEvents(*cut->Decoded(), true, 1, range);
+        // Where a task that has no state was before the range, the cut does not show.
+        for (auto* lines : {&whole, &part})
+            std::erase_if(*lines, [](const std::string& line) { return line.ends_with("+PAUSE"); });
+        std::ranges::sort(whole);
+        std::ranges::sort(part);
+        EXPECT_TRUE(std::ranges::includes(part, whole)) << name;
+        const auto atStart = FormatText(" %lld state ", static_cast<long long>(range.first));
+        const auto others = std::ranges::count_if(
+            part, [&](const std::string& line) { return line.find(atStart) == std::string::npos; });
+        EXPECT_LE(others, static_cast<std::ptrdiff_t>(whole.size())) << name;
+    }
+}
+
 TEST(ExportFile, LeavesNothingBehindWhereItFails) {
     const TempFolder folder;
     const auto trace = ShowText(folder, kLog);

@@ -12,6 +12,7 @@
 #include "host/TraceCodes.h"
 #include "workbench/exports/BtfText.h"
 #include "workbench/exports/EventWalk.h"
+#include "workbench/exports/ReadyAfter.h"
 #include "workbench/exports/RunStack.h"
 #include "workbench/service/EventTexts.h"
 
@@ -141,7 +142,8 @@ class Writer {
         Process& task = ProcessOf(timeline, from);
         const char* const stop = task.stop ? task.stop : "preempt";
         // A task that nobody says is ready, and that no handler interrupts, does what is not known.
-        if (!task.stop && task.note.empty() && !toHandler && !BecomesReady(event, from))
+        if (!task.stop && task.note.empty() && !toHandler &&
+            !IsReadyAfter(request_.decoded, timeline, event.number))
             task.note = "unknown";
         Line(time, Core(timeline), "T", timeline, from, stop, task.note);
         if (stop == kTerminate) task.lives = task.began = false;
@@ -149,29 +151,6 @@ class Writer {
         task.stop = nullptr;
         task.note.clear();
         task.stoppedBy = timeline.events.RecordOf(event.number);
-    }
-
-    // Whether a state that comes with the dispatch says that the task it leaves is ready.
-    bool BecomesReady(const Event& event, std::uint32_t task) const {
-        constexpr std::uint32_t kLookedAt = 64;
-        const ContextKey& key = event.timeline->contexts.Get(task).key;
-        const auto record = event.timeline->events.RecordOf(event.number);
-        const auto time = event.timeline->events.Time(event.number);
-        for (const auto& timeline : request_.decoded.Timelines()) {
-            const EventStore& events = timeline->events;
-            const bool here = timeline.get() == event.timeline;
-            auto e = here ? event.number + 1 : events.CountUntil(time - 1);
-            while (!here && e < events.Count() && events.Time(e) == time &&
-                   events.RecordOf(e) < record)
-                ++e;
-            for (const auto last = e + kLookedAt;
-                 e < std::min(last, events.Count()) && events.Time(e) == time; ++e)
-                if (events.Kind(e) == kEventState && events.Code(e) == kReady &&
-                    events.RecordOf(e) == record &&
-                    timeline->contexts.Get(events.Next(e)).key == key)
-                    return true;
-        }
-        return false;
     }
 
     void StartTask(const Timeline& timeline, std::uint32_t to, std::int64_t time) {

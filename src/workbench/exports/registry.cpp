@@ -8,10 +8,10 @@
 namespace kvx::exports {
 namespace {
 
-constexpr std::array<const Exporter*, 3> kExporters = {
+constexpr std::array<const Exporter*, 4> kExporters = {
     &kPerfetto,
     &kBtf,
-    // ITRON
+    &kItron,
     &kCsv,
 };
 

@@ -5,7 +5,11 @@
 #include <array>
 
 #include "workbench/kernels/KnownKernels.h"
+#include "workbench/kernels/itron/Itron.h"
 #include "workbench/kernels/linux_kernel/LinuxKernel.h"
+#include "workbench/kernels/nuttx/Nuttx.h"
+#include "workbench/kernels/osek/Osek.h"
+#include "workbench/kernels/threadx/ThreadX.h"
 #include "workbench/kernels/zephyr/Zephyr.h"
 
 namespace kvx::kernels {
@@ -16,7 +20,24 @@ constexpr std::array kKernels = {
     &linux_kernel::Kernel,
 };
 
+constexpr std::array kAll = {
+    +[]() -> const service::Kernel& { return itron::Kernel(); },
+    +[]() -> const service::Kernel& { return linux_kernel::Kernel(); },
+    +[]() -> const service::Kernel& { return nuttx::Kernel(); },
+    +[]() -> const service::Kernel& { return osek::Kernel(); },
+    +[]() -> const service::Kernel& { return osek::FreeRtos(); },
+    +[]() -> const service::Kernel& { return threadx::Kernel(); },
+    +[]() -> const service::Kernel& { return zephyr::Kernel(); },
+    &service::UnknownKernel,
+};
+
 }  // namespace
+
+const service::Kernel* FindKernelNamed(std::string_view name) {
+    for (const auto kernel : kAll)
+        if (kernel().Name() == name) return &kernel();
+    return nullptr;
+}
 
 const EventKernel* FindKernel(const EventNames& events) {
     const EventKernel* found = nullptr;

@@ -58,6 +58,7 @@ void Decoder::Start(Processor& on, const Record& first) {
         if (task.processor != on.number || starts || known) continue;
         Record state;
         state.state = declared.state;
+        state.waitCode = declared.waitCode;
         tasks_.Set(task, NewCondition(task, state));
     }
     on.timeline->started = true;
@@ -111,6 +112,8 @@ void Decoder::Apply(Processor& on, const Record& record) {
             return OnReturn(on, record);
         case RecordKind::Migrate:
             return OnMigrate(record);
+        case RecordKind::Begin:
+            return;
         case RecordKind::Gap:
             return OnGap(on);
     }
@@ -246,7 +249,9 @@ void Decoder::OnPriority(const Processor& on, const Record& record) {
 
 void Decoder::OnReturn(Processor& on, const Record& record) {
     std::uint64_t skipped = 0;
-    CallStack& calls = on.Calls();
+    // A recording that was cut may say who returns, whoever runs.
+    const bool named = record.subject.kind == ContextKind::Task && record.subject.id != 0;
+    CallStack& calls = named ? TaskOf(record.subject, on.number).calls : on.Calls();
     const auto call = calls.Return(record.name, names_, skipped);
     Count(on, Loss::CallsWithoutReturn, skipped);
     if (!call) {
@@ -270,7 +275,21 @@ Processor& Decoder::ProcessorOf(std::uint32_t number) {
     lastProcessor_->timeline = TimelineOf(number);
     lastProcessor_->known = recording_.StartsIdle(number);
     if (lastProcessor_->known) LearnIdle(*lastProcessor_);
+    LearnRunning(*lastProcessor_);
     return *lastProcessor_;
+}
+
+// What the file says of the start.
+void Decoder::LearnRunning(Processor& on) {
+    const auto running = recording_.RunsAtStart(on.number);
+    if (running.empty()) return;
+    Learn(on, running.front());
+    for (std::size_t i = 1; i < running.size(); ++i) {
+        on.handlersSeen = true;
+        on.handlers.push_back({running[i], {}});
+        if (on.timeline)
+            on.timeline->writer.LearnCurrent(on.timeline->writer.ContextOf(running[i]));
+    }
 }
 
 Task& Decoder::TaskOf(const ContextKey& key, std::uint32_t processor) {

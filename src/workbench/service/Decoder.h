@@ -59,6 +59,7 @@ class Decoder {
     void LearnIdle(Processor& on);
     void DispatchToTask(Processor& on, Task* task);
     void Learn(Processor& on, const ContextKey& running);
+    void LearnRunning(Processor& on);
     void LearnAhead(Processor& on);
     void UnwindHandlers(Processor& on);
     void DispatchBelow(Processor& on);

@@ -64,6 +64,7 @@ enum class RecordKind : std::uint8_t {
     InstantCall,   // the same, with nothing to follow
     Return,        // the system call `name` returns; empty: the innermost one
     Migrate,       // subject moves to processor `target`
+    Begin,         // what is declared for the start holds from here on, on the processor
     Gap            // what comes next on the processor is lost: nothing that was known holds on
 };
 

@@ -24,6 +24,7 @@ struct DeclaredContext {
     std::uint32_t processor = kAnyProcessor;  // where it starts, kAnyProcessor or kNoProcessor
     bool hasState = false;                    // state is that at the start of the recording
     TaskState state = TaskState::Dormant;
+    std::uint8_t waitCode = 0;            // state Waiting: the state code, where the cause is known
     std::int32_t priority = kNoPriority;  // tasks: base priority at the start
 };
 
@@ -40,6 +41,10 @@ class Recording {
     virtual const std::vector<DeclaredContext>& Contexts() const = 0;
     // True: the file says that no task and no handler runs at the start on this processor.
     virtual bool StartsIdle(std::uint32_t /*processor*/) const { return false; }
+
+    // What runs on this processor at the start: a task or the idle state, and the handlers nested
+    // over it, innermost last. Empty: that is not known, unless StartsIdle says so.
+    virtual std::vector<ContextKey> RunsAtStart(std::uint32_t /*processor*/) const { return {}; }
 
     // Records are numbered from 0 in order of non-decreasing time.
     virtual std::uint32_t RecordCount() const = 0;

@@ -5,12 +5,23 @@
 #include "workbench/formats/Registry.h"
 #include "workbench/formats/itron_text/Message.h"
 #include "workbench/formats/text/LogProbe.h"
+#include "workbench/kernels/KnownKernels.h"
 #include "workbench/kernels/itron/Itron.h"
 
 namespace kvx::formats::itron_text {
 
+namespace {
+
+// A log that was exported says whose calls it has.
+const service::Kernel& KernelOf(const ResourceFile& resources) {
+    const auto* const named = kernels::FindKernelNamed(resources.kernel);
+    return named ? *named : kernels::itron::Kernel();
+}
+
+}  // namespace
+
 ItronTextRecording::ItronTextRecording(OpenedLog log)
-    : TextLog(std::move(log), kernels::itron::Kernel()) {
+    : TextLog(std::move(log), KernelOf(log.resources)), isOurs_(!log_.resources.kernel.empty()) {
     processors_ = log_.index.processors;
     if (processors_.empty()) TakeOneProcessor();
     log_.losses.Add(service::Loss::TimeStepsBack, log_.index.stepsBack);
@@ -28,11 +39,11 @@ void ItronTextRecording::TakeOneProcessor() {
 
 void ItronTextRecording::ParseMessage(std::uint32_t /*number*/, std::string_view message,
                                       service::Record& record) const {
-    itron_text::ParseMessage(message, record);
+    itron_text::ParseMessage(message, record, isOurs_);
 }
 
 std::string ItronTextRecording::ParseDetail(std::string_view message) const {
-    return itron_text::ParseDetail(message);
+    return itron_text::ParseDetail(message, isOurs_);
 }
 
 bool ItronTextRecording::IsComplete(std::string_view message) const {

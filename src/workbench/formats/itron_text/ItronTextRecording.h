@@ -17,6 +17,8 @@ class ItronTextRecording final : public TextLog {
                       service::Record& record) const override;
     std::string ParseDetail(std::string_view message) const override;
     bool IsComplete(std::string_view message) const override;
+
+    const bool isOurs_;  // exported from a recording of another kernel
 };
 
 }  // namespace kvx::formats::itron_text

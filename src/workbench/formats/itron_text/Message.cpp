@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 
+#include "host/TraceCodes.h"
 #include "workbench/formats/text/LineCursor.h"
 #include "workbench/kernels/itron/Itron.h"
 
@@ -30,7 +31,8 @@ struct StateName {
     std::string_view name;
     TaskState state;
 };
-constexpr std::array<StateName, 5> kStates = {{{"RUNNABLE", TaskState::Runnable},
+constexpr std::array<StateName, 6> kStates = {{{"RUNNABLE", TaskState::Runnable},
+                                               {"UNKNOWN", TaskState::Unknown},
                                                {"WAITING-SUSPENDED", TaskState::WaitingSuspended},
                                                {"WAITING", TaskState::Waiting},
                                                {"DORMANT", TaskState::Dormant},
@@ -83,17 +85,58 @@ RecordKind ParseMigration(LineCursor cursor, Record& record) {
     return RecordKind::Migrate;
 }
 
+// A word, or what stands in quotes.
+std::string_view AcceptName(LineCursor& cursor) {
+    if (!cursor.Accept("\"")) return cursor.AcceptWord();
+    const auto rest = cursor.Rest();
+    const auto name = rest.substr(0, rest.find('"'));
+    cursor = LineCursor(rest.substr(std::min(name.size() + 1, rest.size())));
+    return name;
+}
+
+// The name of a call and what follows it.
+bool AcceptCall(LineCursor& cursor, bool anyParameters, Record& record) {
+    record.name = anyParameters ? AcceptName(cursor) : cursor.AcceptWord();
+    const bool fits = anyParameters ? cursor.Rest().starts_with(' ') || AtStop(cursor)
+                                    : IsParameterList(cursor.Rest());
+    return !record.name.empty() && fits;
+}
+
+RecordKind ParseReturn(LineCursor cursor, bool anyParameters, Record& record) {
+    if (cursor.Accept("tex ") || !AcceptCall(cursor, anyParameters, record))
+        return RecordKind::Comment;
+    return RecordKind::Return;
+}
+
+// What exported logs say besides: " (SEM)", the cause of a wait, and " on processor 2".
+void AcceptAdditions(LineCursor& cursor, Record& record) {
+    for (int code = 1; code <= host::kStateCodes; ++code) {
+        const std::string_view name = host::StateName(code);
+        if (name.starts_with("WAI") && cursor.Accept(name.substr(3)))
+            record.waitCode = static_cast<std::uint8_t>(code);
+    }
+    LineCursor ahead = cursor;
+    if (!ahead.Accept(" on processor ")) return;
+    if (const auto processor = ahead.AcceptNumber<std::uint32_t>()) {
+        record.target = *processor;
+        cursor = ahead;
+    }
+}
+
 // "task 3 becomes WAITING."; also migration, phases and exception routines, which run as their
 // task.
-RecordKind ParseTask(LineCursor cursor, Record& record) {
+RecordKind ParseTask(LineCursor cursor, bool anyParameters, Record& record) {
     const auto id = cursor.AcceptNumber<std::uint32_t>();
     if (!id) return RecordKind::Comment;
     record.subject = {ContextKind::Task, *id};
     if (cursor.Accept(" migrates from processor ")) return ParseMigration(cursor, record);
+    // A call that returns behind the end of a log that was cut out of another.
+    if (cursor.Accept(" leave from ")) return ParseReturn(cursor, anyParameters, record);
     if (!cursor.Accept(" becomes ")) return RecordKind::Comment;
     for (const auto& entry : kStates) {
         if (!cursor.Accept(entry.name)) continue;
         record.state = entry.state;
+        AcceptAdditions(cursor, record);
         return AtStop(cursor) ? RecordKind::State : RecordKind::Unreadable;
     }
     return RecordKind::Unreadable;
@@ -112,7 +155,7 @@ void ParsePriority(LineCursor cursor, Record& record) {
 }
 
 // What is entered or left: a handler or a system call.
-RecordKind ParseCrossing(LineCursor cursor, bool enter, Record& record) {
+RecordKind ParseCrossing(LineCursor cursor, bool enter, bool anyParameters, Record& record) {
     for (const auto& handler : kHandlers) {
         if (!cursor.Accept(handler.name)) continue;
         const auto id = cursor.AcceptNumber<std::uint32_t>();
@@ -121,13 +164,12 @@ RecordKind ParseCrossing(LineCursor cursor, bool enter, Record& record) {
         return enter ? RecordKind::Enter : RecordKind::Leave;
     }
     if (cursor.Accept("tex ")) return RecordKind::Comment;
-    record.name = cursor.AcceptWord();
-    if (record.name.empty() || !IsParameterList(cursor.Rest())) return RecordKind::Comment;
+    if (!AcceptCall(cursor, anyParameters, record)) return RecordKind::Comment;
     if (enter && record.name.ends_with("chg_pri")) ParsePriority(cursor, record);
     return enter ? RecordKind::Call : RecordKind::Return;
 }
 
-RecordKind Parse(std::string_view message, Record& record) {
+RecordKind Parse(std::string_view message, bool anyParameters, Record& record) {
     LineCursor cursor(message);
     if (message.empty()) return RecordKind::Comment;
     switch (message.front()) {
@@ -135,14 +177,24 @@ RecordKind Parse(std::string_view message, Record& record) {
             if (cursor.Accept("dispatch ")) return ParseDispatch(cursor, record);
             break;
         case 't':
-            if (cursor.Accept("task ")) return ParseTask(cursor, record);
+            if (cursor.Accept("task ")) return ParseTask(cursor, anyParameters, record);
             break;
         case 'e':
-            if (cursor.Accept("enter to ")) return ParseCrossing(cursor, true, record);
+            if (cursor.Accept("enter to "))
+                return ParseCrossing(cursor, true, anyParameters, record);
             break;
         case 'l':
             if (cursor.Accept("leave from ") || cursor.Accept("leave to "))
-                return ParseCrossing(cursor, false, record);
+                return ParseCrossing(cursor, false, anyParameters, record);
+            break;
+        case 'c':
+            if (anyParameters && cursor.Accept("call of ") &&
+                ParseCrossing(cursor, true, true, record) == RecordKind::Call)
+                return RecordKind::InstantCall;
+            break;
+        case 'r':
+            if (message == "recording begins.") return RecordKind::Begin;
+            if (message == "records lost.") return RecordKind::Gap;
             break;
         default:
             break;
@@ -155,24 +207,31 @@ std::string_view CallOf(std::string_view line, RecordKind kind) {
     const auto at = line.find(kind == RecordKind::Call ? "enter to " : "leave ");
     if (at == std::string_view::npos) return {};
     Record record;
-    return Parse(line.substr(at), record) == kind ? record.name : std::string_view();
+    return Parse(line.substr(at), false, record) == kind ? record.name : std::string_view();
 }
 
 }  // namespace
 
-void ParseMessage(std::string_view message, Record& record) {
-    record.kind = Parse(message, record);
+void ParseMessage(std::string_view message, Record& record, bool anyParameters) {
+    record.kind = Parse(message, anyParameters, record);
     if (record.kind == RecordKind::Comment) record.kind = CommentOrDamage(message);
     const bool named = record.kind == RecordKind::Call || record.kind == RecordKind::Return;
     if (named && HasControlBytes(message)) record.kind = RecordKind::Unreadable;
 }
 
-std::string ParseDetail(std::string_view message) {
+std::string ParseDetail(std::string_view message, bool anyParameters) {
     Record record;
-    const auto kind = Parse(message, record);
-    if (kind != RecordKind::Call && kind != RecordKind::Return) return {};
+    const auto kind = Parse(message, anyParameters, record);
+    if (kind != RecordKind::Call && kind != RecordKind::Return && kind != RecordKind::InstantCall)
+        return {};
     const auto begin = static_cast<std::size_t>(record.name.data() - message.data());
     auto rest = message.substr(begin + record.name.size());
+    if (anyParameters) {
+        if (rest.starts_with('"')) rest.remove_prefix(1);
+        if (rest.starts_with(' ')) rest.remove_prefix(1);
+        if (rest.ends_with('.')) rest.remove_suffix(1);
+        return std::string(rest);
+    }
     std::string detail;
     while (!rest.empty()) {
         // A value ends in a full stop or a comma with a blank, or the end, behind it.

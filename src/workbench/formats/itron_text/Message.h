@@ -11,10 +11,11 @@ namespace kvx::formats::itron_text {
 // Reads the message of a line, which is what stands behind the time, into kind, state, subject,
 // target and name of record; name points into message. A message that begins like one of the
 // kernel's and cannot be read is Unreadable; what the application wrote is a Comment.
-void ParseMessage(std::string_view message, service::Record& record);
+// anyParameters: those of calls may have any form.
+void ParseMessage(std::string_view message, service::Record& record, bool anyParameters = false);
 
 // Parameters or returned values of a call's message as "name=value, name=value".
-std::string ParseDetail(std::string_view message);
+std::string ParseDetail(std::string_view message, bool anyParameters = false);
 
 // False: the message may be the beginning of a longer one of the kernel's, which end in a full
 // stop.

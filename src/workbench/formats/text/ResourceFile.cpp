@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "host/TraceCodes.h"
 #include "platform/Automation.h"
 #include "platform/Text.h"
 #include "workbench/formats/text/JsonNesting.h"
@@ -14,6 +15,7 @@
 namespace kvx::formats {
 namespace {
 
+using service::ContextKey;
 using service::ContextKind;
 using service::DeclaredContext;
 using service::TaskState;
@@ -120,7 +122,9 @@ void AddResource(ResourceFile& file, const std::string& name, const Json& resour
     if (kind == kKinds.end() || !id) return;
     DeclaredContext context;
     context.key = {kind->kind, *id};
-    context.name = name;
+    // Contexts may have the same name, and resources may not.
+    const auto ownName = TextOf(Member(attributes, "name"));
+    context.name = ownName.empty() ? name : ownName;
     context.processor = ProcessorOf(attributes);
     const auto priority = NumberOf(Member(attributes, "pri"));
     if (kind->kind == ContextKind::Task && priority && *priority <= kMostPriority)
@@ -130,8 +134,35 @@ void AddResource(ResourceFile& file, const std::string& name, const Json& resour
     if (kind->kind == ContextKind::Task && state != kStates.end()) {
         context.hasState = state->state != TaskState::NonExistent;
         context.state = state->state;
+        context.waitCode = host::StateCodeOf(TextOf(Member(attributes, "wait")));
     }
     file.contexts.push_back(std::move(context));
+}
+
+std::optional<ContextKey> KeyOf(const Json& resources, const Json& name) {
+    const Json& resource = Member(resources, TextOf(name).c_str());
+    const auto kind = std::ranges::find(kKinds, TextOf(Member(resource, "Type")), &KindName::name);
+    const auto id = NumberOf(Member(Member(resource, "Attributes"), "id"));
+    if (kind == kKinds.end() || !id) return std::nullopt;
+    return ContextKey{kind->kind, *id};
+}
+
+// A context that has the processor at the start, and the handlers over it.
+void AddRunning(ResourceFile& file, const std::string& name, const Json& resource,
+                const Json& resources) {
+    if (TextOf(Member(resource, "Type")) != "Context") return;
+    const Json& attributes = Member(resource, "Attributes");
+    const Json& handlers = Member(attributes, "handlers");
+    const Json& below = Member(attributes, "name");
+    const bool idle = TextOf(below) == "None";
+    const auto key =
+        idle ? std::optional(ContextKey{ContextKind::Task, 0}) : KeyOf(resources, below);
+    if (!key || (idle && !handlers.is_array())) return;
+    auto& running = file.running[ProcessorOfContext(name)];
+    running = {*key};
+    if (!handlers.is_array()) return;
+    for (const Json& handler : handlers)
+        if (const auto over = KeyOf(resources, handler)) running.push_back(*over);
 }
 
 std::string PlaceIn(std::string_view text, std::size_t byte) {
@@ -162,7 +193,10 @@ Result<ResourceFile> ParseResourceFile(std::string_view text, const std::string&
         file.timeUnit = service::TimeUnitOf(TextOf(unit));
     const auto radix = NumberOf(Member(json, "TimeRadix"));
     if (radix && *radix >= 2 && *radix <= 36) file.timeRadix = static_cast<unsigned>(*radix);
+    file.kernel = TextOf(Member(json, "Kernel"));
     for (const auto& [name, resource] : resources.items()) AddResource(file, name, resource);
+    for (const auto& [name, resource] : resources.items())
+        AddRunning(file, name, resource, resources);
     return file;
 }
 

@@ -2,6 +2,7 @@
 // The resource file beside an ITRON log: time unit, names, priorities and states at the start.
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,9 @@ struct ResourceFile {
     service::TimeUnit timeUnit = service::TimeUnit::Microseconds;
     unsigned timeRadix = 10;
     std::vector<service::DeclaredContext> contexts;
+    std::string kernel;  // whose calls the log has; empty: it does not say, and it is ITRON's
+    // What runs at the start, outermost first, by processor; kAnyProcessor where only one is known.
+    std::map<std::uint32_t, std::vector<service::ContextKey>> running;
     // Processors on which nothing runs at the start; kAnyProcessor where only one is known.
     std::vector<std::uint32_t> idleAtStart;
     std::uint64_t commasSkipped = 0;

@@ -38,6 +38,13 @@ bool TextLog::StartsIdle(std::uint32_t processor) const {
     });
 }
 
+std::vector<service::ContextKey> TextLog::RunsAtStart(std::uint32_t processor) const {
+    const auto& running = log_.resources.running;
+    auto at = running.find(processor);
+    if (at == running.end()) at = running.find(service::kAnyProcessor);
+    return at == running.end() ? std::vector<service::ContextKey>() : at->second;
+}
+
 void TextLog::Read(std::uint32_t first, std::span<Record> out) {
     if (out.empty()) return;
     reader_.Seek(first);

@@ -38,6 +38,7 @@ class TextLog : public Recording {
         return log_.resources.contexts;
     }
     bool StartsIdle(std::uint32_t processor) const override;
+    std::vector<service::ContextKey> RunsAtStart(std::uint32_t processor) const override;
     std::uint32_t RecordCount() const override { return log_.index.records; }
     std::int64_t FirstTime() const override { return log_.index.firstTime - origin_; }
     std::int64_t LastTime() const override { return log_.index.lastTime - origin_; }
