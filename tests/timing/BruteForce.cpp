@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <sstream>
+#include <tuple>
 
 namespace kvx::test {
 
@@ -228,13 +229,22 @@ void BruteForce::Set(const std::string& task, Now now, std::size_t at) {
     job.from = job.to = time_;
     if (IsBetween(task, before) && now.doing == "ready") {
         job.activation = time_;
-        // The call that woke it stands in the line before.
-        if (at > 0 && rows_[at - 1].kind == "syscall") {
-            job.starter = rows_[at - 1].context;
-            job.starterCall = NameOfCall(rows_[at - 1].detail);
-        }
+        std::tie(job.starter, job.starterCall) = WokenBy(at, before.object);
     }
     jobs_[task].push_back(job);
+}
+
+// The latest call of that time that is about the task, or about what it waited for, is who woke it.
+std::pair<std::string, std::string> BruteForce::WokenBy(std::size_t at,
+                                                        const std::string& object) const {
+    const auto about = "(tskid=" + rows_[at].context.substr(1) + ")";
+    for (std::size_t i = at; i-- > 0 && rows_[i].time == rows_[at].time;) {
+        if (rows_[i].kind != "syscall" || rows_[i].context == rows_[at].context) continue;
+        const bool task = rows_[i].detail.find(about) != std::string::npos;
+        if (task || (!object.empty() && ObjectOf(rows_[i].detail) == object))
+            return {rows_[i].context, NameOfCall(rows_[i].detail)};
+    }
+    return {};
 }
 
 void BruteForce::EndWait(const std::string& task, const Now& before, const Now& now,
@@ -253,10 +263,8 @@ void BruteForce::EndWait(const std::string& task, const Now& before, const Now& 
         sum.max = time;
         sum.maxAt = since;
     }
-    std::pair<std::string, std::string> by;
-    if (now.doing == "ready" && at > 0 && rows_[at - 1].kind == "syscall")
-        by = {rows_[at - 1].context, NameOfCall(rows_[at - 1].detail)};
-    ++sum.by[by];
+    ++sum.by[now.doing == "ready" ? WokenBy(at, before.object)
+                                  : std::pair<std::string, std::string>()];
     if (!IsLock(before.object)) return;
     auto& lock = lockSums_[before.object];
     if (time > lock.waitMax.value_or(-1)) {

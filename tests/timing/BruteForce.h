@@ -75,6 +75,7 @@ class BruteForce {
     void State(std::size_t at);
     void Call(const Row& row);
     void Set(const std::string& task, Now now, std::size_t at);
+    std::pair<std::string, std::string> WokenBy(std::size_t at, const std::string& object) const;
     void EndWait(const std::string& task, const Now& before, const Now& now, std::size_t at);
     void Take(const std::string& object, const std::string& by);
     void Give(const std::string& object, const std::string& by);

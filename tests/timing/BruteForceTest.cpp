@@ -64,7 +64,9 @@ class Recording {
             seen.preempted += job["preemptions"] > 0;
             seen.suspended += job["suspended"] > 0;
             seen.blocked += job["blocked"] > job["suspended"];
-            seen.startedByTasks += job["started_by"]["context"].get<std::string>()[0] == 'T';
+            const auto& by = job["started_by"];
+            seen.startedByTasks +=
+                !by.is_null() && by["context"].get<std::string>().starts_with('T');
         }
         EXPECT_EQ(Sorted(Reduced(TasksOnly(run_.Table("jobs")), jobs)), Sorted(jobs));
         const json waits = brute_.WaitRows();

@@ -241,8 +241,9 @@ void RandomKernel::Dispatch(int processor) {
             (!best || task.priority < best->priority))
             best = &task;
     Task* const before = cpu.running ? &tasks_[static_cast<std::size_t>(cpu.running) - 1] : nullptr;
-    if (best && best == before && best->state == State::Runs) return;
-    if (before && (!best || OneIn(2)))
+    const bool goesOn = best && best == before && best->state == State::Runs;
+    if (goesOn && OneIn(2)) return;
+    if (before && (!best || goesOn || OneIn(2)))
         Say(processor, "dispatch from task " + std::to_string(before->id));
     if (before && before->state == State::Runs) before->state = State::Ready;
     cpu.running = 0;
