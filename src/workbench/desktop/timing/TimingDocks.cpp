@@ -1,29 +1,14 @@
 #include "workbench/desktop/timing/TimingDocks.h"
 
-#include <QHBoxLayout>
 #include <algorithm>
 #include <cstring>
 
 #include "workbench/desktop/QtText.h"
-#include "workbench/service/TimeArgument.h"
 #include "workbench/timing/RulesText.h"
 #include "workbench/timing/TableForms.h"
-#include "workbench/timing/Times.h"
 
 namespace kvx::desktop {
 namespace {
-
-// Figures of a job that the histogram shows.
-struct Figure {
-    const char* name;
-    std::optional<std::int64_t> (*of)(const timing::Job&);
-};
-constexpr Figure kFigures[] = {
-    {"Response time", [](const timing::Job& job) { return job.Response(); }},
-    {"Core execution time", [](const timing::Job& job) { return job.cet; }},
-    {"Initial pending time", [](const timing::Job& job) { return job.Pending(); }},
-    {"Period", [](const timing::Job& job) { return job.period; }},
-};
 
 // What windows of the Workbench show of the tables' index.
 constexpr const AnalysisForm* kShown[] = {&timing::kTimingForm, &timing::kJobsForm,
@@ -56,7 +41,7 @@ TimingDocks::TimingDocks(QMainWindow& window, QMenu& menu)
     Add(*findings_, menu);
     Add(*explanation_, menu);
     for (const AnalysisForm* const form : kShown) tables_.push_back({form, AddTable(*form, menu)});
-    MakeHistogram();
+    PlaceFigures();
     findings_->onSelected = [this](int row, int) { FindingSelected(row); };
     findings_->onOpened = [this](int) { explanation_->show(), explanation_->raise(); };
     explanation_->onTime = [this](std::int64_t start, std::int64_t end) {
@@ -93,39 +78,22 @@ TableDock& TimingDocks::Table(const char* name) const {
     return *at->dock;
 }
 
-// Beside the table of the figures that it is about.
-void TimingDocks::MakeHistogram() {
-    figure_ = new QComboBox;
-    for (const Figure& figure : kFigures) figure_->addItem(figure.name);
-    histogram_ = new Histogram;
-    deadline_ = new QLineEdit;
-    deadline_->setPlaceholderText("Deadline, as 5ms");
-    deadline_->setToolTip("Deadline of the selected row. File > Save Rules keeps it.");
-    deadline_->setMaximumWidth(140);
-    deadline_->setEnabled(false);
-    connect(deadline_, &QLineEdit::returnPressed, this, [this] { TakeDeadline(); });
-    auto* choice = new QWidget;
-    auto* row = new QHBoxLayout(choice);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(deadline_);
-    row->addWidget(figure_);
-    Table("timing").PutBeside(*choice, *histogram_);
-    connect(figure_, &QComboBox::currentIndexChanged, this, [this] { ShowHistogram(); });
-    histogram_->onBin = [this](std::int64_t from, std::int64_t to) {
-        if (!facts_ || !shownContext_) return;
-        const auto& jobs = facts_->model->AllJobs();
-        const Figure& figure = kFigures[figure_->currentIndex()];
-        for (std::size_t i = 0; i < jobs.CountOf(*shownContext_); ++i) {
-            const timing::Job job = jobs.At(*shownContext_, i);
-            const auto value = figure.of(job);
-            if (job.cut || !value || *value < from || *value >= to) continue;
-            TableDock& table = Table("jobs");
-            table.SetFilter(FromUtf8(facts_->model->AllContexts().NameOf(*shownContext_)));
-            table.show();
-            table.raise();
-            return GoTo({*shownContext_, i});
-        }
+// Beside the table of the figures that they are about.
+void TimingDocks::PlaceFigures() {
+    Table("timing").PutBeside(figures_.Choice(), figures_.Picture());
+    figures_.onJob = [this](const timing::JobRef& job) {
+        TableDock& table = Table("jobs");
+        table.SetFilter(FromUtf8(facts_->model->AllContexts().NameOf(job.context)));
+        table.show();
+        table.raise();
+        GoTo(job);
     };
+    figures_.onFault = [this](const QString& message) { Fault(message); };
+    figures_.onDeadline = [this](const std::string& deadline) { TakeDeadline(deadline); };
+}
+
+void TimingDocks::Fault(const QString& message) {
+    if (onRulesFault) onRulesFault(message);
 }
 
 // The strip under the chart; findings and tables in one place below, the
@@ -198,8 +166,7 @@ void TimingDocks::Start() {
     for (const auto& run : runs_) run->Abandon();
     std::erase_if(runs_, [](const auto& run) { return run->IsOver(); });
     SayAll(decoded_ ? "Being worked out…" : "There is no recording.");
-    shownContext_.reset();
-    histogram_->Clear();
+    figures_.Clear();
     facts_.reset();
     if (!decoded_) return;
     runs_.push_back(std::make_unique<TimingRun>(
@@ -215,7 +182,7 @@ void TimingDocks::SayAll(const QString& text) {
 
 void TimingDocks::Take(std::shared_ptr<const TimingFacts> facts) {
     facts_ = std::move(facts);
-    if (!facts_->failure.empty() && onRulesFault) onRulesFault(FromUtf8(facts_->failure));
+    if (!facts_->failure.empty()) Fault(FromUtf8(facts_->failure));
     if (facts_->found.violations.empty() && facts_->found.findings.empty())
         findings_->Say("Nothing was found.");
     else
@@ -309,8 +276,7 @@ void TimingDocks::RowSelected(const AnalysisForm& form, int row, int column) {
     if (!facts_) return;
     const Analysis& table = *Table(form.name).Shown();
     if (&form == &timing::kTimingForm) {
-        shownContext_ = ContextOf(table, row);
-        ShowHistogram();
+        if (const auto context = ContextOf(table, row)) figures_.Show(facts_, *context);
     }
     if (const auto job = JobOf(form, row, column))
         GoTo(*job);
@@ -327,40 +293,11 @@ void TimingDocks::GoTo(const timing::JobRef& ref) {
 }
 
 // The rules with it are worked out anew; the row is selected again then.
-void TimingDocks::TakeDeadline() {
-    if (!facts_ || !shownContext_) return;
-    const std::string text = deadline_->text().trimmed().toStdString();
-    const auto time = service::ParseTime(text, facts_->decoded->GetRecording().Clock());
-    if (!time || *time <= 0) {
-        if (onRulesFault)
-            onRulesFault(time ? QStringLiteral("A deadline is longer than nothing.")
-                              : FromUtf8(time.GetError().message));
-        return;
-    }
-    const timing::ContextInfo& info = facts_->model->AllContexts().Get(*shownContext_);
-    shownAgain_ = facts_->model->AllContexts().NameOf(*shownContext_);
-    SetRules(timing::WithDeadline(rules_, info.IsHandler(), info.name, text), rulesPath_);
-}
-
-void TimingDocks::ShowHistogram() {
-    deadline_->setEnabled(facts_ && shownContext_);
-    if (!facts_ || !shownContext_) return histogram_->Clear();
-    const auto deadline = facts_->rules.DeadlineOf(*shownContext_);
-    deadline_->setText(deadline ? FromUtf8(timing::ExactTimeText(
-                                      *deadline, facts_->decoded->GetRecording().Clock()))
-                                : QString());
-    const auto& jobs = facts_->model->AllJobs();
-    const Figure& figure = kFigures[figure_->currentIndex()];
-    std::vector<std::int64_t> values;
-    for (std::size_t i = 0; i < jobs.CountOf(*shownContext_); ++i) {
-        const timing::Job job = jobs.At(*shownContext_, i);
-        if (const auto value = figure.of(job); value && !job.cut) values.push_back(*value);
-    }
-    const bool isResponse = figure_->currentIndex() == 0;
-    histogram_->Show(std::move(values), isResponse ? deadline : std::nullopt,
-                     facts_->decoded->GetRecording().Clock(),
-                     FromUtf8(facts_->model->AllContexts().NameOf(*shownContext_)) + ", " +
-                         figure_->currentText().toLower());
+void TimingDocks::TakeDeadline(const std::string& deadline) {
+    const timing::ContextId context = figures_.Context();
+    const timing::ContextInfo& info = facts_->model->AllContexts().Get(context);
+    shownAgain_ = facts_->model->AllContexts().NameOf(context);
+    SetRules(timing::WithDeadline(rules_, info.IsHandler(), info.name, deadline), rulesPath_);
 }
 
 }  // namespace kvx::desktop

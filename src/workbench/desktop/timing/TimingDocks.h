@@ -2,13 +2,12 @@
 // The docks that say what a recording means: findings, figures of jobs, and why a job took as long
 // as it did. They are filled from a thread of their own, and follow the recording that is shown.
 
-#include <QComboBox>
 #include <QMainWindow>
 #include <QMenu>
 
+#include "workbench/desktop/timing/ContextFigures.h"
 #include "workbench/desktop/timing/ExplanationPane.h"
 #include "workbench/desktop/timing/FindingsTable.h"
-#include "workbench/desktop/timing/Histogram.h"
 #include "workbench/desktop/timing/Overview.h"
 #include "workbench/desktop/timing/TableDock.h"
 
@@ -67,7 +66,8 @@ class TimingDocks final : public QObject {
 
     void Add(QDockWidget& dock, QMenu& menu);
     TableDock* AddTable(const AnalysisForm& form, QMenu& menu);
-    void MakeHistogram();
+    void PlaceFigures();
+    void Fault(const QString& message);
     void Start();
     void ShowOverview();
     void SelectAgain();
@@ -76,8 +76,7 @@ class TimingDocks final : public QObject {
     void FindingSelected(int row);
     void RowSelected(const AnalysisForm& form, int row, int column);
     void GoTo(const timing::JobRef& job);
-    void ShowHistogram();
-    void TakeDeadline();
+    void TakeDeadline(const std::string& deadline);
     std::optional<timing::ContextId> ContextOf(const Analysis& table, int row) const;
     std::optional<timing::JobRef> JobOf(const AnalysisForm& form, int row, int column) const;
 
@@ -90,10 +89,7 @@ class TimingDocks final : public QObject {
     std::vector<QDockWidget*> all_;
     std::vector<QDockWidget*> putAway_;
     bool arePlaced_ = false;
-    QComboBox* figure_ = nullptr;
-    Histogram* histogram_ = nullptr;
-    QLineEdit* deadline_ = nullptr;
-    std::optional<timing::ContextId> shownContext_;  // in the histogram
+    ContextFigures figures_;
     std::string shownAgain_;  // name of the context to select when everything is worked out anew
 
     std::shared_ptr<const service::DecodedRecording> decoded_;
