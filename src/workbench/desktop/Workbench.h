@@ -115,6 +115,7 @@ class Workbench final : private IWorkspaceHost {
     void ShowStretch(const Stretch& stretch);
     void ShowDisplay(double start, double end);
     void FollowDisplay();
+    void Export();
     void LoadRules(const QString& path);
     void SaveRules(const QString& path);
     bool MayLeaveWorkspace();

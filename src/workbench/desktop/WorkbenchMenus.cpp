@@ -1,13 +1,16 @@
 // The Workbench: what its menus ask for, and what it shows of its state.
 
 #include <QFile>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <algorithm>
 
 #include "host/FormatViewClient.h"
+#include "workbench/desktop/QtText.h"
 #include "workbench/desktop/Workbench.h"
+#include "workbench/desktop/exports/ExportDialog.h"
 #include "workbench/desktop/services/FormatDialog.h"
 #include "workbench/desktop/window/ReadingDialog.h"
 
@@ -34,6 +37,7 @@ void Workbench::ConnectMenus() {
     window_.onCloseWorkspace = [this] { CloseWorkspace(); };
     window_.onQuit = [this] { return MayLeaveWorkspace(); };
     window_.onProcessor = [this](std::uint32_t processor) { ShowProcessor(processor); };
+    window_.onExport = [this] { Export(); };
     window_.onSaveRules = [this](const QString& path) { SaveRules(path); };
     window_.onLoadRules = [this](const QString& path) { LoadRules(path); };
     window_.onFormat = [this] { ShowFormat(); };
@@ -78,6 +82,25 @@ QString Workbench::RecordingName() const {
     if (tracePath_.isEmpty() && demonstration_) return "Demonstration";
     const QString path = QFile::decodeName(trace_->GetRecording()->Path().c_str());
     return QFileInfo(tracePath_.isEmpty() ? path : tracePath_).fileName();
+}
+
+void Workbench::Export() {
+    const auto decoded = trace_->ShareDecoded();
+    if (!decoded) return;
+    std::optional<std::pair<std::int64_t, std::int64_t>> marked;
+    if (const auto position = Position(); position && position->startMarker < position->endMarker)
+        marked = {static_cast<std::int64_t>(position->startMarker),
+                  static_cast<std::int64_t>(position->endMarker)};
+    ExportDialog dialog(*decoded, marked, &window_);
+    if (dialog.exec() != QDialog::Accepted) return;
+    const QString ending = FromUtf8(dialog.Form().extension);
+    const QString path = QFileDialog::getSaveFileName(
+        &window_, "Export",
+        window_.LastFolder() + "/" + QFileInfo(RecordingName()).completeBaseName() + "." + ending,
+        "*." + ending);
+    if (path.isEmpty()) return;
+    const QString failure = WriteExport(decoded, dialog.Form(), dialog.Request(), path, &window_);
+    if (!failure.isEmpty()) window_.ShowError("Cannot Export", failure);
 }
 
 void Workbench::ShowFormat() {

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "workbench/kernels/KnownKernels.h"
+#include "workbench/kernels/freertos/FreeRtos.h"
 #include "workbench/kernels/itron/Itron.h"
 #include "workbench/kernels/linux_kernel/LinuxKernel.h"
 #include "workbench/kernels/nuttx/Nuttx.h"
@@ -25,6 +26,8 @@ constexpr std::array kAll = {
     +[]() -> const service::Kernel& { return linux_kernel::Kernel(); },
     +[]() -> const service::Kernel& { return nuttx::Kernel(); },
     +[]() -> const service::Kernel& { return osek::Kernel(); },
+    // Two kernels have the name: the one whose calls are known comes first.
+    +[]() -> const service::Kernel& { return freertos::Kernel(); },
     +[]() -> const service::Kernel& { return osek::FreeRtos(); },
     +[]() -> const service::Kernel& { return threadx::Kernel(); },
     +[]() -> const service::Kernel& { return zephyr::Kernel(); },

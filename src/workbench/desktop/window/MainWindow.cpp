@@ -56,6 +56,7 @@ MainWindow::MainWindow(Settings& settings, AppearanceSwitch& appearance)
 void MainWindow::ShowRecording(const service::TraceService* trace) {
     const service::Recording* recording = trace ? trace->GetRecording() : nullptr;
     close_->setEnabled(recording != nullptr);
+    export_->setEnabled(recording != nullptr);
     traceMenu_->menuAction()->setVisible(recording && recording->Processors().size() > 1);
     processor_->setVisible(recording && recording->Processors().size() > 1);
     format_->setVisible(recording != nullptr);
@@ -111,6 +112,7 @@ void MainWindow::MakeFileMenu() {
     reload_ = menu->addAction("Re&load", QKeySequence("Ctrl+R"), this, [this] { onReload(); });
     menu->addAction("Rea&ding of Recordings…", this, [this] { onReading(); });
     close_ = menu->addAction("&Close", QKeySequence("Ctrl+W"), this, [this] { onClose(); });
+    export_ = menu->addAction("&Export…", QKeySequence("Ctrl+E"), this, [this] { onExport(); });
     menu->addAction("Load R&ules…", this, [this] { ChooseRules(); });
     menu->addAction("Sa&ve Rules As…", this, [this] {
         const QString path = ChooseSaved("Save Rules As", "rules.toml", "Rules (*.toml)");

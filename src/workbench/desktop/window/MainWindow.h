@@ -29,6 +29,7 @@ class MainWindow final : public QMainWindow {
     std::function<void(const QString& path)> onOpenWorkspace;
     std::function<void(const QString& path)> onSaveWorkspace;  // empty: where it is already
     std::function<void()> onCloseWorkspace;
+    std::function<void()> onExport;
     std::function<void(const QString& path)> onLoadRules;
     std::function<void(const QString& path)> onSaveRules;
     std::function<void()> onFormat;
@@ -100,6 +101,7 @@ class MainWindow final : public QMainWindow {
     QAction* reload_ = nullptr;
     QAction* close_ = nullptr;
     QAction* saveRecording_ = nullptr;
+    QAction* export_ = nullptr;
     QAction* saveWorkspace_ = nullptr;
     QAction* closeWorkspace_ = nullptr;
     // Names of what is open.
