@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <map>
-#include <regex>
 
 #include "formats/TraceFiles.h"
 #include "support/Needs.h"
@@ -233,10 +232,11 @@ TEST(FtraceText, PagesOfSystrace) {
                           "</script>\n<script class=\"trace-data\" type=\"application/json\">\n"
                           "{\"a\": 1}\n</script>\n</html>\n"),
               expected);
-    EXPECT_EQ(
-        EventsOfLog(begin + "<script>\n  var linuxPerfData = \"\\\n" +
-                    std::regex_replace(lines, std::regex("\n"), "\\n\\\n") + "\";\n</script>\n"),
-        expected);
+    std::string escaped;
+    for (const char c : lines) escaped += c == '\n' ? std::string("\\n\\\n") : std::string(1, c);
+    EXPECT_EQ(EventsOfLog(begin + "<script>\n  var linuxPerfData = \"\\\n" + escaped +
+                          "\";\n</script>\n"),
+              expected);
 }
 
 TEST(FtraceText, WhatCannotBeShownSaysWhy) {
