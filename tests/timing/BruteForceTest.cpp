@@ -12,7 +12,12 @@ namespace {
 
 using nlohmann::json;
 
+// The sanitizers make each about ten times as long.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr unsigned kRecordings = 500;
+#else
 constexpr unsigned kRecordings = 2000;
+#endif
 constexpr int kSteps = 300;
 
 // Only the keys that both know.
