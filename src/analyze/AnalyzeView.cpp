@@ -12,8 +12,8 @@
 #include "host/CommandIds.h"
 #include "host/DebuggerFunctions.h"
 #include "host/ModuleHost.h"
-#include "platform/Resources.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/Resources.h"
+#include "platform/base/SystemInfo.h"
 #include "trace/TraceData.h"
 #include "traceview/model/MarkText.h"
 

@@ -4,8 +4,8 @@
 #include "analyze/model/CsvWriter.h"
 #include "host/CommandIds.h"
 #include "host/OSTraceService.h"
-#include "platform/FileDialog.h"
-#include "platform/Resources.h"
+#include "platform/base/Resources.h"
+#include "platform/dialogs/FileDialog.h"
 #include "trace/TraceData.h"
 #include "utils/ErrorMessage.h"
 

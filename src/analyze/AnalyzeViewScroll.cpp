@@ -4,7 +4,7 @@
 
 #include "analyze/AnalyzeView.h"
 #include "host/DebuggerFunctions.h"
-#include "platform/Keys.h"
+#include "platform/base/Keys.h"
 #include "trace/TraceData.h"
 
 void COSAnalyzeView::LayOutColumns() {

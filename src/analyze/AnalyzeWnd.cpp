@@ -2,7 +2,7 @@
 
 #include "analyze/AnalyzeView.h"
 #include "host/CommandIds.h"
-#include "platform/Resources.h"
+#include "platform/base/Resources.h"
 
 COSAnalyzeView* COSAnalyzeWnd::AnalyzeView() const {
     return static_cast<COSAnalyzeView*>(View());

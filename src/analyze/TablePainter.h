@@ -2,7 +2,7 @@
 // A table of the OS Analyze window as it is painted, from the titles down.
 
 #include "framework/ColumnTable.h"
-#include "platform/DC.h"
+#include "platform/drawing/DC.h"
 
 namespace kvx {
 class SharedAnalysis;

@@ -1,7 +1,7 @@
 // Everything that the module exports to its host, each through Guarded().
 
 #include "component/OSTraceApp.h"
-#include "platform/Guarded.h"
+#include "platform/base/Guarded.h"
 
 using kvx::Guarded;
 

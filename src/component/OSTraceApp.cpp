@@ -1,6 +1,6 @@
 #include "component/OSTraceApp.h"
 
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
 #include "platform/qt/QtBackend.h"
 
 CKvxOSTraceApp& GetOSTraceApp() {

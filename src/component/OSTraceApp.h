@@ -5,7 +5,7 @@
 #include <unordered_map>
 
 #include "component/OSTraceDataCtrl.h"
-#include "platform/WinApp.h"
+#include "platform/base/WinApp.h"
 
 class CKvxOSTraceApp : public CWinApp {
   public:

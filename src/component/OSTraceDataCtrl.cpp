@@ -2,10 +2,10 @@
 
 #include "framework/UpdateHints.h"
 #include "platform/Backend.h"
-#include "platform/Guarded.h"
-#include "platform/MessageBox.h"
-#include "platform/Module.h"
-#include "platform/WinApp.h"
+#include "platform/base/Guarded.h"
+#include "platform/base/Module.h"
+#include "platform/base/WinApp.h"
+#include "platform/dialogs/MessageBox.h"
 #include "sink/OSTraceDataCommandSink.h"
 #include "utils/Path.h"
 

@@ -1,6 +1,6 @@
 #include "component/SteppingClient.h"
 
-#include "platform/Guarded.h"
+#include "platform/base/Guarded.h"
 
 using kvx::Guarded;
 

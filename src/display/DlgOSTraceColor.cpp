@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "host/CommandIds.h"
-#include "platform/ClientDC.h"
-#include "platform/ColorDialog.h"
+#include "platform/dialogs/ColorDialog.h"
+#include "platform/drawing/ClientDC.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 // the colours after IDOK.
 
 #include "display/model/Color.h"
-#include "platform/Dialog.h"
+#include "platform/dialogs/Dialog.h"
 
 class CDlgOSTraceColor : public CDialog {
   public:

@@ -6,8 +6,8 @@
 
 #include "host/CommandIds.h"
 #include "host/OSTraceService.h"
-#include "platform/Edit.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
+#include "platform/controls/Edit.h"
 #include "utils/ErrorMessage.h"
 
 namespace {

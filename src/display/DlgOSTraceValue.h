@@ -1,7 +1,7 @@
 #pragma once
 // The dialog "Value...": grid time and the rates of Expand and Reduce.
 
-#include "platform/Dialog.h"
+#include "platform/dialogs/Dialog.h"
 
 class CDlgOSTraceValue : public CDialog {
   public:

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/ClientDC.h"
-#include "platform/Wnd.h"
+#include "platform/drawing/ClientDC.h"
+#include "platform/windows/Wnd.h"
 
 CColumnResize::CColumnResize(CWnd& view, int x, Column column)
     : view_(view), x_(x), column_(std::move(column)) {

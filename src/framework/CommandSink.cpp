@@ -4,7 +4,7 @@
 
 #include "host/Identifiers.h"
 #include "host/NamedColors.h"
-#include "platform/Guarded.h"
+#include "platform/base/Guarded.h"
 
 using kvx::Bstr;
 using kvx::Guarded;

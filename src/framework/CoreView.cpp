@@ -2,11 +2,11 @@
 
 #include <array>
 
-#include "platform/ClientDC.h"
-#include "platform/Keys.h"
-#include "platform/Menu.h"
-#include "platform/SystemInfo.h"
-#include "platform/WinApp.h"
+#include "platform/base/Keys.h"
+#include "platform/base/SystemInfo.h"
+#include "platform/base/WinApp.h"
+#include "platform/drawing/ClientDC.h"
+#include "platform/windows/Menu.h"
 #include "utils/Path.h"
 
 namespace {

@@ -3,7 +3,7 @@
 // everything, the start of a drag, and texts of the host's "&Option" menu.
 
 #include "framework/QView.h"
-#include "platform/DropTarget.h"
+#include "platform/windows/DropTarget.h"
 
 class CMenu;
 

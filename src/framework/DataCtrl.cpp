@@ -3,10 +3,10 @@
 #include "host/DebuggerFunctions.h"
 #include "host/Identifiers.h"
 #include "host/ModuleHost.h"
-#include "platform/Guarded.h"
-#include "platform/MessageBox.h"
-#include "platform/SystemInfo.h"
-#include "platform/Text.h"
+#include "platform/base/Guarded.h"
+#include "platform/base/SystemInfo.h"
+#include "platform/base/Text.h"
+#include "platform/dialogs/MessageBox.h"
 #include "utils/ErrorMessage.h"
 
 using kvx::Guarded;

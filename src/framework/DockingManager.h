@@ -5,10 +5,10 @@
 #include <span>
 
 #include "host/DockingHost.h"
-#include "platform/CmdUI.h"
-#include "platform/Guid.h"
-#include "platform/Resources.h"
-#include "platform/Types.h"
+#include "platform/base/Guid.h"
+#include "platform/base/Resources.h"
+#include "platform/base/Types.h"
+#include "platform/windows/CmdUI.h"
 
 // Docking side and flags of every docking window of the component.
 inline constexpr std::uint32_t kDockBottom = 59422;

@@ -1,6 +1,6 @@
 #include "framework/FontCell.h"
 
-#include "platform/ClientDC.h"
+#include "platform/drawing/ClientDC.h"
 
 FontCell MeasureFontCell(CWnd& window, CFont* font) {
     CClientDC dc(&window);

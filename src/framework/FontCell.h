@@ -1,7 +1,7 @@
 #pragma once
 // The cell of a font, from which tables are laid out.
 
-#include "platform/Font.h"
+#include "platform/drawing/Font.h"
 
 class CDC;
 class CWnd;

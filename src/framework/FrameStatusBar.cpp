@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "framework/FontCell.h"
-#include "platform/ClientDC.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
+#include "platform/drawing/ClientDC.h"
 
 const MessageMap& CFrameStatusBar::GetMessageMap() const {
     static constexpr MessageMapEntry kEntries[] = {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "framework/TipWindow.h"
-#include "platform/StatusBarCtrl.h"
+#include "platform/controls/StatusBarCtrl.h"
 
 class CFrameStatusBar : public CStatusBarCtrl {
   public:

@@ -3,8 +3,8 @@
 // ended by the release or by a cancellation that leaves everything as it was. What lies under the
 // pointer is looked up anew every time, for the view may scroll, zoom or change its size meanwhile.
 
-#include "platform/Cursor.h"
-#include "platform/Types.h"
+#include "platform/base/Types.h"
+#include "platform/windows/Cursor.h"
 
 class CDC;
 

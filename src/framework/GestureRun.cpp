@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/Wnd.h"
+#include "platform/windows/Wnd.h"
 #include "utils/ScopedFlag.h"
 
 void CGestureRun::Begin(std::unique_ptr<IGesture> gesture, CPoint point) {

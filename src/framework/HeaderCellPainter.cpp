@@ -1,6 +1,6 @@
 #include "framework/HeaderCellPainter.h"
 
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
 
 namespace {
 

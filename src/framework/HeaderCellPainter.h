@@ -4,8 +4,8 @@
 
 #include <string_view>
 
-#include "platform/Brush.h"
-#include "platform/DC.h"
+#include "platform/drawing/Brush.h"
+#include "platform/drawing/DC.h"
 
 enum class CellAlign { Left = 0, Centre = 1, Right = 2 };
 

@@ -1,7 +1,7 @@
 #include "framework/InstanceDataCtrl.h"
 
 #include "host/CommandIds.h"
-#include "platform/TextCache.h"
+#include "platform/drawing/TextCache.h"
 
 namespace ids = kvx::ids;
 

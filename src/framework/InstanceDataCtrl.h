@@ -7,8 +7,8 @@
 #include "host/DebugInterfaces.h"
 #include "host/Identifiers.h"
 #include "host/WorkspaceStore.h"
-#include "platform/Font.h"
-#include "platform/Wnd.h"
+#include "platform/drawing/Font.h"
+#include "platform/windows/Wnd.h"
 
 // Face and size of windows for which nothing else is set.
 inline constexpr char kDefaultFace[] = "Courier New";

@@ -2,8 +2,8 @@
 
 #include <strings.h>
 
-#include "platform/DropTarget.h"
-#include "platform/WinApp.h"
+#include "platform/base/WinApp.h"
+#include "platform/windows/DropTarget.h"
 #include "utils/FileTypes.h"
 
 const MessageMap& CQFrameWnd::GetMessageMap() const {

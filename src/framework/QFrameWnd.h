@@ -3,7 +3,7 @@
 // view, passes requests of the window instance on to it, and routes dropped files.
 
 #include "framework/QView.h"
-#include "platform/Font.h"
+#include "platform/drawing/Font.h"
 
 class CQFrameWnd : public CWnd {
   public:

@@ -2,7 +2,7 @@
 // A view inside a dockable frame window.
 
 #include "host/WorkspaceStore.h"
-#include "platform/View.h"
+#include "platform/windows/View.h"
 
 class CQFrameWnd;
 

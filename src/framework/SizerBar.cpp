@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "platform/ClientDC.h"
-#include "platform/Cursor.h"
-#include "platform/Keys.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/Keys.h"
+#include "platform/base/SystemInfo.h"
+#include "platform/drawing/ClientDC.h"
+#include "platform/windows/Cursor.h"
 
 const CRuntimeClass CSizerBar::kClass = MakeDynamicClass<CSizerBar>("CSizerBar", &CStatic::kClass);
 

@@ -4,7 +4,7 @@
 // manager's message, how far it moved. Escape or a cancelled mode ends a drag without effect.
 
 #include "framework/WinMgr.h"
-#include "platform/Static.h"
+#include "platform/controls/Static.h"
 
 class KVX_EXPORT CSizerBar : public CStatic {
   public:

@@ -1,9 +1,9 @@
 #include "framework/StatusFrameWnd.h"
 
 #include "host/CommandIds.h"
-#include "platform/ClientDC.h"
-#include "platform/Resources.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/Resources.h"
+#include "platform/base/SystemInfo.h"
+#include "platform/drawing/ClientDC.h"
 
 namespace {
 

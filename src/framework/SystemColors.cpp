@@ -1,6 +1,6 @@
 #include "framework/SystemColors.h"
 
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
 
 COLORREF ResolveColor(int index, bool background) {
     if (index == kColorSystem) return GetSysColor(background ? COLOR_WINDOW : COLOR_WINDOWTEXT);

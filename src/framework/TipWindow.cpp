@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/ClientDC.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
+#include "platform/drawing/ClientDC.h"
 
 namespace {
 

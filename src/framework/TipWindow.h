@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "platform/Font.h"
-#include "platform/Wnd.h"
+#include "platform/drawing/Font.h"
+#include "platform/windows/Wnd.h"
 
 // Where a tip of that size stands for a pointer at (x, y) of a view whose window has its corner at
 // view: below the pointer, and held within the work area (above the pointer near its bottom).

@@ -1,7 +1,7 @@
 #pragma once
 // Update hints that the component's events become for the views.
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 inline constexpr LPARAM kHintTargetConnected = 1010;
 inline constexpr LPARAM kHintTraceCleared = 1014;

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "platform/DeferWindowPos.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
+#include "platform/windows/DeferWindowPos.h"
 
 namespace {
 

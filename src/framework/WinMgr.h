@@ -8,9 +8,9 @@
 #include <cstdint>
 
 #include "framework/WinRect.h"
-#include "platform/Object.h"
-#include "platform/Types.h"
-#include "platform/Wnd.h"
+#include "platform/base/Object.h"
+#include "platform/base/Types.h"
+#include "platform/windows/Wnd.h"
 
 // Sizes of one entry in pixels.
 struct SIZEINFO {

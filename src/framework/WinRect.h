@@ -3,7 +3,7 @@
 // its share of the space. Tables are written down like brackets: an entry opens a group, its end
 // entry closes it, other groups may stand between the two, and flags of 0 end the whole.
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 // Group kind, bits 4 to 7 of the flags.
 inline constexpr std::uint16_t RCGROUP = 0x00F0;

@@ -2,7 +2,7 @@
 // Identifiers that the resource library and the code share: commands, strings, menus, toolbars,
 // dialog templates and cursors.
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 namespace kvx::ids {
 

@@ -6,7 +6,7 @@
 
 #include "host/Identifiers.h"
 #include "host/ModuleHost.h"
-#include "platform/Module.h"
+#include "platform/base/Module.h"
 
 namespace kvx::host {
 namespace {

@@ -6,9 +6,9 @@
 
 #include <cstdint>
 
-#include "platform/Automation.h"
-#include "platform/Guid.h"
-#include "platform/Types.h"
+#include "platform/base/Automation.h"
+#include "platform/base/Guid.h"
+#include "platform/base/Types.h"
 
 class IQUnknown {
   public:

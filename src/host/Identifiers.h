@@ -1,7 +1,7 @@
 #pragma once
 // Identifiers of the events, interfaces and services that host and component exchange.
 
-#include "platform/Guid.h"
+#include "platform/base/Guid.h"
 
 namespace kvx::host {
 

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 inline constexpr int kColorSystem = 17;
 inline constexpr int kColorHighlight = 18;

@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 void IWorkspaceStore::WriteNumber(const CString& key, std::int32_t number) {
     WriteText(key, std::to_string(number));

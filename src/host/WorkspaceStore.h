@@ -1,7 +1,7 @@
 #pragma once
 // Texts under keys that outlive the session: colours, column widths, window lists.
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 class IWorkspaceStore {
   public:

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/TextCache.h"
+#include "platform/drawing/TextCache.h"
 
 namespace kvx {
 

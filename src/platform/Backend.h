@@ -11,12 +11,12 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Cursor.h"
-#include "platform/DialogResponder.h"
-#include "platform/DropTarget.h"
-#include "platform/Font.h"
-#include "platform/Messages.h"
-#include "platform/Surface.h"
+#include "platform/base/Messages.h"
+#include "platform/dialogs/DialogResponder.h"
+#include "platform/drawing/Font.h"
+#include "platform/drawing/Surface.h"
+#include "platform/windows/Cursor.h"
+#include "platform/windows/DropTarget.h"
 
 class CMenu;
 

@@ -1,7 +1,7 @@
 #include <iterator>
 
 #include "host/CommandIds.h"
-#include "platform/Keys.h"
+#include "platform/base/Keys.h"
 #include "resources/Tables.h"
 
 namespace kvx::resources {

@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "platform/Resources.h"
+#include "platform/base/Resources.h"
 
 namespace kvx::resources {
 

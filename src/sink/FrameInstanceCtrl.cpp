@@ -1,7 +1,7 @@
 #include "sink/FrameInstanceCtrl.h"
 
 #include "framework/SystemColors.h"
-#include "platform/Resources.h"
+#include "platform/base/Resources.h"
 
 CFrameInstanceCtrl::CFrameInstanceCtrl(IQHost* host, IDockingManager* docking,
                                        CStatusFrameWnd& frame, const WindowTraits& traits)

@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "framework/HostWorkspaceStore.h"
-#include "platform/Guarded.h"
-#include "platform/Resources.h"
+#include "platform/base/Guarded.h"
+#include "platform/base/Resources.h"
 #include "sink/OSTraceDataCommandSink.h"
 
 using kvx::Bstr;

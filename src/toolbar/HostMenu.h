@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "host/DockingHost.h"
-#include "platform/Resources.h"
+#include "platform/base/Resources.h"
 
 namespace kvx {
 

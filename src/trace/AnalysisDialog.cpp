@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "host/CommandIds.h"
-#include "platform/Resources.h"
+#include "platform/base/Resources.h"
 #include "trace/TimeCount.h"
 
 namespace kvx {

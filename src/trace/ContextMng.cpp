@@ -1,8 +1,8 @@
 #include "trace/ContextMng.h"
 
 #include "host/CommandIds.h"
-#include "platform/Resources.h"
-#include "platform/Text.h"
+#include "platform/base/Resources.h"
+#include "platform/base/Text.h"
 
 int CContextMng::Load() {
     IQOSTraceService* const service = source_.Service();

@@ -5,7 +5,7 @@
 #include <mutex>
 
 #include "analyze/model/SharedAnalysis.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "trace/AnalysisDialog.h"
 #include "trace/ContextMng.h"
 #include "trace/EventReader.h"

@@ -8,7 +8,7 @@
 
 #include <span>
 
-#include "platform/Mutex.h"
+#include "platform/base/Mutex.h"
 #include "trace/TraceSource.h"
 
 namespace kvx {

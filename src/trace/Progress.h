@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 // A modeless dialog with a progress bar and a STOP button, polled by the one who works.
 class IProgress {

@@ -7,7 +7,7 @@
 #include "analyze/model/RunTime.h"
 #include "analyze/model/SysCallList.h"
 #include "display/model/Color.h"
-#include "platform/Mutex.h"
+#include "platform/base/Mutex.h"
 #include "trace/ContextMng.h"
 #include "trace/OSTrace.h"
 #include "trace/TraceSource.h"

@@ -5,7 +5,7 @@
 #include <variant>
 
 #include "host/TraceCodes.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
 
 namespace kvx::chart {
 namespace {

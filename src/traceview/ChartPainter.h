@@ -6,7 +6,7 @@
 
 #include "display/model/Color.h"
 #include "framework/HeaderCellPainter.h"
-#include "platform/DC.h"
+#include "platform/drawing/DC.h"
 #include "trace/ContextMng.h"
 #include "traceview/Tip.h"
 #include "traceview/TraceColumns.h"

@@ -1,7 +1,7 @@
 #pragma once
 // The sheet of all keys of the OS Trace window, closed by any of its buttons, Enter or Esc.
 
-#include "platform/Dialog.h"
+#include "platform/dialogs/Dialog.h"
 
 class CKeySheet : public CDialog {
   public:

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "host/CommandIds.h"
-#include "platform/Wnd.h"
+#include "platform/windows/Wnd.h"
 
 CLineDrag::CLineDrag(CWnd& view, TraceDisplay& display, CPoint point)
     : view_(view),

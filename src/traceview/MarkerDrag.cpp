@@ -1,7 +1,7 @@
 #include "traceview/MarkerDrag.h"
 
-#include "platform/ClientDC.h"
-#include "platform/Wnd.h"
+#include "platform/drawing/ClientDC.h"
+#include "platform/windows/Wnd.h"
 
 CMarkerDrag::CMarkerDrag(CWnd& view, TraceDisplay& display, int which, std::function<void()> moved)
     : view_(view), display_(display), which_(which), moved_(std::move(moved)) {

@@ -2,8 +2,8 @@
 
 #include "host/CommandIds.h"
 #include "host/OSTraceService.h"
-#include "platform/Resources.h"
-#include "platform/Text.h"
+#include "platform/base/Resources.h"
+#include "platform/base/Text.h"
 #include "trace/OSTrace.h"
 #include "traceview/model/ChartViewport.h"
 #include "traceview/model/MarkText.h"

@@ -6,7 +6,7 @@
 #include "framework/TipWindow.h"
 #include "host/DebuggerFunctions.h"
 #include "host/ModuleHost.h"
-#include "platform/Automation.h"
+#include "platform/base/Automation.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "display/model/Color.h"
-#include "platform/Font.h"
-#include "platform/Types.h"
+#include "platform/base/Types.h"
+#include "platform/drawing/Font.h"
 
 class CTipWindow;
 class CWnd;

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "platform/CmdUI.h"
+#include "platform/windows/CmdUI.h"
 #include "traceview/model/TraceDisplay.h"
 
 class COSTraceView;

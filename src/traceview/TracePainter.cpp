@@ -1,6 +1,6 @@
 #include "traceview/TracePainter.h"
 
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
 
 namespace kvx::chart {
 

@@ -1,7 +1,7 @@
 // Mouse, keys and wheel as the window gets them. What keys do says the table of key bindings.
 
 #include "host/CommandIds.h"
-#include "platform/Keys.h"
+#include "platform/base/Keys.h"
 #include "traceview/KeySheet.h"
 #include "traceview/TraceView.h"
 

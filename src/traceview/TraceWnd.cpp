@@ -1,7 +1,7 @@
 #include "traceview/TraceWnd.h"
 
 #include "host/CommandIds.h"
-#include "platform/Resources.h"
+#include "platform/base/Resources.h"
 #include "traceview/TraceView.h"
 
 COSTraceView* COSTraceWnd::TraceView() const {

@@ -4,8 +4,8 @@
 #include <optional>
 #include <vector>
 
-#include "platform/Module.h"
-#include "platform/Text.h"
+#include "platform/base/Module.h"
+#include "platform/base/Text.h"
 
 namespace {
 

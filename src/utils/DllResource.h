@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "platform/Resources.h"
-#include "platform/Types.h"
+#include "platform/base/Resources.h"
+#include "platform/base/Types.h"
 
 class CDllResource {
   public:

@@ -5,11 +5,11 @@
 
 #include "host/DebuggerFunctions.h"
 #include "host/ModuleHost.h"
-#include "platform/MessageBox.h"
-#include "platform/Resources.h"
-#include "platform/Text.h"
-#include "platform/WinApp.h"
-#include "platform/Wnd.h"
+#include "platform/base/Resources.h"
+#include "platform/base/Text.h"
+#include "platform/base/WinApp.h"
+#include "platform/dialogs/MessageBox.h"
+#include "platform/windows/Wnd.h"
 
 namespace {
 

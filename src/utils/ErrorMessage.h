@@ -2,7 +2,7 @@
 // Failures that the user must see: a modal box with "ERROR: …". What is to be shown stands in the
 // error record of the module's host; while that host has none nothing is shown.
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 class IQHost;
 

@@ -2,7 +2,7 @@
 // Which window shows files of which type: the debugger's file-type table, a profile file with one
 // section an extension (keys "WindowName" and "IsText").
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 namespace kvx {
 

@@ -2,9 +2,9 @@
 
 #include <filesystem>
 
-#include "platform/Menu.h"
-#include "platform/Module.h"
-#include "platform/Text.h"
+#include "platform/base/Module.h"
+#include "platform/base/Text.h"
+#include "platform/windows/Menu.h"
 
 namespace kvx {
 

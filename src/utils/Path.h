@@ -1,7 +1,7 @@
 #pragma once
 // Paths of files and modules. Paths are UTF-8 with the platform's separator.
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 class CMenu;
 

@@ -5,7 +5,7 @@
 
 #include "host/Identifiers.h"
 #include "host/Services.h"
-#include "platform/Environment.h"
+#include "platform/base/Environment.h"
 #include "utils/UserInputDialog.h"
 
 using kvx::Bstr;

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 #include "utils/PlaceholderNames.h"
 
 class IQHost;

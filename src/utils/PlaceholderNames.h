@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 namespace kvx {
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <span>
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 KVX_EXPORT CString AfxGetProfileString(const CString& file, const CString& section,
                                        const CString& key, const CString& fallback);

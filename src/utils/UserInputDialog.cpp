@@ -1,8 +1,8 @@
 #include "utils/UserInputDialog.h"
 
 #include "host/CommandIds.h"
-#include "platform/Dialog.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
+#include "platform/dialogs/Dialog.h"
 
 namespace ids = kvx::ids;
 

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 // Shows a modal dialog that names the placeholder. Empty when the user cancels.
 CString AskUserInput(std::string_view name);

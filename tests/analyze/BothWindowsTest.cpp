@@ -5,7 +5,7 @@
 #include "analyze/AnalyzeView.h"
 #include "analyze/FakeDocking.h"
 #include "framework/StatusFrameWnd.h"
-#include "platform/ClientDC.h"
+#include "platform/drawing/ClientDC.h"
 #include "sink/OSTraceDataCommandSink.h"
 #include "support/ComponentWindow.h"
 #include "support/RecordingGraphics.h"

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "framework/DockingManager.h"
-#include "platform/Wnd.h"
+#include "platform/windows/Wnd.h"
 
 namespace kvx::test {
 

@@ -5,7 +5,7 @@
 #include "analyze/TablePainter.h"
 #include "core/CoreFixture.h"
 #include "platform/Backend.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
 #include "support/GoldenText.h"
 #include "support/RecordingGraphics.h"
 

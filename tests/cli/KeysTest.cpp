@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "host/CommandIds.h"
-#include "platform/Keys.h"
+#include "platform/base/Keys.h"
 #include "resources/Tables.h"
 #include "traceview/model/KeyBindings.h"
 #include "traceview/model/KeyLines.h"

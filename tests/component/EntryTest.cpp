@@ -4,7 +4,7 @@
 
 #include "component/ModuleBoxes.h"
 #include "component/TestHost.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::test {
 namespace {

@@ -7,7 +7,7 @@
 #include "component/TestHost.h"
 #include "host/FormatViewClient.h"
 #include "host/WorkSpaceClient.h"
-#include "platform/WinApp.h"
+#include "platform/base/WinApp.h"
 
 namespace kvx::test {
 namespace {

@@ -13,7 +13,7 @@
 #include "component/TestHost.h"
 #include "host/FormatViewClient.h"
 #include "host/OSTraceRange.h"
-#include "platform/Resources.h"
+#include "platform/base/Resources.h"
 
 namespace kvx::test {
 namespace {

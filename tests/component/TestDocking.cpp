@@ -5,7 +5,7 @@
 #include <QWidget>
 
 #include "host/Identifiers.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::test {
 namespace {

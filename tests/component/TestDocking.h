@@ -9,7 +9,7 @@
 
 #include "component/Counted.h"
 #include "host/DockingHost.h"
-#include "platform/Wnd.h"
+#include "platform/windows/Wnd.h"
 
 namespace kvx::test {
 

@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "platform/WinApp.h"
+#include "platform/base/WinApp.h"
 #include "platform/qt/QtBackend.h"
 
 namespace kvx::test {

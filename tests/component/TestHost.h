@@ -14,8 +14,8 @@
 #include "component/TestServices.h"
 #include "host/Component.h"
 #include "host/Identifiers.h"
-#include "platform/Module.h"
-#include "platform/Wnd.h"
+#include "platform/base/Module.h"
+#include "platform/windows/Wnd.h"
 #include "support/ScriptedTraceService.h"
 
 namespace kvx::test {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "component/TestHost.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::test {
 

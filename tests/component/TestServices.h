@@ -7,7 +7,7 @@
 
 #include "component/Counted.h"
 #include "host/Services.h"
-#include "platform/Module.h"
+#include "platform/base/Module.h"
 
 namespace kvx::test {
 

@@ -9,7 +9,7 @@
 
 #include "host/Component.h"
 #include "host/Identifiers.h"
-#include "platform/Module.h"
+#include "platform/base/Module.h"
 
 namespace kvx::test {
 namespace {

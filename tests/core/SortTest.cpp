@@ -6,7 +6,7 @@
 #include "analyze/model/SortKeys.h"
 #include "core/CoreFixture.h"
 #include "core/RandomTrace.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::test {
 

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <span>
 
-#include "platform/WindowState.h"
+#include "platform/windows/WindowState.h"
 #include "support/ResourceFixture.h"
 
 namespace kvx::test {

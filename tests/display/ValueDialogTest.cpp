@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "host/OSTraceService.h"
-#include "platform/Edit.h"
+#include "platform/controls/Edit.h"
 #include "support/ResourceFixture.h"
 
 namespace kvx::test {

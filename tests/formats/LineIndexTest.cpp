@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/formats/text/LineReader.h"
 #include "workbench/formats/text/TimedLine.h"
 

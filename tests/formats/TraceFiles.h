@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/formats/OpenRecording.h"
 #include "workbench/service/TraceService.h"
 

@@ -1,7 +1,7 @@
 // A window's text colours on their way to its frame.
 
 #include "host/NamedColors.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
 #include "sink/FrameInstanceCtrl.h"
 #include "support/ResourceFixture.h"
 

@@ -1,6 +1,6 @@
 // The dialog of long work: where it stands, what it shows, and what it does to its parent.
 
-#include "platform/ProgressCtrl.h"
+#include "platform/controls/ProgressCtrl.h"
 #include "support/ResourceFixture.h"
 #include "trace/dialogs/StopDlg.h"
 

@@ -10,9 +10,9 @@
 #include <QWidget>
 #include <vector>
 
-#include "platform/Cursor.h"
-#include "platform/Keys.h"
+#include "platform/base/Keys.h"
 #include "platform/qt/QtBackend.h"
+#include "platform/windows/Cursor.h"
 
 namespace {
 

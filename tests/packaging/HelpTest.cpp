@@ -7,8 +7,8 @@
 #include <QTest>
 
 #include "host/CommandIds.h"
-#include "platform/Module.h"
-#include "platform/Resources.h"
+#include "platform/base/Module.h"
+#include "platform/base/Resources.h"
 #include "traceview/model/KeyLines.h"
 #include "workbench/desktop/window/ApplicationIcon.h"
 #include "workbench/desktop/window/HelpBook.h"

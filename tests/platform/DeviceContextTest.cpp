@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/DC.h"
+#include "platform/drawing/DC.h"
 #include "support/RecordingGraphics.h"
 
 namespace {

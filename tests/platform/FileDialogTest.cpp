@@ -1,6 +1,6 @@
 // What the file dialog makes of its arguments and of the user's answers.
 
-#include "platform/FileDialog.h"
+#include "platform/dialogs/FileDialog.h"
 
 #include <gtest/gtest.h>
 
@@ -9,9 +9,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/ColorDialog.h"
-#include "platform/DropTarget.h"
-#include "platform/Module.h"
+#include "platform/base/Module.h"
+#include "platform/dialogs/ColorDialog.h"
+#include "platform/windows/DropTarget.h"
 #include "support/UnexpectedBoxes.h"
 
 namespace fs = std::filesystem;

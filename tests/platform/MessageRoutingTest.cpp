@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-#include "platform/Wnd.h"
+#include "platform/windows/Wnd.h"
 #include "support/FakeBackend.h"
 
 namespace {

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Button.h"
-#include "platform/Cursor.h"
-#include "platform/Menu.h"
-#include "platform/Static.h"
+#include "platform/controls/Button.h"
+#include "platform/controls/Static.h"
+#include "platform/windows/Cursor.h"
+#include "platform/windows/Menu.h"
 #include "support/FakeBackend.h"
 #include "support/UnexpectedBoxes.h"
 

@@ -5,7 +5,7 @@
 
 #include <set>
 
-#include "platform/SurfaceGraphics.h"
+#include "platform/drawing/SurfaceGraphics.h"
 #include "support/FakeBackend.h"
 
 namespace {

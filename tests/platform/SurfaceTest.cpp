@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/SurfaceGraphics.h"
+#include "platform/drawing/SurfaceGraphics.h"
 #include "support/FakeBackend.h"
 
 namespace {

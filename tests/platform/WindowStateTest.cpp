@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/DeferWindowPos.h"
-#include "platform/SystemInfo.h"
-#include "platform/View.h"
+#include "platform/base/SystemInfo.h"
+#include "platform/windows/DeferWindowPos.h"
+#include "platform/windows/View.h"
 #include "support/FakeBackend.h"
 
 namespace {

@@ -1,17 +1,17 @@
 // Dialogs made from templates: places, texts, keys, modal life.
 
-#include "platform/Dialog.h"
+#include "platform/dialogs/Dialog.h"
 
 #include <QMessageBox>
 #include <QPushButton>
 
-#include "platform/Button.h"
-#include "platform/ComboBox.h"
-#include "platform/Edit.h"
-#include "platform/ListBox.h"
-#include "platform/ProgressCtrl.h"
-#include "platform/Static.h"
-#include "platform/WinApp.h"
+#include "platform/base/WinApp.h"
+#include "platform/controls/Button.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/Edit.h"
+#include "platform/controls/ListBox.h"
+#include "platform/controls/ProgressCtrl.h"
+#include "platform/controls/Static.h"
 #include "platform_qt/QtFixture.h"
 #include "platform_qt/SampleDialogs.h"
 

@@ -5,8 +5,8 @@
 #include <QMimeData>
 #include <QUrl>
 
-#include "platform/DropTarget.h"
-#include "platform/View.h"
+#include "platform/windows/DropTarget.h"
+#include "platform/windows/View.h"
 #include "platform_qt/QtFixture.h"
 
 namespace {

@@ -4,9 +4,9 @@
 #include <QMenuBar>
 #include <cstdlib>
 
-#include "platform/Menu.h"
-#include "platform/Module.h"
-#include "platform/WinApp.h"
+#include "platform/base/Module.h"
+#include "platform/base/WinApp.h"
+#include "platform/windows/Menu.h"
 #include "platform_qt/QtFixture.h"
 #include "platform_qt/module/TestModule.h"
 

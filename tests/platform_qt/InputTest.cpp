@@ -1,7 +1,7 @@
 // Real events of the toolkit as messages: mouse, wheel, keys, focus, capture, disabled windows.
 
-#include "platform/Keys.h"
-#include "platform/Static.h"
+#include "platform/base/Keys.h"
+#include "platform/controls/Static.h"
 #include "platform/qt/MessageEvent.h"
 #include "platform_qt/QtFixture.h"
 

@@ -2,9 +2,9 @@
 
 #include <QImage>
 
-#include "platform/StatusBarCtrl.h"
-#include "platform/SystemInfo.h"
-#include "platform/View.h"
+#include "platform/base/SystemInfo.h"
+#include "platform/controls/StatusBarCtrl.h"
+#include "platform/windows/View.h"
 #include "platform_qt/QtFixture.h"
 #include "support/WindowPicture.h"
 

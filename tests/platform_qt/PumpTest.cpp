@@ -2,9 +2,9 @@
 
 #include <QMouseEvent>
 
-#include "platform/Dialog.h"
-#include "platform/View.h"
-#include "platform/WinApp.h"
+#include "platform/base/WinApp.h"
+#include "platform/dialogs/Dialog.h"
+#include "platform/windows/View.h"
 #include "platform_qt/QtFixture.h"
 #include "platform_qt/SampleDialogs.h"
 

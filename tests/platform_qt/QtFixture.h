@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Wnd.h"
 #include "platform/qt/QtBackend.h"
+#include "platform/windows/Wnd.h"
 #include "support/UnexpectedBoxes.h"
 
 namespace kvx::test {

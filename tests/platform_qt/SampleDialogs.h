@@ -1,7 +1,7 @@
 #pragma once
 // Dialog templates for tests.
 
-#include "platform/Resources.h"
+#include "platform/base/Resources.h"
 
 namespace kvx::test {
 

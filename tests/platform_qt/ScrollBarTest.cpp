@@ -2,7 +2,7 @@
 
 #include <QScrollBar>
 
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
 #include "platform_qt/QtFixture.h"
 
 namespace {

@@ -5,9 +5,9 @@
 #include <QFileDialog>
 #include <QMenu>
 
-#include "platform/ColorDialog.h"
-#include "platform/FileDialog.h"
-#include "platform/Menu.h"
+#include "platform/dialogs/ColorDialog.h"
+#include "platform/dialogs/FileDialog.h"
+#include "platform/windows/Menu.h"
 #include "platform_qt/QtFixture.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // Windows on the real toolkit, without a display: life, sizes, relations, visibility.
 
-#include "platform/Wnd.h"
+#include "platform/windows/Wnd.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "simulation/TestKernel.h"
 
 namespace kvx::simulation {

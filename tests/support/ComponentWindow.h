@@ -10,7 +10,7 @@
 #include "framework/UpdateHints.h"
 #include "host/CommandIds.h"
 #include "host/DebuggerFunctions.h"
-#include "platform/Keys.h"
+#include "platform/base/Keys.h"
 #include "platform/qt/QtBackend.h"
 #include "support/ScriptedHost.h"
 #include "support/UnexpectedBoxes.h"

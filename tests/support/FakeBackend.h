@@ -9,7 +9,7 @@
 #include <map>
 
 #include "platform/Backend.h"
-#include "platform/Rects.h"
+#include "platform/base/Rects.h"
 
 namespace kvx::test {
 

@@ -15,8 +15,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Graphics.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
+#include "platform/drawing/Graphics.h"
 
 namespace kvx::test {
 

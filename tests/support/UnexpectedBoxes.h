@@ -13,9 +13,9 @@
 #include <deque>
 #include <functional>
 
-#include "platform/Dialog.h"
-#include "platform/DialogResponder.h"
-#include "platform/MessageBox.h"
+#include "platform/dialogs/Dialog.h"
+#include "platform/dialogs/DialogResponder.h"
+#include "platform/dialogs/MessageBox.h"
 
 namespace kvx::test {
 

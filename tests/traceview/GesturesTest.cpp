@@ -8,7 +8,7 @@
 #include <functional>
 
 #include "framework/StatusFrameWnd.h"
-#include "platform/StatusBarCtrl.h"
+#include "platform/controls/StatusBarCtrl.h"
 #include "traceview/TraceWindow.h"
 
 namespace kvx::test {

@@ -2,8 +2,8 @@
 
 #include "framework/TipWindow.h"
 
-#include "platform/ClientDC.h"
-#include "platform/WindowState.h"
+#include "platform/drawing/ClientDC.h"
+#include "platform/windows/WindowState.h"
 #include "traceview/TraceWindow.h"
 
 namespace kvx::test {

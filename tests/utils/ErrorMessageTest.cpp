@@ -7,7 +7,7 @@
 #include "host/CommandIds.h"
 #include "host/DebuggerFunctions.h"
 #include "host/NoRefCount.h"
-#include "platform/Resources.h"
+#include "platform/base/Resources.h"
 #include "support/FakeBackend.h"
 #include "support/ScriptedHost.h"
 #include "support/UnexpectedBoxes.h"

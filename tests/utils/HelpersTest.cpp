@@ -7,7 +7,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "platform/Menu.h"
+#include "platform/windows/Menu.h"
 #include "utils/Path.h"
 #include "utils/Profile.h"
 

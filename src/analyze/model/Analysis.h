@@ -10,7 +10,7 @@
 #include <variant>
 #include <vector>
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 namespace kvx {
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <utility>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "analyze/model/SortKeys.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx {
 

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <utility>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "trace/ContextMng.h"
 #include "trace/EventReader.h"
 #include "trace/OSTrace.h"

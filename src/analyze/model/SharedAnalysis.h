@@ -11,7 +11,7 @@
 #include "analyze/model/AnalysisRange.h"
 #include "analyze/model/RowOrder.h"
 #include "analyze/model/SortState.h"
-#include "platform/Mutex.h"
+#include "platform/base/Mutex.h"
 #include "trace/TraceSource.h"
 
 class COSMarker;

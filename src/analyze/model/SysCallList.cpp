@@ -3,7 +3,7 @@
 #include <iterator>
 
 #include "analyze/model/HistoryText.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "trace/EventReader.h"
 #include "trace/OSTrace.h"
 #include "trace/TimeSearch.h"

@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "host/TraceCodes.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 
 #include "host/WorkspaceStore.h"
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 // In the order in which the colours are stored.
 enum class EColor : std::size_t {

@@ -11,10 +11,10 @@
 #include <QRadioButton>
 #include <QRegularExpressionValidator>
 
-#include "platform/Styles.h"
-#include "platform/Wnd.h"
+#include "platform/base/Styles.h"
 #include "platform/qt/Convert.h"
 #include "platform/qt/NativeControl.h"
+#include "platform/windows/Wnd.h"
 
 namespace kvx::qt {
 

@@ -4,7 +4,7 @@
 #include <QImage>
 #include <QPixmap>
 
-#include "platform/Resources.h"
+#include "platform/base/Resources.h"
 
 namespace kvx::qt {
 

@@ -9,8 +9,8 @@
 #include <QString>
 #include <QWidget>
 
-#include "platform/Cursor.h"
-#include "platform/Types.h"
+#include "platform/base/Types.h"
+#include "platform/windows/Cursor.h"
 
 namespace kvx::qt {
 

@@ -5,8 +5,8 @@
 #include <QScreen>
 #include <set>
 
-#include "platform/Keys.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/Keys.h"
+#include "platform/base/SystemInfo.h"
 #include "platform/qt/Convert.h"
 #include "platform/qt/PlainWindow.h"
 

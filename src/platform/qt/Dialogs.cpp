@@ -7,9 +7,9 @@
 #include <QMenuBar>
 #include <QMessageBox>
 
-#include "platform/Menu.h"
-#include "platform/MessageBox.h"
+#include "platform/dialogs/MessageBox.h"
 #include "platform/qt/Convert.h"
+#include "platform/windows/Menu.h"
 
 namespace kvx::qt {
 

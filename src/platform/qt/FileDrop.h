@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-#include "platform/DropTarget.h"
+#include "platform/windows/DropTarget.h"
 
 namespace kvx::qt {
 

@@ -1,10 +1,10 @@
 #include "platform/qt/Keys.h"
 
-#include "platform/Keys.h"
+#include "platform/base/Keys.h"
 
 #include <array>
 
-#include "platform/Messages.h"
+#include "platform/base/Messages.h"
 
 namespace kvx::qt {
 

@@ -3,7 +3,7 @@
 
 #include <QKeyEvent>
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 namespace kvx::qt {
 

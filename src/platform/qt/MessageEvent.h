@@ -4,7 +4,7 @@
 
 #include <QEvent>
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 namespace kvx::qt {
 

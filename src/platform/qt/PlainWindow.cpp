@@ -10,11 +10,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/Rects.h"
-#include "platform/ScrollInfo.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/Rects.h"
+#include "platform/base/SystemInfo.h"
 #include "platform/qt/Convert.h"
 #include "platform/qt/MessagePump.h"
+#include "platform/windows/ScrollInfo.h"
 
 namespace kvx::qt {
 

@@ -9,11 +9,11 @@
 #include <QWheelEvent>
 #include <utility>
 
-#include "platform/Wnd.h"
 #include "platform/qt/Convert.h"
 #include "platform/qt/Desktop.h"
 #include "platform/qt/Keys.h"
 #include "platform/qt/PlainWindow.h"
+#include "platform/windows/Wnd.h"
 
 namespace kvx::qt {
 

@@ -5,7 +5,6 @@
 #include <memory>
 #include <utility>
 
-#include "platform/WindowMap.h"
 #include "platform/qt/CancelMode.h"
 #include "platform/qt/Controls.h"
 #include "platform/qt/Desktop.h"
@@ -13,6 +12,7 @@
 #include "platform/qt/MessageEvent.h"
 #include "platform/qt/TextEngine.h"
 #include "platform/qt/Windows.h"
+#include "platform/windows/WindowMap.h"
 
 namespace kvx {
 

@@ -6,7 +6,7 @@
 #include <QPointer>
 #include <QVariant>
 
-#include "platform/Styles.h"
+#include "platform/base/Styles.h"
 #include "platform/qt/ControlFactory.h"
 #include "platform/qt/Convert.h"
 #include "platform/qt/FileDrop.h"

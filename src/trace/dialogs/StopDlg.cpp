@@ -1,7 +1,7 @@
 #include "trace/dialogs/StopDlg.h"
 
 #include "host/CommandIds.h"
-#include "platform/WinApp.h"
+#include "platform/base/WinApp.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 // Modeless dialogs with a STOP button for long work on the user-interface thread, polled by the one
 // who works. The parent is disabled as long as the dialog lives; messages of other windows wait.
 
-#include "platform/Dialog.h"
-#include "platform/ProgressCtrl.h"
+#include "platform/controls/ProgressCtrl.h"
+#include "platform/dialogs/Dialog.h"
 #include "trace/Progress.h"
 
 // What both dialogs share.

@@ -2,7 +2,7 @@
 // Where the chart puts times and lines: the one mapping that drawing, markers, tips and scrolling
 // share. Pixels are client coordinates.
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 struct ChartGeometry {
     int left = 0;  // edges of the chart column

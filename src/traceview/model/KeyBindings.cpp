@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Keys.h"
+#include "platform/base/Keys.h"
 
 namespace kvx {
 namespace {

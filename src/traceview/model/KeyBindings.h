@@ -5,7 +5,7 @@
 #include <optional>
 #include <span>
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 namespace kvx {
 

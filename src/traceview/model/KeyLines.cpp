@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "host/CommandIds.h"
-#include "platform/Keys.h"
-#include "platform/Resources.h"
+#include "platform/base/Keys.h"
+#include "platform/base/Resources.h"
 #include "traceview/model/KeyBindings.h"
 
 namespace kvx {

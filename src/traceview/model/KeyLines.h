@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 namespace kvx {
 

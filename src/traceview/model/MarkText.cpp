@@ -1,8 +1,8 @@
 #include "traceview/model/MarkText.h"
 
 #include "host/CommandIds.h"
-#include "platform/Resources.h"
-#include "platform/Text.h"
+#include "platform/base/Resources.h"
+#include "platform/base/Text.h"
 #include "trace/OSTrace.h"
 #include "traceview/model/Marker.h"
 

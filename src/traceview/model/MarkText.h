@@ -1,7 +1,7 @@
 #pragma once
 // The marked range as both windows show it.
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 class COSTrace;
 class COSMarker;

@@ -8,7 +8,7 @@
 #include <span>
 
 #include "analyze/model/AnalysisRange.h"
-#include "platform/Mutex.h"
+#include "platform/base/Mutex.h"
 #include "trace/TraceSource.h"
 #include "traceview/model/ChartGeometry.h"
 

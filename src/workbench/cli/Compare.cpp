@@ -6,7 +6,7 @@
 #include <iomanip>
 #include <memory>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/cli/RecordingModel.h"
 #include "workbench/cli/TimingJson.h"
 #include "workbench/timing/Comparison.h"

@@ -5,7 +5,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "platform/Automation.h"
+#include "platform/base/Automation.h"
 #include "workbench/service/TraceClock.h"
 
 namespace kvx::cli {

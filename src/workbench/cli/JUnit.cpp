@@ -1,6 +1,6 @@
 #include "workbench/cli/JUnit.h"
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::cli {
 namespace {

@@ -3,7 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <array>
 
-#include "platform/Resources.h"
+#include "platform/base/Resources.h"
 #include "resources/Tables.h"
 #include "workbench/cli/Analyze.h"
 #include "workbench/cli/Check.h"

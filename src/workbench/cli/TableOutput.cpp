@@ -4,7 +4,7 @@
 #include <chrono>
 #include <nlohmann/json.hpp>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::cli {
 namespace {

@@ -1,6 +1,6 @@
 #include "workbench/ctf_reader/Fields.h"
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::ctf_reader {
 namespace {

@@ -4,7 +4,7 @@
 #include <memory>
 #include <sstream>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::ctf_reader {
 namespace {

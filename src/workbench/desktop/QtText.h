@@ -5,7 +5,7 @@
 #include <QString>
 #include <string>
 
-#include "platform/Automation.h"
+#include "platform/base/Automation.h"
 
 namespace kvx::desktop {
 

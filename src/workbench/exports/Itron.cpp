@@ -11,7 +11,7 @@
 
 #include "host/OSTraceService.h"
 #include "host/TraceCodes.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/exports/EventWalk.h"
 #include "workbench/exports/ItronNames.h"
 #include "workbench/exports/ItronResources.h"

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::exports {
 

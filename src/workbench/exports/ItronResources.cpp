@@ -8,7 +8,7 @@
 
 #include "host/OSTraceService.h"
 #include "host/TraceCodes.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/exports/ItronNames.h"
 #include "workbench/exports/RunStack.h"
 

@@ -6,7 +6,7 @@
 #include <unordered_map>
 
 #include "host/OSTraceService.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/exports/EventWalk.h"
 #include "workbench/exports/JsonText.h"
 #include "workbench/service/EventTexts.h"

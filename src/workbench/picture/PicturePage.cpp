@@ -1,8 +1,8 @@
 #include "workbench/picture/PicturePage.h"
 
 #include "framework/InstanceDataCtrl.h"
-#include "platform/StatusLine.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
+#include "platform/drawing/StatusLine.h"
 #include "workbench/picture/SvgGraphics.h"
 
 namespace kvx::picture {

@@ -4,9 +4,9 @@
 
 #include <iterator>
 
-#include "platform/Patterns.h"
-#include "platform/Rects.h"
-#include "platform/TextCache.h"
+#include "platform/base/Rects.h"
+#include "platform/drawing/Patterns.h"
+#include "platform/drawing/TextCache.h"
 
 namespace kvx::picture {
 namespace {

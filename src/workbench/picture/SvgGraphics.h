@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Graphics.h"
+#include "platform/drawing/Graphics.h"
 
 namespace kvx::picture {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "analyze/TablePainter.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
 #include "traceview/model/MarkText.h"
 #include "workbench/cli/MarkedRange.h"
 

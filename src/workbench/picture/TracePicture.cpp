@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "platform/Automation.h"
+#include "platform/base/Automation.h"
 #include "traceview/StatusTexts.h"
 #include "traceview/TracePainter.h"
 #include "workbench/picture/SvgGraphics.h"

@@ -8,8 +8,8 @@
 #include <cmath>
 #include <stdexcept>
 
-#include "platform/SurfaceGraphics.h"
-#include "platform/SystemInfo.h"
+#include "platform/base/SystemInfo.h"
+#include "platform/drawing/SurfaceGraphics.h"
 #include "platform/qt/QtBackend.h"
 #include "workbench/picture/ToolkitMessages.h"
 

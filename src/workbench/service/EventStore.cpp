@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "host/OSTraceService.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::service {
 

@@ -4,7 +4,7 @@
 
 #include "host/OSTraceService.h"
 #include "host/TraceCodes.h"
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/service/Task.h"
 
 namespace kvx::service {

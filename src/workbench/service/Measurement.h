@@ -1,7 +1,7 @@
 #pragma once
 // What records: a target that runs implements it. A trace read from a file has none.
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 namespace kvx::service {
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <limits>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::service {
 namespace {

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "host/Identifiers.h"
-#include "platform/Guarded.h"
+#include "platform/base/Guarded.h"
 #include "workbench/service/TraceSession.h"
 
 namespace kvx::service {

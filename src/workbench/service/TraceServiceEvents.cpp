@@ -1,6 +1,6 @@
 // The part of the trace service that answers about contexts and events.
 
-#include "platform/Guarded.h"
+#include "platform/base/Guarded.h"
 #include "workbench/service/TraceService.h"
 #include "workbench/service/TraceSession.h"
 

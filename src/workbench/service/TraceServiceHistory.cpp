@@ -1,6 +1,6 @@
 // The part of the trace service that searches the system calls and hands out their history.
 
-#include "platform/Guarded.h"
+#include "platform/base/Guarded.h"
 #include "workbench/service/TraceService.h"
 #include "workbench/service/TraceSession.h"
 

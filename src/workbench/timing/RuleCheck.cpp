@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <map>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/timing/Load.h"
 #include "workbench/timing/Sentence.h"
 #include "workbench/timing/Times.h"

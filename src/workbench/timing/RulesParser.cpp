@@ -8,7 +8,7 @@
 #define TOML_ENABLE_FORMATTERS 0
 #include <toml++/toml.h>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/service/TimeArgument.h"
 #include "workbench/timing/Rules.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::timing {
 namespace {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <set>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/timing/JobFigures.h"
 
 namespace kvx::timing {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <string_view>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::timing {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "platform/View.h"
-#include "platform/WinApp.h"
+#include "platform/base/WinApp.h"
 #include "platform/qt/QtBackend.h"
+#include "platform/windows/View.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 // What the test module exports: it makes windows in other modules' windows, as a component does.
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 struct TestModuleApi {
     // A child window with that id; null on failure.

@@ -6,9 +6,9 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "platform/Rects.h"
-#include "platform/View.h"
+#include "platform/base/Rects.h"
 #include "platform/qt/TextEngine.h"
+#include "platform/windows/View.h"
 #include "platform_qt/QtFixture.h"
 #include "support/WindowPicture.h"
 

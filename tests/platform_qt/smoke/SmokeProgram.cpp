@@ -11,12 +11,12 @@
 #include <functional>
 #include <optional>
 
-#include "platform/Dialog.h"
-#include "platform/ProgressCtrl.h"
-#include "platform/SystemInfo.h"
-#include "platform/View.h"
-#include "platform/WinApp.h"
+#include "platform/base/SystemInfo.h"
+#include "platform/base/WinApp.h"
+#include "platform/controls/ProgressCtrl.h"
+#include "platform/dialogs/Dialog.h"
 #include "platform/qt/QtBackend.h"
+#include "platform/windows/View.h"
 #include "platform_qt/SampleDialogs.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "platform/Types.h"
+#include "platform/base/Types.h"
 
 #ifdef VARIANT_WRONG_TYPE
 #define VARIANT_TYPE "Other"

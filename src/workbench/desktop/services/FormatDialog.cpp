@@ -5,7 +5,7 @@
 #include <QPushButton>
 
 #include "host/NamedColors.h"
-#include "platform/Automation.h"
+#include "platform/base/Automation.h"
 #include "workbench/desktop/QtText.h"
 
 namespace kvx::desktop {

@@ -3,7 +3,7 @@
 // counted; its owner keeps it for as long as a component is connected.
 
 #include "host/Host.h"
-#include "platform/Guarded.h"
+#include "platform/base/Guarded.h"
 
 namespace kvx::desktop {
 

@@ -6,7 +6,7 @@
 #include <array>
 #include <vector>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/formats/compressed/Stream.h"
 #include "workbench/formats/text/MemoryFile.h"
 

@@ -3,7 +3,7 @@
 #include <csignal>
 #include <cstring>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::formats::ctf {
 

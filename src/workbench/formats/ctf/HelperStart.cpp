@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/formats/ctf/HelperProcess.h"
 #include "workbench/formats/ctf/Wire.h"
 

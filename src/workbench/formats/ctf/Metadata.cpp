@@ -4,7 +4,7 @@
 #include <cctype>
 #include <vector>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::formats::ctf {
 namespace {

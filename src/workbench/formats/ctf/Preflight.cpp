@@ -7,7 +7,7 @@
 #include <fstream>
 #include <optional>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/formats/ctf/Metadata.h"
 #include "workbench/formats/ctf/PacketLayout.h"
 #include "workbench/formats/text/MappedFile.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/kernels/KnownKernels.h"
 
 namespace kvx::formats {

@@ -1,6 +1,6 @@
 #include "workbench/formats/events/EventRecording.h"
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/kernels/KnownKernels.h"
 #include "workbench/service/Task.h"
 

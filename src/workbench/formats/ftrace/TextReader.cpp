@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/formats/text/LineCursor.h"
 #include "workbench/formats/text/TimedLine.h"
 

@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/formats/Registry.h"
 #include "workbench/formats/events/EventRecording.h"
 #include "workbench/formats/ftrace/TextReader.h"

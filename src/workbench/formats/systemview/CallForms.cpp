@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/formats/systemview/Packet.h"
 #include "workbench/formats/text/MappedFile.h"
 

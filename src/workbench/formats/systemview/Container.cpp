@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/formats/systemview/Packet.h"
 #include "workbench/formats/text/LineCursor.h"
 

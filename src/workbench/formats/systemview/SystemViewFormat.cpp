@@ -1,6 +1,6 @@
 // Opens SystemView recordings, of one file or of one a core.
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/formats/Registry.h"
 #include "workbench/formats/compressed/Decompress.h"
 #include "workbench/formats/systemview/Container.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::formats::systemview {
 

@@ -1,6 +1,6 @@
 #include "workbench/formats/systemview/ValueTexts.h"
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::formats::systemview {
 namespace {

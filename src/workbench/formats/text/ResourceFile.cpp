@@ -7,8 +7,8 @@
 #include <optional>
 
 #include "host/TraceCodes.h"
-#include "platform/Automation.h"
-#include "platform/Text.h"
+#include "platform/base/Automation.h"
+#include "platform/base/Text.h"
 #include "workbench/formats/text/JsonNesting.h"
 #include "workbench/formats/text/MappedFile.h"
 

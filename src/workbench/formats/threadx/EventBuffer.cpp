@@ -4,7 +4,7 @@
 #include <bit>
 #include <cstring>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 
 namespace kvx::formats::threadx {
 namespace {

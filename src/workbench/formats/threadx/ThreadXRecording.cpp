@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/formats/Registry.h"
 #include "workbench/kernels/threadx/ThreadX.h"
 

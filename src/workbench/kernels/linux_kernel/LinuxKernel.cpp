@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/kernels/CallTable.h"
 #include "workbench/kernels/ErrnoName.h"
 

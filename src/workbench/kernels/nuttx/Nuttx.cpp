@@ -1,6 +1,6 @@
 #include "workbench/kernels/nuttx/Nuttx.h"
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/kernels/CallTable.h"
 #include "workbench/kernels/linux_kernel/LinuxKernel.h"
 

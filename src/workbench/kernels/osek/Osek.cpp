@@ -4,7 +4,7 @@
 #include <array>
 #include <utility>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/kernels/CallTable.h"
 
 namespace kvx::kernels::osek {

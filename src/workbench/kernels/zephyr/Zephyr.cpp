@@ -4,7 +4,7 @@
 #include <array>
 #include <optional>
 
-#include "platform/Text.h"
+#include "platform/base/Text.h"
 #include "workbench/kernels/ErrnoName.h"
 
 namespace kvx::kernels::zephyr {
