@@ -10,8 +10,8 @@
 #include "framework/UpdateHints.h"
 #include "host/CommandIds.h"
 #include "host/DebuggerFunctions.h"
+#include "platform/Backend.h"
 #include "platform/base/Keys.h"
-#include "platform/qt/QtBackend.h"
 #include "sink/OSTraceInstanceCtrl.h"
 #include "traceview/TraceView.h"
 #include "utils/DllResource.h"
@@ -55,7 +55,7 @@ class Window {
   private:
     Window() : core_(LargeTrace(kEvents)) {
         setenv("QT_QPA_PLATFORM", "offscreen", 0);
-        InstallQtBackend();
+        InstallBackend();
         CString message;
         const CString path = JoinPath(AfxGetModuleDirectory(), "KvxOSTraceExtRes.dll");
         resources_ = CDllResource::Load(path, message);

@@ -1,7 +1,9 @@
 #include "component/OSTraceApp.h"
 
+#include <utility>
+
+#include "platform/Backend.h"
 #include "platform/base/SystemInfo.h"
-#include "platform/qt/QtBackend.h"
 
 CKvxOSTraceApp& GetOSTraceApp() {
     static CKvxOSTraceApp app;
@@ -11,7 +13,7 @@ CKvxOSTraceApp& GetOSTraceApp() {
 // The first instance brings the toolkit in, the last one takes it out: a module without instances
 // keeps nothing there and may be unloaded.
 void CKvxOSTraceApp::AddInstance(std::uintptr_t key) {
-    kvx::InstallQtBackend();
+    if (!hasBackend_) hasBackend_ = kvx::InstallBackend();
     RequireLightSysColors();  // black run bars, engraved cell texts
     instances_[key] = std::make_unique<CKvxOSTraceDataCtrl>();
 }
@@ -22,5 +24,6 @@ CKvxOSTraceDataCtrl* CKvxOSTraceApp::FindInstance(std::uintptr_t key) const {
 }
 
 void CKvxOSTraceApp::RemoveInstance(std::uintptr_t key) {
-    if (instances_.erase(key) != 0 && instances_.empty()) kvx::RemoveQtBackend();
+    instances_.erase(key);
+    if (instances_.empty() && std::exchange(hasBackend_, false)) kvx::RemoveBackend();
 }

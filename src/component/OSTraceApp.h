@@ -16,6 +16,7 @@ class CKvxOSTraceApp : public CWinApp {
 
   private:
     std::unordered_map<std::uintptr_t, std::unique_ptr<CKvxOSTraceDataCtrl>> instances_;
+    bool hasBackend_ = false;
 };
 
 CKvxOSTraceApp& GetOSTraceApp();

@@ -1,5 +1,6 @@
 #include "component/OSTraceDataCtrl.h"
 
+#include "component/OSTraceApp.h"
 #include "framework/UpdateHints.h"
 #include "platform/Backend.h"
 #include "platform/base/Guarded.h"
@@ -75,7 +76,10 @@ bool CKvxOSTraceDataCtrl::CanShowWindows() {
 }
 
 bool CKvxOSTraceDataCtrl::LoadResources() {
-    const CString file = GetModuleFileName(AfxGetResourceHandle());
+    const HINSTANCE loaded = AfxGetResourceHandle();
+    const CString file = loaded
+                             ? GetModuleFileName(loaded)
+                             : GetModuleFileNameOf(reinterpret_cast<const void*>(&GetOSTraceApp));
     if (file.empty() || file.size() > kLongestFileName) {
         MessageBox(nullptr,
                    "Cannot obtain module. File name missing.\nPlease read User Guide to "

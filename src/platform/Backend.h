@@ -1,10 +1,11 @@
 #pragma once
 // The seam to the toolkit. The front (this folder) decides; a back-end forwards: it makes windows,
 // turns the toolkit's events into messages, shows surfaces, and runs the standard dialogs. One
-// back-end is installed per module at run time; several modules on one toolkit share its windows.
+// back-end is installed in a process at run time; program and modules share it and its windows.
 //
 // Coordinates are logical pixels; only surfaces and text masks have device pixels.
-// Handles may belong to another module unless said otherwise. All on the user-interface thread.
+// Handles may be windows of the toolkit that were not made here unless said otherwise. All on the
+// user-interface thread.
 
 #include <memory>
 #include <optional>
@@ -93,12 +94,12 @@ class IWindows {
 
     // Hidden; sends nothing. Null when the toolkit refuses.
     virtual HWND Create(const WindowRequest& request, IWindowSink* sink) = 0;
-    // Of this module: the sink hears OnWindowGone, and so do those of the children. Safe inside any
-    // of the window's own messages.
+    // Made here: the sink hears OnWindowGone, and so do those of the children. Safe inside any of
+    // the window's own messages.
     virtual void Destroy(HWND window) = 0;
     virtual bool Exists(HWND window) const = 0;
 
-    // Hands a message to a window of another module; 0 when that does not know the messages.
+    // Hands a message to a window that was not made here; 0 when that does not know the message.
     virtual LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) = 0;
     // Any window: the message arrives from the message loop.
     virtual void Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) = 0;
@@ -112,7 +113,7 @@ class IWindows {
     virtual void SetText(HWND window, const CString& text) = 0;
     virtual CString Text(HWND window) const = 0;
     virtual void SetFont(HWND window, const LOGFONT& font) = 0;
-    virtual void SetFrame(HWND window, const WindowFrame& frame) = 0;  // plain, of this module
+    virtual void SetFrame(HWND window, const WindowFrame& frame) = 0;  // plain, made here
 
     virtual void Show(HWND window, bool show, bool activate) = 0;
     virtual bool IsVisible(HWND window) const = 0;  // with all its parents
@@ -132,13 +133,13 @@ class IWindows {
     virtual RECT ScreenBounds(HWND window) const = 0;
     virtual SIZE ClientSize(HWND window) const = 0;
     virtual POINT ClientOrigin(HWND window) const = 0;  // on the screen
-    // Of the client area of a window of this module. It changes with the screen that shows the
+    // Of the client area of a window made here. It changes with the screen that shows the
     // window, and with the window's place in its parents.
     virtual PixelGrid Grid(HWND window) const = 0;
 
     // The toolkit asks for the picture when it next paints, or at once.
     virtual void Present(HWND window, const RECT& client, bool atOnce) = 0;
-    // bar: SB_HORZ or SB_VERT. Plain, of this module.
+    // bar: SB_HORZ or SB_VERT. Plain, made here.
     virtual void SetScrollBar(HWND window, int bar, const ScrollBarLook& look) = 0;
     virtual int ScrollTrackPosition(HWND window, int bar) const = 0;
     virtual void AcceptDrops(HWND window, bool accept) = 0;
@@ -154,7 +155,7 @@ class IWindows {
     virtual void SetMainWindow(HWND window) = 0;
 };
 
-// Controls of this module.
+// Controls made here.
 class IControls {
   public:
     virtual ~IControls() = default;
@@ -234,7 +235,15 @@ class IBackend {
     virtual IDesktop& Desktop() = 0;
 };
 
-// Borrows the back-end for this module; null takes it away.
+// Installs the back-end that the library was built with, and the toolkit's application object when
+// the process has none yet. False when the toolkit can show no windows here; nothing is installed
+// then. Every success is counted and needs one RemoveBackend.
+bool InstallBackend();
+// The last removal forgets everything that is kept in the toolkit; the windows must be gone. The
+// application object goes too when InstallBackend made it.
+void RemoveBackend();
+
+// Borrows a back-end in place of the installed one; null takes it away.
 void SetBackend(IBackend* backend);
 // Null while none is installed.
 IBackend* InstalledBackend();

@@ -34,7 +34,7 @@ bool AfxIsFileExist(const CString& path) {
 }
 
 CString AfxGetModuleDirectory() {
-    const CString file = GetModuleFileName(nullptr);
+    const CString file = GetModuleFileNameOf(reinterpret_cast<const void*>(&AfxGetModuleDirectory));
     return file.empty() ? CString() : kvx::DirectoryOf(file);
 }
 

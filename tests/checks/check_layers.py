@@ -33,7 +33,7 @@ ALLOWED = {
     "traceview": VIEW + ["analyze/model"],
     "analyze": VIEW + ["traceview/model"],
     "sink": VIEW + ["traceview", "analyze"],
-    "component": VIEW + ["traceview", "analyze", "sink", "platform/qt"],
+    "component": VIEW + ["traceview", "analyze", "sink"],
     "resources": ["platform", "host"],
     "workbench/service": ["platform", "host"],
     "workbench/kernels": ["platform", "host", "workbench/service"],
@@ -45,14 +45,14 @@ ALLOWED = {
     "workbench/simulation": ["platform"],
     "workbench/target": ["host", "platform", "workbench/service", "workbench/simulation"],
     "workbench/cli": WORKBENCH + CORE + ["resources"],
-    "workbench/picture": WORKBENCH + VIEW + CORE + ["traceview", "analyze", "platform/qt"],
+    "workbench/picture": WORKBENCH + VIEW + CORE + ["traceview", "analyze"],
     "workbench/desktop": WORKBENCH,
     "workbench/desktop/timing": WORKBENCH + ["analyze/model"],
     "workbench/debuglib": ["platform", "host"],
     "workbench": WORKBENCH,
 }
 # What nobody but these may include, although a parent folder is allowed.
-PRIVATE = {"platform/qt": {"platform/qt", "component", "workbench", "workbench/picture"}}
+PRIVATE = {"platform/qt": {"platform/qt"}}
 MAY_SEE_TOOLKIT = ("platform/qt", "workbench/desktop", "workbench/picture", "workbench")
 NO_TOOLKIT = ("workbench/service", "workbench/kernels", "workbench/formats", "workbench/exports",
               "workbench/simulation", "workbench/timing", "workbench/target", "workbench/cli")

@@ -4,8 +4,8 @@
 
 #include <cstdlib>
 
+#include "platform/Backend.h"
 #include "platform/base/WinApp.h"
-#include "platform/qt/QtBackend.h"
 
 namespace kvx::test {
 namespace {
@@ -25,7 +25,7 @@ std::string BinDirectory() {
 }
 
 TestHost::TestHost() : main_(std::make_unique<CWnd>()) {
-    InstallQtBackend();
+    InstallBackend();
     main_->Create(WS_OVERLAPPED | WS_VISIBLE, {0, 0, 800, 500}, HWND{}, 0);
     AfxSetMainWnd(main_->GetSafeHwnd());
     docking.main = main_.get();

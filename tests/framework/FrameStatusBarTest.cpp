@@ -4,13 +4,13 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/qt/QtBackend.h"
+#include "platform/Backend.h"
 
 namespace kvx::test {
 namespace {
 
 TEST(FrameStatusBar, ATextWithoutRoomShowsWholeInATip) {
-    InstallQtBackend();
+    InstallBackend();
     {
         CWnd main;
         ASSERT_TRUE(main.Create(WS_OVERLAPPED | WS_VISIBLE, {0, 0, 400, 100}, nullptr, 0));
@@ -42,7 +42,7 @@ TEST(FrameStatusBar, ATextWithoutRoomShowsWholeInATip) {
         moveOver(1);
         main.DestroyWindow();
     }
-    RemoveQtBackend();
+    RemoveBackend();
 }
 
 }  // namespace

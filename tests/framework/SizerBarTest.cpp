@@ -10,8 +10,8 @@
 #include <QWidget>
 #include <vector>
 
+#include "platform/Backend.h"
 #include "platform/base/Keys.h"
-#include "platform/qt/QtBackend.h"
 #include "platform/windows/Cursor.h"
 
 namespace {
@@ -106,8 +106,8 @@ class Layout {
 
 class SizerBar : public ::testing::Test {
   protected:
-    static void SetUpTestSuite() { kvx::InstallQtBackend(); }
-    static void TearDownTestSuite() { kvx::RemoveQtBackend(); }
+    static void SetUpTestSuite() { kvx::InstallBackend(); }
+    static void TearDownTestSuite() { kvx::RemoveBackend(); }
 };
 
 using Points = std::vector<CPoint>;

@@ -27,6 +27,7 @@ EXPECTED = (
     "share/man/man1/kvxostrace.1.gz",
     "share/bash-completion/completions/kvxostrace",
     "lib/kvxostrace/kvxostrace-ctf",
+    "lib/kvxostrace/libKvxPlatform.so",
 )
 NO_PLACE = re.compile(r"(^|/)(test_|bench_)|gtest|gmock|benchmark|\.(a|h|cmake)$")
 

@@ -1,4 +1,5 @@
-// Two copies of the platform layer in one process: windows of one side in the hands of the other.
+// Program and module on one platform library: windows of one side, and of the toolkit, in the hands
+// of the other.
 
 #include <QMainWindow>
 #include <QMenuBar>
@@ -48,22 +49,16 @@ class ForeignWindowTest : public kvx::test::QtFixture {
     HostWindow host;
 };
 
-TEST_F(ForeignWindowTest, WindowsOfTheOtherSideAreWrapped) {
+TEST_F(ForeignWindowTest, OneTableHoldsTheWindowsOfBothSides) {
     const HWND handle = api->create(host.m_hWnd, 77);
     ASSERT_NE(handle, nullptr);
-    EXPECT_EQ(CWnd::FromHandlePermanent(handle), nullptr);
-    CWnd* const wrapper = CWnd::FromHandle(handle);
-    ASSERT_NE(wrapper, nullptr);
-    EXPECT_EQ(CWnd::FromHandle(handle), wrapper);
-    EXPECT_EQ(host.GetDlgItem(77), wrapper);
-    EXPECT_EQ(wrapper->GetDlgCtrlID(), 77u);
-    EXPECT_EQ(wrapper->GetParent(), &host);
-    EXPECT_TRUE(wrapper->IsWindowVisible());
-    EXPECT_EQ(wrapper->GetClientRect(), (RECT{0, 0, 50, 30}));
-    wrapper->MoveWindow(0, 0, 80, 40);
-    wrapper->EnableWindow(false);
-    EXPECT_FALSE(wrapper->IsWindowEnabled());
-    EXPECT_EQ(Widget(*wrapper)->geometry(), QRect(0, 0, 80, 40));
+    CWnd* const window = CWnd::FromHandlePermanent(handle);
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(CWnd::FromHandle(handle), window);
+    EXPECT_EQ(host.GetDlgItem(77), window);
+    EXPECT_EQ(window->GetParent(), &host);
+    EXPECT_EQ(api->find(host.m_hWnd), &host);
+    window->MoveWindow(0, 0, 80, 40);
     Settle();
     EXPECT_EQ(Widget(host)->grab().toImage().pixel(70, 35), qRgb(0, 0, 255))
         << "the module painted in the new size";
@@ -72,6 +67,31 @@ TEST_F(ForeignWindowTest, WindowsOfTheOtherSideAreWrapped) {
     EXPECT_EQ(CWnd::FromHandle(handle), nullptr);
     EXPECT_FALSE(IsWindow(handle));
     EXPECT_EQ(SendMessage(handle, WM_USER, 1, 1), 0);
+}
+
+TEST_F(ForeignWindowTest, WindowsOfTheToolkitAreWrapped) {
+    QWidget plain;
+    plain.setGeometry(0, 0, 50, 30);
+    const auto handle = reinterpret_cast<HWND>(&plain);
+    EXPECT_EQ(CWnd::FromHandlePermanent(handle), nullptr);
+    CWnd* const wrapper = CWnd::FromHandle(handle);
+    ASSERT_NE(wrapper, nullptr);
+    EXPECT_EQ(api->find(handle), wrapper);
+    EXPECT_EQ(wrapper->GetParent(), nullptr);
+    EXPECT_FALSE(wrapper->IsWindowVisible());
+    EXPECT_EQ(wrapper->GetClientRect(), (RECT{0, 0, 50, 30}));
+    wrapper->MoveWindow(0, 0, 80, 40);
+    wrapper->EnableWindow(false);
+    EXPECT_FALSE(wrapper->IsWindowEnabled());
+    EXPECT_EQ(plain.geometry(), QRect(0, 0, 80, 40));
+}
+
+TEST_F(ForeignWindowTest, TheBackendStaysUntilItsLastUserHasGone) {
+    ASSERT_NE(api->create(host.m_hWnd, 1), nullptr);  // the module is the second user
+    kvx::IBackend* const before = kvx::InstalledBackend();
+    api->remove();
+    EXPECT_EQ(kvx::InstalledBackend(), before);
+    EXPECT_TRUE(::IsWindow(host.m_hWnd));
 }
 
 TEST_F(ForeignWindowTest, MessagesReachTheHandlersOfTheOtherSide) {

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/qt/QtBackend.h"
+#include "platform/Backend.h"
 #include "platform/windows/Wnd.h"
 #include "support/UnexpectedBoxes.h"
 
@@ -22,7 +22,7 @@ using Log = std::vector<std::string>;
 
 class QtFixture : public testing::Test {
   protected:
-    QtFixture() { InstallQtBackend(); }
+    QtFixture() { InstallBackend(); }
     ~QtFixture() override {
         QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_EQ(QWidget::mouseGrabber(), nullptr);

@@ -9,7 +9,7 @@
 #include <QThread>
 #include <cstdio>
 
-#include "platform/qt/QtBackend.h"
+#include "platform/Backend.h"
 #include "support/Needs.h"
 
 namespace {
@@ -19,7 +19,7 @@ constexpr int kPatience = 20000;  // milliseconds; a busy machine is slow
 class SmokeTest : public testing::Test {
   protected:
     void SetUp() override {
-        kvx::InstallQtBackend();
+        kvx::InstallBackend();
         for (const char* tool : {"Xvfb", "xdotool"})
             if (QStandardPaths::findExecutable(tool).isEmpty())
                 KVX_SKIP(tool + std::string(" is not installed: no real display to walk on"));

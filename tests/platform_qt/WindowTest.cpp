@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/qt/QtBackend.h"
+#include "platform/Backend.h"
 #include "support/UnexpectedBoxes.h"
 
 namespace {
@@ -47,7 +47,7 @@ class Recorder : public CWnd {
 class WindowTest : public testing::Test {
   protected:
     void SetUp() override {
-        kvx::InstallQtBackend();
+        kvx::InstallBackend();
         ASSERT_TRUE(top.Create(WS_POPUP | WS_CAPTION, {0, 0, 400, 300}, nullptr, 0));
     }
     CWnd top;

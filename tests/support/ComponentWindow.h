@@ -10,8 +10,8 @@
 #include "framework/UpdateHints.h"
 #include "host/CommandIds.h"
 #include "host/DebuggerFunctions.h"
+#include "platform/Backend.h"
 #include "platform/base/Keys.h"
-#include "platform/qt/QtBackend.h"
 #include "support/ScriptedHost.h"
 #include "support/UnexpectedBoxes.h"
 #include "trace/HostTraceSource.h"
@@ -30,7 +30,7 @@ class ComponentWindow : public testing::Test {
     ~ComponentWindow() override { CloseErrorRecord(&host); }
 
     void SetUp() override {
-        InstallQtBackend();
+        InstallBackend();
         CString message;
         const char* bin = std::getenv("KVX_BIN_DIR");
         resources_ =
@@ -43,7 +43,7 @@ class ComponentWindow : public testing::Test {
         Close();
         main_.DestroyWindow();
         host::ClearDebuggerFunctions(nullptr);
-        RemoveQtBackend();
+        RemoveBackend();
     }
     // Destroys what the test has created.
     virtual void Close() = 0;

@@ -8,7 +8,7 @@
 #include <memory>
 
 #include "host/CommandIds.h"
-#include "platform/qt/QtBackend.h"
+#include "platform/Backend.h"
 #include "support/ScriptedHost.h"
 #include "support/UnexpectedBoxes.h"
 #include "utils/DllResource.h"
@@ -23,14 +23,14 @@ class ResourceFixture : public testing::Test {
     ~ResourceFixture() override { CloseErrorRecord(&host); }
 
     void SetUp() override {
-        InstallQtBackend();
+        InstallBackend();
         CString message;
         const char* bin = std::getenv("KVX_BIN_DIR");
         resources_ =
             CDllResource::Load(JoinPath(bin ? bin : "bin", "KvxOSTraceExtRes.dll"), message);
         ASSERT_NE(resources_, nullptr) << message;
     }
-    void TearDown() override { RemoveQtBackend(); }
+    void TearDown() override { RemoveBackend(); }
 
     // Presses a button, or gives a command of a dialog.
     static void Click(CDialog& dialog, UINT id) { dialog.SendMessage(WM_COMMAND, MakeCommand(id)); }

@@ -5,7 +5,7 @@
 #include <cstdlib>
 
 #include "host/CommandIds.h"
-#include "platform/qt/QtBackend.h"
+#include "platform/Backend.h"
 #include "support/UnexpectedBoxes.h"
 #include "utils/DllResource.h"
 #include "utils/Path.h"
@@ -15,7 +15,7 @@ namespace kvx::test {
 namespace {
 
 TEST(UserInput, IsAskedForAndInserted) {
-    InstallQtBackend();
+    InstallBackend();
     {
         const char* bin = std::getenv("KVX_BIN_DIR");
         CString message;
@@ -36,7 +36,7 @@ TEST(UserInput, IsAskedForAndInserted) {
         });
         EXPECT_EQ(expander.Expand("<$(uixyz)>"), "<>");
     }
-    RemoveQtBackend();
+    RemoveBackend();
 }
 
 }  // namespace

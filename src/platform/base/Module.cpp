@@ -60,9 +60,8 @@ void* GetProcAddress(HMODULE module, const char* name) {
 }
 
 CString GetModuleFileName(HMODULE module) {
-    if (!module) return GetModuleFileNameOf(reinterpret_cast<const void*>(&FreeLibrary));
     link_map* map = nullptr;
-    if (dlinfo(module, RTLD_DI_LINKMAP, &map) != 0) return {};
+    if (!module || dlinfo(module, RTLD_DI_LINKMAP, &map) != 0) return {};
     return FullPath(map->l_name);
 }
 

@@ -14,8 +14,7 @@ template <class Function>
 Function GetProcAddress(HMODULE module, const char* name) {
     return reinterpret_cast<Function>(GetProcAddress(module, name));
 }
-// Full path of a loaded module; null: of the module that this code is linked into. Empty on
-// failure.
+// Full path of a loaded module. Empty on failure.
 CString GetModuleFileName(HMODULE module);
 // Full path of the module that holds the address. Empty on failure.
 CString GetModuleFileNameOf(const void* address);

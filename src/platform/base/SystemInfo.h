@@ -42,8 +42,8 @@ int GetSystemMetrics(int index);
 // Of the toolkit's palette, light or dark; the classic light colours where no back-end is
 // installed. Black for an index that is not above.
 COLORREF GetSysColor(int index);
-// For a module whose drawing is made for light windows: while the toolkit's palette is dark,
-// GetSysColor answers the classic light colours, and the module's windows keep a light palette.
+// For a process that shows drawing made for light windows: while the toolkit's palette is dark,
+// GetSysColor answers the classic light colours, and the windows made here keep a light palette.
 void RequireLightSysColors();
 bool AreSysColorsLight();
 // Milliseconds since some moment; wraps.

@@ -17,12 +17,12 @@ class CWinApp : public CObject {
     CWnd* m_pMainWnd = nullptr;
 };
 
-// The application object of this module; null while there is none.
+// The first application object of the process; null while there is none.
 CWinApp* AfxGetApp();
 // The application's main window, wherever it was made: the host's, seen from a module. Null if
 // none.
 CWnd* AfxGetMainWnd();
-// Names the main window, for all modules of the process; a window of any toolkit class.
+// Names the main window of the process; a window of any toolkit class.
 void AfxSetMainWnd(HWND window);
 
 // Dispatches every message that waits for the window and its children, without waiting, and paints

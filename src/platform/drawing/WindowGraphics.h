@@ -1,5 +1,5 @@
 #pragma once
-// Draws into the surface of a window of this module, which shows it when this ends. Of another
+// Draws into the surface of a window made here, which shows it when this ends. Of another
 // window: draws nothing. The window may go meanwhile.
 
 #include <memory>

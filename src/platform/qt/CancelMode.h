@@ -1,5 +1,5 @@
 #pragma once
-// Tells the windows of this module when something else comes before them: a modal window of
+// Tells the windows made here when something else comes before them: a modal window of
 // anybody, a menu, another program. Whatever a window does with the mouse ends then.
 
 #include <QBasicTimer>
@@ -17,7 +17,7 @@ class CancelMode final : public QObject {
     void timerEvent(QTimerEvent* event) override;
 
   private:
-    QBasicTimer later_;  // ends with the object, as the module's code may
+    QBasicTimer later_;  // ends with the object, as the library's code may
 };
 
 }  // namespace kvx::qt

@@ -3,26 +3,19 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QPointer>
-#include <QVariant>
 #include <QWindow>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace kvx::qt {
 
 namespace {
 
-constexpr char kServedProperty[] = "kvxServedWindow";
 constexpr int kFirstShowMilliseconds = 100;
 
-QWidget* ServedWindow() {
-    if (!qApp) return nullptr;
-    return reinterpret_cast<QWidget*>(qApp->property(kServedProperty).value<quintptr>());
-}
-
-void SetServedWindow(QWidget* window) {
-    qApp->setProperty(kServedProperty, QVariant::fromValue(reinterpret_cast<quintptr>(window)));
-}
+// The one whose events alone are dispatched; null for none.
+QWidget* g_served = nullptr;
 
 // The window itself, what is inside it, and windows that it owns.
 bool BelongsTo(const QObject* object, const QWidget* window) {
@@ -66,13 +59,13 @@ bool IsPassing(QEvent::Type type) {
 // Watches the whole application while one window is served.
 class OthersWait : public QObject {
   public:
-    explicit OthersWait(QWidget* served) : served_(served), outer_(ServedWindow()) {
-        SetServedWindow(served);
+    explicit OthersWait(QWidget* served)
+        : served_(served), outer_(std::exchange(g_served, served)) {
         qApp->installEventFilter(this);
     }
     ~OthersWait() override {
         qApp->removeEventFilter(this);
-        SetServedWindow(outer_);
+        g_served = outer_;
         for (auto& [receiver, event] : held_)
             if (receiver) QCoreApplication::postEvent(receiver, event.release());
     }
@@ -123,8 +116,7 @@ void DispatchWaitingFor(QWidget* window) {
 }
 
 bool IsHeldBack(const QWidget* widget) {
-    const QWidget* const served = ServedWindow();
-    return served && !BelongsTo(widget, served);
+    return g_served && !BelongsTo(widget, g_served);
 }
 
 }  // namespace kvx::qt

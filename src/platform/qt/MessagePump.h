@@ -11,8 +11,7 @@ namespace kvx::qt {
 // the platform layer among them get no message. Null: dispatches everything that waits.
 void DispatchWaitingFor(QWidget* window);
 
-// Whether events of the widget wait because another window alone is being served. Holds for the
-// loops of every module.
+// Whether events of the widget wait because another window alone is being served.
 bool IsHeldBack(const QWidget* widget);
 
 }  // namespace kvx::qt

@@ -48,14 +48,13 @@ LRESULT OwnWindow::Send(UINT message, WPARAM wParam, LPARAM lParam) {
 
 bool OwnWindow::TakeMessage(QEvent* event) {
     if (event->type() != MessageEvent::kType) return false;
-    auto* const message = static_cast<MessageEvent*>(event);
-    if (message->posted && IsHeldBack(widget_)) {
+    const auto* const message = static_cast<MessageEvent*>(event);
+    if (IsHeldBack(widget_)) {
         QCoreApplication::postEvent(
-            widget_, new MessageEvent(message->message, message->wParam, message->lParam, true));
+            widget_, new MessageEvent(message->message, message->wParam, message->lParam));
         return true;
     }
-    message->handled = sink_ != nullptr;
-    message->result = Send(message->message, message->wParam, message->lParam);
+    Send(message->message, message->wParam, message->lParam);
     return true;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
-// What every widget of this module adds to its toolkit class: the sink of its messages, and a place
-// in the list of this module's widgets.
+// What every widget made here adds to its toolkit class: the sink of its messages, and a place in
+// the list of these widgets.
 
 #include <QWidget>
 
@@ -16,7 +16,7 @@ class OwnWindow {
     OwnWindow(const OwnWindow&) = delete;
     OwnWindow& operator=(const OwnWindow&) = delete;
 
-    // Null when the widget is not this module's.
+    // Null when the widget was not made here.
     static OwnWindow* Of(const QWidget* widget);
 
     IWindowSink* Sink() const { return sink_; }
@@ -27,7 +27,7 @@ class OwnWindow {
     // Takes a message that arrives as an event; true when the event was one.
     bool TakeMessage(QEvent* event);
 
-    // While any widget of this module handles an event, none may be deleted.
+    // While any widget made here handles an event, none may be deleted.
     class EventScope {
       public:
         EventScope();
@@ -42,7 +42,7 @@ class OwnWindow {
     IWindowSink* sink_;
 };
 
-// The window's id among its siblings, kept where every module finds it.
+// The window's id among its siblings; widgets of the toolkit's own can have one too.
 void SetWindowId(QWidget* widget, UINT id);
 UINT WindowId(const QWidget* widget);
 

@@ -18,7 +18,7 @@ class PlainWindow final : public QWidget, public OwnWindow {
                 IWindowSink* sink);
     ~PlainWindow() override;
 
-    // Null when the widget is none of this module's.
+    // Null when the widget was not made here.
     static PlainWindow* Of(QWidget* widget);
 
     void SetFrame(const WindowFrame& frame);

@@ -1,10 +1,11 @@
-#include "platform/qt/QtBackend.h"
+// The back-end on Qt 6 Widgets.
 
 #include <QApplication>
 #include <cstdlib>
 #include <memory>
 #include <utility>
 
+#include "platform/Backend.h"
 #include "platform/qt/CancelMode.h"
 #include "platform/qt/Controls.h"
 #include "platform/qt/Desktop.h"
@@ -36,7 +37,8 @@ class QtBackend final : public IBackend {
 };
 
 std::unique_ptr<QtBackend> g_backend;
-QApplication* g_application = nullptr;  // when this module made it
+QApplication* g_application = nullptr;  // when it was made here
+int g_users = 0;
 
 bool HasDisplay() {
     return std::getenv("DISPLAY") || std::getenv("WAYLAND_DISPLAY");
@@ -52,18 +54,22 @@ void MakeApplication() {
 
 }  // namespace
 
-bool InstallQtBackend() {
-    if (g_backend) return true;
+bool InstallBackend() {
+    if (g_users > 0) {
+        ++g_users;
+        return true;
+    }
     if (!QCoreApplication::instance()) MakeApplication();
     if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return false;
     g_backend = std::make_unique<QtBackend>();
     SetBackend(g_backend.get());
+    g_users = 1;
     return true;
 }
 
-void RemoveQtBackend() {
-    if (!g_backend) return;
-    // Messages on their way are objects of this module.
+void RemoveBackend() {
+    if (g_users == 0 || --g_users > 0) return;
+    // Messages on their way are objects of this library, which may be unloaded next.
     QCoreApplication::sendPostedEvents(nullptr, qt::MessageEvent::kType);
     ForgetWrappers();
     SetBackend(nullptr);

@@ -102,10 +102,8 @@ bool QtWindows::Exists(HWND window) const {
     return QApplication::allWidgets().contains(widget) && !IsInternal(widget);
 }
 
-LRESULT QtWindows::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    MessageEvent event(message, wParam, lParam, false);
-    QCoreApplication::sendEvent(ToWidget(window), &event);
-    if (event.handled || message != WM_DROPFILES) return event.result;
+LRESULT QtWindows::Send(HWND window, UINT message, WPARAM wParam, LPARAM) {
+    if (message != WM_DROPFILES) return 0;
     const auto drop = reinterpret_cast<HDROP>(wParam);
     const bool accepted = DropFilesOn(ToWidget(window), drop);
     DragFinish(drop);
@@ -113,7 +111,7 @@ LRESULT QtWindows::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 }
 
 void QtWindows::Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    QCoreApplication::postEvent(ToWidget(window), new MessageEvent(message, wParam, lParam, true));
+    QCoreApplication::postEvent(ToWidget(window), new MessageEvent(message, wParam, lParam));
 }
 
 HWND QtWindows::Parent(HWND window) const {

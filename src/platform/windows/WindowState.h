@@ -1,5 +1,5 @@
 #pragma once
-// What the platform keeps of one window of this module: its surface and what of it is invalid, its
+// What the platform keeps of one window: its surface and what of it is invalid, its
 // scroll bars, styles and font; and the way from the toolkit's events to the window's handlers.
 
 #include <memory>
@@ -20,7 +20,7 @@ class WindowState final : public IWindowSink {
     // The object that the toolkit window belongs to changes.
     void SetOwner(CWnd& owner) { owner_ = &owner; }
 
-    // Null when the window is not this module's.
+    // Null when the window was not made here.
     static WindowState* Of(const CWnd* window);
 
     // Runs the window's handlers. An exception becomes a line on standard error and the result 0,

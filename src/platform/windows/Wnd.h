@@ -1,6 +1,6 @@
 #pragma once
-// Windows. A CWnd is attached to one toolkit window (its handle); windows of other modules are
-// wrapped for a while by FromHandle and can be moved, shown, enabled, asked and sent messages.
+// Windows. A CWnd is attached to one toolkit window (its handle); windows that were made elsewhere
+// are wrapped for a while by FromHandle and can be moved, shown, enabled, asked and sent messages.
 
 #include <cstddef>
 #include <memory>
@@ -62,7 +62,7 @@ class CWnd : public CObject {
     // runs (which may delete the object). False without a window.
     virtual bool DestroyWindow();
 
-    // The object of this module that the handle belongs to, else a wrapper that lives until the
+    // The object that the handle belongs to, else a wrapper that lives until the
     // next idle moment or as long as the foreign window. Null for null or a window that is gone.
     static CWnd* FromHandle(HWND window);
     static CWnd* FromHandlePermanent(HWND window);
@@ -70,7 +70,7 @@ class CWnd : public CObject {
     bool IsWindow() const { return m_hWnd != nullptr; }
 
     // Takes the control of that id over from the object that holds it now, so that messages come
-    // here. False when there is none or it is not this module's.
+    // here. False when there is none or it was not made here.
     bool SubclassDlgItem(UINT id, CWnd* parent);
 
     CWnd* GetParent() const;
@@ -194,7 +194,7 @@ class CWnd : public CObject {
     friend class kvx::WindowState;
     bool FinishCreate(const CREATESTRUCT& create);
 
-    std::unique_ptr<kvx::WindowState> state_;  // while a window of this module is attached
+    std::unique_ptr<kvx::WindowState> state_;  // while a window made here is attached
     CWnd* owner_ = nullptr;
 };
 

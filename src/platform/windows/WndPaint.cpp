@@ -15,7 +15,7 @@ kvx::IWindows& Windows() {
     return kvx::Backend().Windows();
 }
 
-// The windows of this module below the window, at their place in it.
+// The windows made here below the window, at their place in it.
 void AddChildren(kvx::GraphicsGroup& group, HWND window, POINT origin) {
     for (const HWND child : Windows().Children(window)) {
         if (!Windows().IsVisible(child) || Windows().TopLevel(child) == child) continue;

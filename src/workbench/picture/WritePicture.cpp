@@ -8,9 +8,9 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "platform/Backend.h"
 #include "platform/base/SystemInfo.h"
 #include "platform/drawing/SurfaceGraphics.h"
-#include "platform/qt/QtBackend.h"
 #include "workbench/picture/ToolkitMessages.h"
 
 namespace kvx::picture {
@@ -28,12 +28,12 @@ Offscreen::Offscreen() {
     for (const char* name : {"QT_FONT_DPI", "QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS"})
         qunsetenv(name);
     FilterToolkitMessages();
-    if (!InstallQtBackend()) throw std::runtime_error("the toolkit cannot draw here");
+    if (!InstallBackend()) throw std::runtime_error("the toolkit cannot draw here");
     RequireLightSysColors();
 }
 
 Offscreen::~Offscreen() {
-    RemoveQtBackend();
+    RemoveBackend();
 }
 
 bool IsSvgName(const std::string& name) {

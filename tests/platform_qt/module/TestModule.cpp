@@ -1,14 +1,15 @@
 #include "platform_qt/module/TestModule.h"
 
-#include <memory>
+#include <utility>
 
+#include "platform/Backend.h"
 #include "platform/base/WinApp.h"
-#include "platform/qt/QtBackend.h"
 #include "platform/windows/View.h"
 
 namespace {
 
 std::uint64_t g_received = 0;
+bool g_installed = false;
 
 class ModuleWindow : public CWnd {
   public:
@@ -35,7 +36,7 @@ class ModuleWindow : public CWnd {
 };
 
 HWND Create(HWND parent, UINT id) {
-    kvx::InstallQtBackend();
+    if (!g_installed) g_installed = kvx::InstallBackend();
     auto* const window = new ModuleWindow;
     return window->Create(WS_CHILD | WS_VISIBLE, {10, 10, 60, 40}, parent, id) ? window->m_hWnd
                                                                                : nullptr;
@@ -59,6 +60,10 @@ HWND MainWindow() {
     return main ? main->GetSafeHwnd() : nullptr;
 }
 
+void Remove() {
+    if (std::exchange(g_installed, false)) kvx::RemoveBackend();
+}
+
 UINT Registered() {
     return RegisterWindowMessage("WM_WINMGR");
 }
@@ -66,7 +71,7 @@ UINT Registered() {
 }  // namespace
 
 extern "C" KVX_EXPORT const TestModuleApi* GetTestModule() {
-    static constexpr TestModuleApi kApi{
-        Create, Destroy, Ask, Received, MainWindow, Registered, kvx::RemoveQtBackend};
+    static constexpr TestModuleApi kApi{Create,   Destroy,    CWnd::FromHandle, Ask,
+                                        Received, MainWindow, Registered,       Remove};
     return &kApi;
 }

@@ -1,13 +1,15 @@
 #pragma once
 // What the test module exports: it makes windows in other modules' windows, as a component does.
 
-#include "platform/base/Types.h"
+#include "platform/windows/Wnd.h"
 
 struct TestModuleApi {
     // A child window with that id; null on failure.
     HWND (*create)(HWND parent, UINT id);
     void (*destroy)(HWND window);
-    // How the module sees a window of another module: sends WM_USER with 5 and 6, answers the
+    // The object that the module finds behind the handle.
+    CWnd* (*find)(HWND window);
+    // How the module reaches a window of the program: sends WM_USER with 5 and 6, answers the
     // result.
     LRESULT (*ask)(HWND window);
     // The messages WM_USER that the module's window has got: sum of wParam.

@@ -11,11 +11,11 @@
 #include <functional>
 #include <optional>
 
+#include "platform/Backend.h"
 #include "platform/base/SystemInfo.h"
 #include "platform/base/WinApp.h"
 #include "platform/controls/ProgressCtrl.h"
 #include "platform/dialogs/Dialog.h"
-#include "platform/qt/QtBackend.h"
 #include "platform/windows/View.h"
 #include "platform_qt/SampleDialogs.h"
 
@@ -156,7 +156,7 @@ class SmokeView : public CView {
 }  // namespace
 
 int main() {
-    kvx::InstallQtBackend();
+    kvx::InstallBackend();
     SetResourceTable(&kvx::test::SampleTable());
     CWnd top;
     top.Create(WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU, {100, 100, 500, 400}, nullptr, 0);
