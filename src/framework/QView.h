@@ -6,7 +6,7 @@
 
 class CQFrameWnd;
 
-class CQView : public CView {
+class KVX_EXPORT CQView : public CView {
   public:
     static const CRuntimeClass kClass;
     const CRuntimeClass* GetRuntimeClass() const override { return &kClass; }

@@ -11,7 +11,7 @@ import sys
 
 ENTRY_POINTS = ["LibraryRegister2", "QueryInterface2", "CreateInstance", "DestroyInstance",
                 "GetComponentVersion"]
-CLASSES = ["CStopDlgCore", "CStopOnlyDlgCore", "CCoreView", "CWinMgr", "WINRECT", "CSizerBar"]
+CLASSES = ["CStopDlgBase", "CStopDlgCore", "CStopOnlyDlgCore", "CQView", "CCoreView", "CWinMgr", "WINRECT", "CSizerBar"]
 HELPERS = ["AfxGetProfileString", "AfxGetProfileInt", "AfxGetProfileStruct",
            "AfxWriteProfileString", "AfxWriteProfileInt", "AfxWriteProfileStruct",
            "AfxIsFileExist", "AfxGetModuleDirectory", "AfxFindSubMenu", "AfxMakeShortString"]

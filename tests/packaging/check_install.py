@@ -29,6 +29,8 @@ EXPECTED = (
     "lib/kvxostrace/kvxostrace-ctf",
     "lib/kvxostrace/libKvxPlatform.so",
 )
+DEVELOPMENT = ("include/kvxostrace/platform/windows/Wnd.h", "include/kvxostrace/host/Component.h",
+               "include/kvxostrace/framework/CoreView.h", "lib/cmake/KvxOSTrace/KvxOSTraceConfig.cmake")
 NO_PLACE = re.compile(r"(^|/)(test_|bench_)|gtest|gmock|benchmark|\.(a|h|cmake)$")
 
 
@@ -85,17 +87,18 @@ def check_program(prefix, work):
 
 
 def check_prefix(build, work):
-    run("cmake", "--install", build, "--prefix", work / "any where")
+    run("cmake", "--install", build, "--prefix", work / "any where", "--component", "runtime")
     faults = check_files(work / "any where") + check_program(work / "any where", work)
     stage = work / "stage"
-    run("cmake", "--install", build, "--prefix", "/usr", env={**os.environ, "DESTDIR": str(stage)})
+    run("cmake", "--install", build, "--prefix", "/usr", "--component", "runtime", env={**os.environ, "DESTDIR": str(stage)})
     outside = [name for name in files_below(stage) if not name.startswith("usr/")]
     return faults + [f"{name} lies outside of the prefix" for name in outside] + check_files(stage / "usr")
 
 
 def check_package(build, work):
     run("cpack", "-G", "DEB", "-B", work / "out", cwd=build)
-    package = next((work / "out").glob("*.deb"))
+    package = next((work / "out").glob("kvxostrace_*.deb"))
+    headers = next((work / "out").glob("kvxostrace-dev_*.deb"))
     faults = []
     depends = run("dpkg-deb", "-f", package, "Depends").decode()
     for name in ("libqt6widgets6", "libbabeltrace2-0", "libc6", "fonts-liberation", "libqt6svg6"):
@@ -108,6 +111,10 @@ def check_package(build, work):
     prefix = work / "root" / "usr"
     if b".symtab" in run("readelf", "-SW", prefix / EXPECTED[1]):
         faults.append("the modules are not stripped")
+    development = run("dpkg-deb", "-c", headers).decode()
+    for name in DEVELOPMENT:
+        if not re.search(rf" \./usr/{re.escape(name)}\n", development):
+            faults.append(f"{name} is not in the package of headers")
     return faults + check_files(prefix) + check_program(prefix, work)
 
 

@@ -7,7 +7,7 @@
 #include "trace/Progress.h"
 
 // What both dialogs share.
-class CStopDlgBase : public CDialog {
+class KVX_EXPORT CStopDlgBase : public CDialog {
   public:
     // Disables the parent (null: none). An empty caption keeps the template's title.
     CStopDlgBase(UINT templateId, CWnd* parent, const char* caption);
