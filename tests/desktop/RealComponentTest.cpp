@@ -10,6 +10,7 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolButton>
 #include <future>
 #include <thread>
 
@@ -18,6 +19,7 @@
 #include "host/OSTraceRange.h"
 #include "host/Services.h"
 #include "workbench/desktop/Workbench.h"
+#include "workbench/service/DecodedRecording.h"
 
 namespace kvx::desktop {
 namespace {
@@ -98,6 +100,21 @@ TEST_F(RealComponent, ClosesAndOpensAgainWithTheTrace) {
     ASSERT_EQ(workbench_.Docking().Windows().All().size(), 1U);
     workbench_.Docking().UpdateCommands();
     EXPECT_TRUE(Command(ids::kExpand)->isEnabled()) << "it found the trace";
+}
+
+// What the status line tells of the recording is decoded, whoever shows it.
+TEST_F(RealComponent, ClosingTheWindowLeavesTheCountOfNotes) {
+    workbench_.Trace().Decoded()->WaitForAll();
+    const auto told = [this] {
+        workbench_.Docking().UpdateCommands();
+        return workbench_.Window().findChild<QToolButton*>("losses")->text();
+    };
+    const QString before = told();
+    EXPECT_TRUE(before.endsWith(" notes")) << before.toStdString();
+    Dock().close();
+    EXPECT_EQ(told(), before);
+    workbench_.OpenTraceWindow();
+    EXPECT_EQ(told(), before);
 }
 
 // The window that shows the trace has the keyboard from the start, without a click.
