@@ -50,10 +50,9 @@ const kvx::AnalysisForm CRunTimeAnalysis::kForm = {"run-time", "run_time", "Run 
 
 const CRunTime* CRunTimeAnalysis::FindMade(std::uint32_t context) const {
     // Records stand at their line as far as the context table reached.
-    if (context < records_.size() && records_[context].context == context)
-        return &records_[context];
-    const auto at = std::find_if(records_.begin(), records_.end(),
-                                 [context](const CRunTime& r) { return r.context == context; });
+    if (context < static_cast<std::uint32_t>(rows_)) return &records_[context];
+    const auto at =
+        std::ranges::find(records_.begin() + rows_, records_.end(), context, &CRunTime::context);
     return at == records_.end() ? nullptr : &*at;
 }
 
@@ -66,12 +65,16 @@ CRunTime* CRunTimeAnalysis::Find(std::uint32_t context) {
     return const_cast<CRunTime*>(std::as_const(*this).Find(context));
 }
 
+CRunTime CRunTimeAnalysis::NewRecord(std::uint32_t context) const {
+    CRunTime record;
+    record.context = context;
+    record.marker = shared_.marker;
+    return record;
+}
+
 CRunTime& CRunTimeAnalysis::FindOrAdd(std::uint32_t context) {
     if (const CRunTime* const found = FindMade(context)) return const_cast<CRunTime&>(*found);
-    CRunTime& added = records_.emplace_back();
-    added.context = context;
-    added.marker = shared_.marker;
-    return added;
+    return records_.emplace_back(NewRecord(context));
 }
 
 const std::vector<CRunTime>& CRunTimeAnalysis::Records() const {
@@ -85,10 +88,11 @@ void CRunTimeAnalysis::DropRows() {
 }
 
 void CRunTimeAnalysis::MakeRows(IQOSTraceService* service, const kvx::AnalysisRange& range) {
-    records_.clear();
+    DropRows();
     if (!service) return;
     rows_ = shared_.contexts->GetCount();
-    for (int line = 0; line < rows_; ++line) FindOrAdd(static_cast<std::uint32_t>(line));
+    for (int line = 0; line < rows_; ++line)
+        records_.push_back(NewRecord(static_cast<std::uint32_t>(line)));
     if (range.start == range.end) return;
     kvx::WithEvents(*service, [&](const auto& events) { CreditRange(events, range); });
 }

@@ -64,6 +64,7 @@ class CRunTimeAnalysis final : public kvx::SharedAnalysis {
     }
     template <class Events>
     void CreditRange(const Events& events, const kvx::AnalysisRange& range);
+    CRunTime NewRecord(std::uint32_t context) const;
     CRunTime& FindOrAdd(std::uint32_t context);
     // Among the records that are made.
     const CRunTime* FindMade(std::uint32_t context) const;
