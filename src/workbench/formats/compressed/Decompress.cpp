@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "platform/base/Text.h"
-#include "workbench/formats/compressed/Stream.h"
+#include "workbench/formats/compressed/Decompressor.h"
 #include "workbench/formats/text/MemoryFile.h"
 
 namespace kvx::formats {
 namespace {
 
-using compressed::IStream;
+using compressed::IDecompressor;
 using compressed::Kind;
 
 constexpr std::array kKinds = {&compressed::kGzip, &compressed::kZstd};
@@ -50,18 +50,18 @@ Result<MappedFile> Decompress(const std::string& path, std::string_view bytes,
     MemoryFile file;
     std::vector<char> block(kBlock);
     auto rest = bytes;
-    auto step = IStream::Step::GoOn;
+    auto step = IDecompressor::Step::GoOn;
     const auto most = MostBytes();
     // Behind the last member zeros may follow, as they do on a tape.
-    while (
-        !(step == IStream::Step::End && rest.find_first_not_of('\0') == std::string_view::npos)) {
+    while (!(step == IDecompressor::Step::End &&
+             rest.find_first_not_of('\0') == std::string_view::npos)) {
         std::size_t made = 0;
         const auto before = rest.size();
         step = stream->Take(rest, block, made);
-        if (step == IStream::Step::Damaged) return fails("are damaged", rest);
+        if (step == IDecompressor::Step::Damaged) return fails("are damaged", rest);
         if (!file.Append({block.data(), made}) || file.Size() > most)
             return Error{path + ": decompressed it does not fit into memory"};
-        if (step == IStream::Step::GoOn && made == 0 && rest.size() == before)
+        if (step == IDecompressor::Step::GoOn && made == 0 && rest.size() == before)
             return fails("end too early", rest);
         if (progress && !progress->Progress(bytes.size() - rest.size(), bytes.size()))
             return Error{path + ": opening was cancelled", true};

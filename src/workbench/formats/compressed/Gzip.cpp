@@ -4,20 +4,20 @@
 #include <limits>
 #include <new>
 
-#include "workbench/formats/compressed/Stream.h"
+#include "workbench/formats/compressed/Decompressor.h"
 
 namespace kvx::formats::compressed {
 namespace {
 
 constexpr int kGzipWindow = 15 + 16;  // the largest window, behind a header of gzip's
 
-class GzipStream final : public IStream {
+class GzipDecompressor final : public IDecompressor {
   public:
-    GzipStream() {
+    GzipDecompressor() {
         if (inflateInit2(&stream_, kGzipWindow) != Z_OK) throw std::bad_alloc();
     }
-    GzipStream(const GzipStream&) = delete;
-    ~GzipStream() override { inflateEnd(&stream_); }
+    GzipDecompressor(const GzipDecompressor&) = delete;
+    ~GzipDecompressor() override { inflateEnd(&stream_); }
 
     Step Take(std::string_view& from, std::span<char> out, std::size_t& made) override {
         constexpr std::size_t kMost = std::numeric_limits<uInt>::max();
@@ -44,7 +44,8 @@ class GzipStream final : public IStream {
 
 }  // namespace
 
-const Kind kGzip = {"gzip", "\x1F\x8B",
-                    [] { return std::unique_ptr<IStream>(std::make_unique<GzipStream>()); }};
+const Kind kGzip = {"gzip", "\x1F\x8B", [] {
+                        return std::unique_ptr<IDecompressor>(std::make_unique<GzipDecompressor>());
+                    }};
 
 }  // namespace kvx::formats::compressed

@@ -2,18 +2,18 @@
 
 #include <new>
 
-#include "workbench/formats/compressed/Stream.h"
+#include "workbench/formats/compressed/Decompressor.h"
 
 namespace kvx::formats::compressed {
 namespace {
 
-class ZstdStream final : public IStream {
+class ZstdDecompressor final : public IDecompressor {
   public:
-    ZstdStream() : stream_(ZSTD_createDStream()) {
+    ZstdDecompressor() : stream_(ZSTD_createDStream()) {
         if (!stream_) throw std::bad_alloc();
     }
-    ZstdStream(const ZstdStream&) = delete;
-    ~ZstdStream() override { ZSTD_freeDStream(stream_); }
+    ZstdDecompressor(const ZstdDecompressor&) = delete;
+    ~ZstdDecompressor() override { ZSTD_freeDStream(stream_); }
 
     Step Take(std::string_view& from, std::span<char> out, std::size_t& made) override {
         ZSTD_inBuffer input{from.data(), from.size(), 0};
@@ -31,7 +31,8 @@ class ZstdStream final : public IStream {
 
 }  // namespace
 
-const Kind kZstd = {"zstd", "\x28\xB5\x2F\xFD",
-                    [] { return std::unique_ptr<IStream>(std::make_unique<ZstdStream>()); }};
+const Kind kZstd = {"zstd", "\x28\xB5\x2F\xFD", [] {
+                        return std::unique_ptr<IDecompressor>(std::make_unique<ZstdDecompressor>());
+                    }};
 
 }  // namespace kvx::formats::compressed

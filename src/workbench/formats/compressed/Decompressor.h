@@ -8,11 +8,11 @@
 
 namespace kvx::formats::compressed {
 
-class IStream {
+class IDecompressor {
   public:
     enum class Step { GoOn, End, Damaged };
 
-    virtual ~IStream() = default;
+    virtual ~IDecompressor() = default;
     // Takes bytes from the front of `from` and puts what they stand for to the front of `out`,
     // whose used part is answered in `made`. End: a whole member has ended; more may follow.
     virtual Step Take(std::string_view& from, std::span<char> out, std::size_t& made) = 0;
@@ -21,7 +21,7 @@ class IStream {
 struct Kind {
     const char* name;
     std::string_view magic;
-    std::unique_ptr<IStream> (*open)();
+    std::unique_ptr<IDecompressor> (*open)();
 };
 
 extern const Kind kGzip;
