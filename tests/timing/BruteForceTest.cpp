@@ -1,11 +1,15 @@
 // Random recordings of one to three processors: jobs, waits, locks and parts of explanations agree
 // with those that are counted from the list of events, to the count.
 
+#include <algorithm>
+#include <limits>
 #include <random>
 
 #include "timing/BruteForce.h"
 #include "timing/RandomKernel.h"
 #include "timing/TimingRun.h"
+#include "workbench/formats/OpenRecording.h"
+#include "workbench/timing/Explanation.h"
 
 namespace kvx::test {
 namespace {
@@ -255,6 +259,32 @@ TEST(TimingModel, SumsHoldWhateverTheLog) {
         EXPECT_EQ(run.Json("check")["schema"], 1);
     }
     EXPECT_GT(complete, 500);
+}
+
+// A job is explained from a place near it, of which there are few: here after every fifth event.
+TEST(TimingModel, ExplainsAsFromTheStart) {
+    std::size_t parts = 0;
+    for (unsigned seed = 1; seed <= 40 && !testing::Test::HasFailure(); ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        RandomKernel kernel(seed, 5, 1 + static_cast<int>(seed % 3));
+        const TimingRun run(kernel.Run(kSteps), kernel.Priorities());
+        const service::DecodedRecording decoded(std::move(*formats::OpenRecording(run.Path())));
+        const timing::Model near(decoded, {}, 5);
+        const timing::Model far(decoded, {}, std::numeric_limits<std::size_t>::max());
+        for (timing::ContextId id = 0; id < far.AllContexts().Count(); ++id)
+            for (std::size_t job = 0; job < far.AllJobs().CountOf(id); ++job) {
+                const auto here = timing::Explain(near, id, job).parts;
+                const auto there = timing::Explain(far, id, job).parts;
+                parts += there.size();
+                EXPECT_TRUE(std::ranges::equal(here, there,
+                                               [](const auto& a, const auto& b) {
+                                                   return a.IsLike(b) && a.start == b.start &&
+                                                          a.end == b.end;
+                                               }))
+                    << id << " job " << job;
+            }
+    }
+    EXPECT_GT(parts, 2000u);
 }
 
 }  // namespace

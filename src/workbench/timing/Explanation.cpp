@@ -28,13 +28,10 @@ class Explainer final : public IWalkObserver {
           isTask_(walk.From().contexts.Get(out.context).IsTask()),
           out_(out) {}
 
-    void OnTask(const Moment& moment, ContextId, const TaskStatus&, const TaskStatus&,
-                const Releaser&) override {
-        priorities_.MoveTo(moment.record);
-    }
     void OnPasses(std::int64_t from, std::int64_t to) override {
         const Span& seen = out_.job.seen;
         if (to <= seen.start || from >= seen.end) return;
+        priorities_.MoveTo(walk_.Now().record);
         Part part = isTask_ ? TaskPart(from) : HandlerPart();
         part.start = std::max(from, seen.start);
         part.end = std::min(to, seen.end);
@@ -111,7 +108,7 @@ class Explainer final : public IWalkObserver {
 
 Explanation Explain(const Model& model, ContextId context, std::size_t index) {
     Explanation explanation{context, model.AllJobs().At(context, index), {}};
-    Walk walk = model.NewWalk();
+    Walk walk = model.WalkNear(explanation.job.seen.start);
     Explainer explainer(walk, explanation);
     walk.Add(explainer);
     walk.Run(explanation.job.seen.end);

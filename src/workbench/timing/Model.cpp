@@ -1,5 +1,8 @@
 #include "workbench/timing/Model.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "workbench/timing/JobBuilder.h"
 #include "workbench/timing/JobWatch.h"
 #include "workbench/timing/LoadWatch.h"
@@ -20,9 +23,15 @@ LoadLimits LimitsFor(const service::TraceClock& clock) {
     return {100 * ms, 10 * ms, 10 * ms / 20};
 }
 
+// A stop takes memory for every context and object: less than a byte an event in this distance.
+std::size_t StopEvery(std::size_t contextsAndObjects) {
+    constexpr std::size_t kLeast = std::size_t{1} << 16;
+    return std::max(kLeast, 256 * contextsAndObjects);
+}
+
 }  // namespace
 
-Model::Model(const service::DecodedRecording& decoded, JobEndRules ends)
+Model::Model(const service::DecodedRecording& decoded, JobEndRules ends, std::size_t stopEvery)
     : decoded_(Complete(decoded)),
       contexts_(decoded),
       facts_(decoded),
@@ -39,7 +48,14 @@ Model::Model(const service::DecodedRecording& decoded, JobEndRules ends)
     for (IWalkObserver* observer :
          std::initializer_list<IWalkObserver*>{&builder, &chains, &jobs, &load})
         walk.Add(*observer);
-    walk.Run();
+    if (stopEvery == 0) stopEvery = StopEvery(contexts_.Count() + facts_.AllObjects().Count());
+    while (walk.Go(stopEvery)) stops_.push_back(walk.Branch());
+}
+
+Walk Model::WalkNear(std::int64_t time) const {
+    const auto isEarlier = [&](const Walk& stop) { return stop.Now().time <= time; };
+    const auto after = std::ranges::partition_point(stops_, isEarlier);
+    return after == stops_.begin() ? NewWalk() : *std::prev(after);
 }
 
 std::optional<Job> Model::JobIn(const Selection& selection, ContextId context,

@@ -5,14 +5,17 @@
 #include "workbench/timing/Incident.h"
 #include "workbench/timing/Jobs.h"
 #include "workbench/timing/Selection.h"
+#include "workbench/timing/Walk.h"
 
 namespace kvx::timing {
 
 class Model {
   public:
     // decoded is borrowed; waits until all of it is there. Contexts are numbered as a Contexts of
-    // it numbers them. ends: empty: nothing is said.
-    explicit Model(const service::DecodedRecording& decoded, JobEndRules ends = {});
+    // it numbers them. ends: empty: nothing is said. stopEvery: events between places from which
+    // walks can go on, at least; 0: as memory allows.
+    explicit Model(const service::DecodedRecording& decoded, JobEndRules ends = {},
+                   std::size_t stopEvery = 0);
 
     const service::DecodedRecording& Decoded() const { return decoded_; }
     const service::Recording& Recording() const { return decoded_.GetRecording(); }
@@ -26,6 +29,8 @@ class Model {
     Source GetSource() const { return {decoded_, contexts_, facts_}; }
     // A walk that knows the locks.
     Walk NewWalk() const { return Walk(GetSource(), &census_.locks); }
+    // One that is on its way already, not later than at the time.
+    Walk WalkNear(std::int64_t time) const;
 
     std::string CallName(std::uint32_t call) const {
         return call == service::kNoRecord ? std::string() : decoded_.Names().Get(call).name;
@@ -51,6 +56,7 @@ class Model {
     const Census census_;
     Jobs jobs_;
     Incidents incidents_;
+    std::vector<Walk> stops_;  // in order of time
 };
 
 }  // namespace kvx::timing

@@ -42,25 +42,49 @@ Walk::Walk(const Source& source, const LockSet* locks)
 }
 
 void Walk::Run(std::int64_t until) {
-    const Span span = SpanOf(source_.decoded);
-    now_.time = span.start;
-    Begin();
-    service::EventMerge merge(timelines_);
-    while (const auto event = merge.Next()) {
-        if (event->time > until) return PassTo(until);
-        TakeReturned(event->record);
-        PassTo(event->time);
-        now_.record = event->record;
-        now_.at = {event->timeline, event->number};
-        Apply(*event);
+    while (Step(until)) {
     }
-    TakeReturned(kNoRecord - 1);
-    PassTo(span.end);
-    Tell(&IWalkObserver::OnEnd, span.end);
+}
+
+bool Walk::Go(std::size_t events) {
+    for (; events > 0; --events)
+        if (!Step(std::numeric_limits<std::int64_t>::max())) return false;
+    return true;
+}
+
+Walk Walk::Branch() const {
+    Walk branch = *this;
+    branch.observers_.clear();
+    return branch;
+}
+
+// The next event; false: there is none until then.
+bool Walk::Step(std::int64_t until) {
+    if (!merge_) Begin();
+    const auto event = merge_->Next();
+    if (event && event->time > until) {
+        PassTo(until);
+        return false;
+    }
+    if (!event) {
+        TakeReturned(kNoRecord - 1);
+        PassTo(span_.end);
+        Tell(&IWalkObserver::OnEnd, span_.end);
+        return false;
+    }
+    TakeReturned(event->record);
+    PassTo(event->time);
+    now_.record = event->record;
+    now_.at = {event->timeline, event->number};
+    Apply(*event);
+    return true;
 }
 
 // What runs at the start shows in the first dispatch of a processor.
 void Walk::Begin() {
+    merge_.emplace(timelines_);
+    span_ = SpanOf(source_.decoded);
+    now_.time = span_.start;
     for (auto& status : tasks_) status.since = now_.time;
     for (std::uint32_t timeline = 0; timeline < timelines_.size(); ++timeline) {
         const auto& events = timelines_[timeline]->events;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <vector>
 
 #include "workbench/service/EventMerge.h"
@@ -80,10 +81,15 @@ class Walk {
 
     // Borrowed; told in the order in which they were added.
     void Add(IWalkObserver& observer) { observers_.push_back(&observer); }
-    // To the end, or until the time has passed `until`.
+    // To the end, or until the time has passed `until`, from where it is.
     void Run(std::int64_t until = std::numeric_limits<std::int64_t>::max());
+    // Goes on by so many events; false: the end was reached, and told.
+    bool Go(std::size_t events);
+    // A walk that goes on from where this one is, and tells nobody yet.
+    Walk Branch() const;
 
     // For observers.
+    const Moment& Now() const { return now_; }
     const TaskStatus& StatusOf(ContextId task) const { return tasks_[task]; }
     // What has the processor; the task below handlers that have it.
     ContextId Current(std::uint32_t timeline) const { return cpus_[timeline].current; }
@@ -114,6 +120,7 @@ class Walk {
     };
 
     void Begin();
+    bool Step(std::int64_t until);
     void Apply(const service::EventMerge::Event& event);
     void OnDispatch(std::uint32_t timeline, ContextId to);
     void EnterHandler(std::uint32_t timeline, ContextId handler);
@@ -141,6 +148,8 @@ class Walk {
     const Source source_;
     std::vector<IWalkObserver*> observers_;
     std::vector<const service::Timeline*> timelines_;
+    std::optional<service::EventMerge> merge_;  // none: it has not begun
+    Span span_;
     std::vector<Cpu> cpus_;
     std::vector<TaskStatus> tasks_;             // by context
     std::vector<std::vector<OpenCall>> calls_;  // by context
