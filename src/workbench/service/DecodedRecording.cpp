@@ -91,7 +91,19 @@ void DecodedRecording::Publish(std::uint32_t decoded) {
     const std::lock_guard guard(mutex_);
     decoded_ = decoded;
     reached_ = moment_.Now();
+    if (decoded <= awaited_) return;
+    awaited_ = kNobodyWaits;
     more_.notify_all();
+}
+
+// Until enough is true, which it cannot be before the record is decoded; or until all is decoded.
+template <class Enough>
+void DecodedRecording::Await(std::unique_lock<std::mutex>& lock, std::uint32_t record,
+                             Enough enough) const {
+    while (!complete_ && !enough()) {
+        awaited_ = std::min(awaited_, record);
+        more_.wait(lock);
+    }
 }
 
 const Timeline* DecodedRecording::Find(std::uint32_t processor) const {
@@ -114,20 +126,20 @@ bool DecodedRecording::IsComplete() const {
 
 void DecodedRecording::WaitForAll() const {
     std::unique_lock lock(mutex_);
-    more_.wait(lock, [this] { return complete_; });
+    Await(lock, kNobodyWaits, [] { return false; });
 }
 
 // Answers the record, or the last one before it that could be decoded.
 std::uint32_t DecodedRecording::WaitUntilDecoded(std::uint32_t record) const {
     std::unique_lock lock(mutex_);
-    more_.wait(lock, [&] { return complete_ || decoded_ > record; });
+    Await(lock, record, [&] { return decoded_ > record; });
     return std::min(record, decoded_ == 0 ? 0 : decoded_ - 1);
 }
 
 std::int64_t DecodedRecording::WaitFor(std::uint32_t record) const {
     const auto time = TimeReached(WaitUntilDecoded(record));
     std::unique_lock lock(mutex_);
-    more_.wait(lock, [&] { return complete_ || reached_ > time; });
+    Await(lock, 0, [&] { return reached_ > time; });
     return time;
 }
 

@@ -49,6 +49,7 @@ class DecodedRecording {
 
   private:
     static constexpr std::uint32_t kBlock = 64;  // records that are published together
+    static constexpr std::uint32_t kNobodyWaits = 0xFFFFFFFFu;
     // The times that a block of records reaches, without keeping every one of them.
     struct Block {
         std::int64_t before = 0;   // reached before its first record
@@ -58,6 +59,8 @@ class DecodedRecording {
     void Run(const std::stop_token& stop);
     void DecodeAll(const std::stop_token& stop);
     void Publish(std::uint32_t decoded);
+    template <class Enough>
+    void Await(std::unique_lock<std::mutex>& lock, std::uint32_t record, Enough enough) const;
     std::uint32_t WaitUntilDecoded(std::uint32_t record) const;
     std::int64_t TimeReached(std::uint32_t record) const;
 
@@ -72,8 +75,9 @@ class DecodedRecording {
     mutable std::mutex mutex_;
     mutable std::condition_variable more_;
     // Under the mutex.
-    std::uint32_t decoded_ = 0;  // records
-    std::int64_t reached_ = 0;   // their latest time
+    mutable std::uint32_t awaited_ = kNobodyWaits;  // the first record that somebody waits for
+    std::uint32_t decoded_ = 0;                     // records
+    std::int64_t reached_ = 0;                      // their latest time
     bool complete_ = false;
 
     std::jthread thread_;  // last: it uses all of the above

@@ -50,7 +50,7 @@ bool EventRecording::RecordsStates() const {
     return !trace_.kernel || trace_.kernel->RecordsStates();
 }
 
-void EventRecording::Read(std::uint32_t first, std::span<Record> out) {
+void EventRecording::ReadPart(std::uint32_t first, std::span<Record> out) const {
     for (Record& record : out) record = At(first++);
 }
 

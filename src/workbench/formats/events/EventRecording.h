@@ -32,7 +32,11 @@ class EventRecording final : public Recording {
     std::uint32_t RecordCount() const override { return trace_.records.Count(); }
     std::int64_t FirstTime() const override { return TimeOf(0); }
     std::int64_t LastTime() const override { return TimeOf(RecordCount() - 1); }
-    void Read(std::uint32_t first, std::span<service::Record> out) override;
+    void Read(std::uint32_t first, std::span<service::Record> out) override {
+        ReadPart(first, out);
+    }
+    bool IsReadInParts() const override { return true; }
+    void ReadPart(std::uint32_t first, std::span<service::Record> out) const override;
     std::string Detail(std::uint32_t record) const override;
     std::string NameOf(std::uint32_t record) const override;
     std::int64_t TimeOf(std::uint32_t record) const override {
