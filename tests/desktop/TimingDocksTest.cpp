@@ -204,6 +204,35 @@ TEST_F(Demonstration, RulesPutWhatViolatesThemFirst) {
     EXPECT_TRUE(fault.contains("drive.toml")) << fault.toStdString();
 }
 
+// The rest of the facts stays; the markers may go elsewhere afterwards.
+TEST_F(Demonstration, TablesCanBeLimitedToWhatIsMarked) {
+    TimingDocks& docks = workbench_.Timing();
+    const auto model = docks.Facts()->model;
+    const int allJobs = docks.Table("jobs").Shown()->RowCount();
+    const auto action = [this] {
+        for (QAction* each : workbench_.Window().ViewMenu().actions())
+            if (each->text() == "Tables &Between Markers") return each;
+        return static_cast<QAction*>(nullptr);
+    }();
+    ASSERT_NE(action, nullptr);
+    const host::OSTracePosition marked = Position();
+    action->trigger();
+    for (int i = 0; i < 3000 && !docks.Facts()->range; ++i) QTest::qWait(10);
+    ASSERT_TRUE(docks.Facts()->range);
+    EXPECT_EQ(static_cast<double>(docks.Facts()->range->start), marked.startMarker);
+    EXPECT_EQ(docks.Facts()->model, model);
+    EXPECT_TRUE(docks.Findings().View().selectionModel()->hasSelection())
+        << "findings are of the whole";
+    const int someJobs = docks.Table("jobs").Shown()->RowCount();
+    EXPECT_GT(someJobs, 0);
+    EXPECT_LT(someJobs, allJobs);
+    docks.Table("jobs").Select(0);
+    EXPECT_EQ(docks.Table("jobs").Shown()->RowCount(), someJobs) << "the markers went with the row";
+    action->trigger();
+    for (int i = 0; i < 3000 && docks.Facts()->range; ++i) QTest::qWait(10);
+    EXPECT_EQ(docks.Table("jobs").Shown()->RowCount(), allJobs);
+}
+
 TEST_F(Demonstration, DeadlineThatIsTypedBecomesARule) {
     TimingDocks& docks = workbench_.Timing();
     docks.SetRules("# mine\n[task.LOGGER]\ndeadline = \"1s\"\n", "mine.toml");

@@ -61,6 +61,13 @@ Workbench::Workbench(Settings& settings)
     timing_.onRulesFault = [this](const QString& why) {
         window_.ShowError("Cannot Use Rules", why);
     };
+    timing_.marked = [this] {
+        const auto range = Marked();
+        if (!range)
+            window_.ShowError("Nothing Is Marked",
+                              "Put the start marker before the end marker in the chart first.");
+        return range;
+    };
     timing_.onFilled = [this] {
         if (std::exchange(showsFindings_, false)) timing_.ShowFindings();
     };

@@ -110,6 +110,8 @@ class Workbench final : private IWorkspaceHost {
     host::IQOSTraceRange* Range();
     // Nothing while no OS Trace window shows a trace.
     std::optional<host::OSTracePosition> Position();
+    // What lies between the markers; nothing while they do not stand one behind the other.
+    std::optional<timing::Span> Marked();
     void FollowWindows();
     void ShowAllLines();
     void ShowStretch(const Stretch& stretch);

@@ -87,11 +87,10 @@ QString Workbench::RecordingName() const {
 void Workbench::Export() {
     const auto decoded = trace_->ShareDecoded();
     if (!decoded) return;
-    std::optional<std::pair<std::int64_t, std::int64_t>> marked;
-    if (const auto position = Position(); position && position->startMarker < position->endMarker)
-        marked = {static_cast<std::int64_t>(position->startMarker),
-                  static_cast<std::int64_t>(position->endMarker)};
-    ExportDialog dialog(*decoded, marked, &window_);
+    const auto marked = Marked();
+    ExportDialog dialog(
+        *decoded, marked ? std::optional(std::pair(marked->start, marked->end)) : std::nullopt,
+        &window_);
     if (dialog.exec() != QDialog::Accepted) return;
     const QString ending = FromUtf8(dialog.Form().extension);
     const QString path = QFileDialog::getSaveFileName(

@@ -72,6 +72,13 @@ std::optional<host::OSTracePosition> Workbench::Position() {
     return position;
 }
 
+std::optional<timing::Span> Workbench::Marked() {
+    const auto position = Position();
+    if (!position || position->startMarker >= position->endMarker) return std::nullopt;
+    return timing::Span{static_cast<std::int64_t>(position->startMarker),
+                        static_cast<std::int64_t>(position->endMarker)};
+}
+
 // After a command, or a window that the user closed.
 void Workbench::FollowWindows() {
     const auto position = Position();

@@ -60,15 +60,25 @@ void ContextFigures::Show(std::shared_ptr<const TimingFacts> facts, timing::Cont
     Draw();
 }
 
+// What the complete jobs of the tables' range show, until visit answers false.
+void ContextFigures::EachValue(
+    const std::function<bool(std::size_t index, std::int64_t value)>& visit) const {
+    const timing::Selection selection = facts_->Input().selection;
+    const Figure& figure = kFigures[figure_->currentIndex()];
+    for (std::size_t i = 0; i < facts_->model->AllJobs().CountOf(context_); ++i) {
+        const auto job = facts_->model->JobIn(selection, context_, i);
+        const auto value = job && !job->cut ? figure.of(*job) : std::nullopt;
+        if (value && !visit(i, *value)) return;
+    }
+}
+
 void ContextFigures::Draw() {
     if (!facts_) return;
-    const auto& jobs = facts_->model->AllJobs();
-    const Figure& figure = kFigures[figure_->currentIndex()];
     std::vector<std::int64_t> values;
-    for (std::size_t i = 0; i < jobs.CountOf(context_); ++i) {
-        const timing::Job job = jobs.At(context_, i);
-        if (const auto value = figure.of(job); value && !job.cut) values.push_back(*value);
-    }
+    EachValue([&values](std::size_t, std::int64_t value) {
+        values.push_back(value);
+        return true;
+    });
     const bool hasDeadline = figure_->currentIndex() == kResponse;
     histogram_->Show(std::move(values),
                      hasDeadline ? facts_->rules.DeadlineOf(context_) : std::nullopt,
@@ -86,13 +96,11 @@ void ContextFigures::TakeDeadline() {
 }
 
 void ContextFigures::BinClicked(std::int64_t from, std::int64_t to) {
-    const auto& jobs = facts_->model->AllJobs();
-    const Figure& figure = kFigures[figure_->currentIndex()];
-    for (std::size_t i = 0; i < jobs.CountOf(context_); ++i) {
-        const timing::Job job = jobs.At(context_, i);
-        const auto value = figure.of(job);
-        if (!job.cut && value && *value >= from && *value < to) return onJob({context_, i});
-    }
+    EachValue([&](std::size_t index, std::int64_t value) {
+        if (value < from || value >= to) return true;
+        onJob({context_, index});
+        return false;
+    });
 }
 
 }  // namespace kvx::desktop

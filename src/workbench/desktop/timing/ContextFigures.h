@@ -31,6 +31,7 @@ class ContextFigures final : public QObject {
     timing::ContextId Context() const { return context_; }
 
   private:
+    void EachValue(const std::function<bool(std::size_t index, std::int64_t value)>& visit) const;
     void Draw();
     void TakeDeadline();
     void BinClicked(std::int64_t from, std::int64_t to);

@@ -28,6 +28,7 @@ TableDock::TableDock(const QString& name, const AnalysisForm& form, QWidget* par
       rows_(new QSplitter),
       filter_(new QLineEdit),
       count_(new QLabel),
+      range_(new QLabel),
       words_(new QLabel),
       view_(new QTableView) {
     setObjectName(name);
@@ -36,6 +37,7 @@ TableDock::TableDock(const QString& name, const AnalysisForm& form, QWidget* par
     filter_->setMaximumWidth(260);
     bar_->addWidget(filter_);
     bar_->addWidget(count_);
+    bar_->addWidget(range_);
     bar_->addStretch();
     words_->setAlignment(Qt::AlignCenter);
     words_->setWordWrap(true);

@@ -23,6 +23,8 @@ class TableDock : public QDockWidget {
     std::function<void(int row)> onOpened;  // a double click, or Enter
 
     void Show(std::shared_ptr<const Analysis> analysis);
+    // Of what range the rows are; empty: of all.
+    void SayRange(const QString& words) { range_->setText(words); }
     // Above the table, in place of it, while there is none.
     void Say(const QString& text);
     void SetFilter(const QString& text) { filter_->setText(text); }
@@ -49,6 +51,7 @@ class TableDock : public QDockWidget {
     QSplitter* rows_;  // the table, and what stands beside it
     QLineEdit* filter_;
     QLabel* count_;
+    QLabel* range_;
     QLabel* words_;
     QTableView* view_;
 };

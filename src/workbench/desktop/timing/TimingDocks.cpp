@@ -42,6 +42,11 @@ TimingDocks::TimingDocks(QMainWindow& window, QMenu& menu)
     Add(*explanation_, menu);
     for (const AnalysisForm* const form : kShown) tables_.push_back({form, AddTable(*form, menu)});
     PlaceFigures();
+    menu.addSeparator();
+    limit_ =
+        menu.addAction("Tables &Between Markers", this, [this](bool on) { LimitToMarked(on); });
+    limit_->setCheckable(true);
+    limit_->setEnabled(false);
     findings_->onSelected = [this](int row, int) { FindingSelected(row); };
     findings_->onOpened = [this](int) { explanation_->show(), explanation_->raise(); };
     explanation_->onTime = [this](std::int64_t start, std::int64_t end) {
@@ -168,10 +173,37 @@ void TimingDocks::Start() {
     SayAll(decoded_ ? "Being worked out…" : "There is no recording.");
     figures_.Clear();
     facts_.reset();
+    limit_->setChecked(false);
+    limit_->setEnabled(false);
     if (!decoded_) return;
-    runs_.push_back(std::make_unique<TimingRun>(
-        decoded_, rules_, rulesPath_, *this,
-        [this](std::shared_ptr<const TimingFacts> facts) { Take(std::move(facts)); }));
+    runs_.push_back(std::make_unique<TimingRun>(decoded_, rules_, rulesPath_, *this, TakesFacts()));
+}
+
+TimingRun::Done TimingDocks::TakesFacts() {
+    return [this](std::shared_ptr<const TimingFacts> facts) { Take(std::move(facts)); };
+}
+
+void TimingDocks::LimitToMarked(bool limit) {
+    if (!facts_) return;
+    const auto range = limit && marked ? marked() : std::nullopt;
+    limit_->setChecked(range.has_value());
+    if (limit && !range) return;
+    for (const auto& run : runs_) run->Abandon();
+    std::erase_if(runs_, [](const auto& run) { return run->IsOver(); });
+    figures_.Clear();
+    runs_.push_back(std::make_unique<TimingRun>(facts_, range, *this, TakesFacts()));
+}
+
+// Beside the number of rows.
+void TimingDocks::SayRange() {
+    QString words;
+    if (facts_->range) {
+        const auto& clock = decoded_->GetRecording().Clock();
+        words = QStringLiteral("from %1 to %2")
+                    .arg(FromUtf8(clock.Format(facts_->range->start)),
+                         FromUtf8(clock.Format(facts_->range->end)));
+    }
+    for (const TableOf& table : tables_) table.dock->SayRange(words);
 }
 
 void TimingDocks::SayAll(const QString& text) {
@@ -181,12 +213,9 @@ void TimingDocks::SayAll(const QString& text) {
 }
 
 void TimingDocks::Take(std::shared_ptr<const TimingFacts> facts) {
+    const bool onlyTables = facts_ && facts_->model == facts->model;
     facts_ = std::move(facts);
-    if (!facts_->failure.empty()) Fault(FromUtf8(facts_->failure));
-    if (facts_->found.violations.empty() && facts_->found.findings.empty())
-        findings_->Say("Nothing was found.");
-    else
-        findings_->Show(std::make_shared<FindingsTable>(facts_));
+    if (!onlyTables) ShowFound();
     const auto index = timing::Tables();
     for (std::size_t i = 0; i < index.size(); ++i) {
         const auto at = std::ranges::find(tables_, index[i].form, &TableOf::form);
@@ -194,9 +223,19 @@ void TimingDocks::Take(std::shared_ptr<const TimingFacts> facts) {
         // The table borrows from the facts, which the pointer keeps with it.
         at->dock->Show(std::shared_ptr<const Analysis>(facts_, facts_->tables[i].get()));
     }
-    ShowOverview();
+    SayRange();
     SelectAgain();
-    if (onFilled) onFilled();
+    if (!onlyTables && onFilled) onFilled();
+}
+
+void TimingDocks::ShowFound() {
+    limit_->setEnabled(true);
+    if (!facts_->failure.empty()) Fault(FromUtf8(facts_->failure));
+    if (facts_->found.violations.empty() && facts_->found.findings.empty())
+        findings_->Say("Nothing was found.");
+    else
+        findings_->Show(std::make_shared<FindingsTable>(facts_));
+    ShowOverview();
 }
 
 void TimingDocks::SelectAgain() {

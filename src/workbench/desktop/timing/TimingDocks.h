@@ -33,6 +33,8 @@ class TimingDocks final : public QObject {
     std::function<void(const Stretch& stretch)> onGoTo;
     // The rules, or a deadline that was typed, cannot be taken.
     std::function<void(const QString& message)> onRulesFault;
+    // What lies between the markers now; none: nothing, which the user has been told.
+    std::function<std::optional<timing::Span>()> marked;
     // After the docks were filled.
     std::function<void()> onFilled;
 
@@ -43,6 +45,8 @@ class TimingDocks final : public QObject {
     void SetRules(const std::string& text, const std::string& path);
     // As they were given, with the deadlines that the user has typed since.
     const std::string& RulesText() const { return rules_; }
+    // Limits the tables to the jobs in what is marked now, or takes them back to the whole.
+    void LimitToMarked(bool limit);
     // Shows findings and explanation, for the first look at a recording that has some.
     void ShowFindings();
     // Gives the docks their places, below that window, unless a layout that was restored has them
@@ -69,10 +73,13 @@ class TimingDocks final : public QObject {
     void PlaceFigures();
     void Fault(const QString& message);
     void Start();
+    TimingRun::Done TakesFacts();
+    void SayRange();
     void ShowOverview();
     void SelectAgain();
     void SayAll(const QString& text);
     void Take(std::shared_ptr<const TimingFacts> facts);
+    void ShowFound();
     void FindingSelected(int row);
     void RowSelected(const AnalysisForm& form, int row, int column);
     void GoTo(const timing::JobRef& job);
@@ -98,6 +105,7 @@ class TimingDocks final : public QObject {
     std::string rules_;
     std::string rulesPath_;
     std::vector<std::unique_ptr<TimingRun>> runs_;  // the last one may be of use
+    QAction* limit_;
 };
 
 }  // namespace kvx::desktop
