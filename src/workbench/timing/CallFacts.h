@@ -23,8 +23,11 @@ struct ObjectInfo {
     std::string text;       // its number, address or name, as parameters give it
     // "semaphore", "event flag" and so on.
     std::string_view KindName() const;
-    // "semaphore 3".
-    std::string Name() const { return std::string(KindName()) + " " + text; }
+    // "semaphore 3"; the text alone where it says the kind itself.
+    std::string Name() const {
+        const std::string kindName(KindName());
+        return text.starts_with(kindName) ? text : kindName + " " + text;
+    }
 };
 
 class Objects {
