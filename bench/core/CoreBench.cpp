@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "LargeTrace.h"
-#include "traceview/model/ChartItems.h"
+#include "traceview/model/KeptItems.h"
 
 namespace kvx::bench {
 
@@ -92,8 +92,9 @@ void Chart(benchmark::State& state) {
     g.clientHeight = (g.lineCount + 1) * g.lineHeight;
     const double grid = (g.displayEnd - g.displayStart) / 5.0;
     for (auto _ : state) {
+        KeptItems kept;
         const ChartItems items = BuildChart(&core.service, g, core.data.engine, core.data.contexts,
-                                            core.data.markers, grid);
+                                            core.data.markers, grid, kept);
         state.counters["items"] = static_cast<double>(items.size());
     }
 }

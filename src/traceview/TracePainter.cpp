@@ -13,11 +13,11 @@ void LayOut(TraceColumns& columns, ChartViewport& viewport, const FontCell& cell
     viewport.SetHeight(area.cy);
 }
 
-ChartItems ItemsOf(const TraceDisplay& display, IQOSTraceService* service) {
+ChartItems ItemsOf(TraceDisplay& display, IQOSTraceService* service) {
     if (!display.IsOpen()) return {};
     const COSTraceData& data = display.data;
     return BuildChart(service, display.viewport.Geometry(), data.engine, data.contexts,
-                      data.markers, display.viewport.gridTime);
+                      data.markers, display.viewport.gridTime, display.kept);
 }
 
 void DrawTrace(CDC& dc, CHeaderCellPainter& painter, const TraceColumns& columns,

@@ -10,7 +10,7 @@ namespace kvx::chart {
 // Columns from left to right; the chart reaches to the right edge of the area.
 void LayOut(TraceColumns& columns, ChartViewport& viewport, const FontCell& cell, SIZE area);
 // What the chart shows of the display; nothing while no trace is open.
-ChartItems ItemsOf(const TraceDisplay& display, IQOSTraceService* service);
+ChartItems ItemsOf(TraceDisplay& display, IQOSTraceService* service);
 // In the selected font. While no trace is open, the titles alone.
 void DrawTrace(CDC& dc, CHeaderCellPainter& painter, const TraceColumns& columns,
                const FontCell& cell, const TraceDisplay& display, const ChartItems& items,

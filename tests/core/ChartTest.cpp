@@ -5,6 +5,7 @@
 
 #include "core/ChartRaster.h"
 #include "core/RandomTrace.h"
+#include "traceview/model/KeptItems.h"
 
 namespace kvx::test {
 
@@ -44,8 +45,9 @@ ChartItems Items(Core& core, const ChartGeometry& g, bool bulk, bool indexed) {
     core.service.bulk = bulk;
     core.service.indexed = indexed;
     core.service.Reload();
+    KeptItems kept;
     return BuildChart(&core.service, g, core.data.engine, core.data.contexts, core.data.markers,
-                      0.0);
+                      0.0, kept);
 }
 
 // The column form gives the picture and the tips of the full walk, whether or not the gaps of
@@ -127,6 +129,43 @@ TEST(Chart, GivesThePictureOfTheWalkFromTimeZero) {
         SCOPED_TRACE(round);
         ExpectPictureOfTheWalk(core, RandomGeometry(random, core));
     }
+}
+
+// A paint after nothing but a marker has moved reads nothing; after anything else it is that of a
+// chart that keeps nothing.
+TEST(Chart, IsKeptUntilWhatItShowsChanges) {
+    std::mt19937 random(8);
+    int kept = 0;
+    for (int round = 0; round < 60 && !testing::Test::HasFailure(); ++round) {
+        SCOPED_TRACE(round);
+        RandomTraceShape shape;
+        shape.contexts = Draw(random, 2, 6);
+        shape.events = 200;
+        Core core(RandomTrace(random, shape), false);
+        std::int64_t a = 0;
+        core.service.AnalyzeRecords(0, 60, &a, &a, &a);
+        core.data.contexts.Load();
+        KeptItems items;
+        ChartGeometry g = RandomGeometry(random, core);
+        const auto draw = [&] {
+            return BuildChart(&core.service, g, core.data.engine, core.data.contexts,
+                              core.data.markers, 0.0, items);
+        };
+        for (int step = 0; step < 20; ++step) {
+            const int change = Draw(random, 0, 5);
+            if (change == 0) g = RandomGeometry(random, core);
+            if (change == 1) core.service.AnalyzeRecords(0, 60 + 7 * step, &a, &a, &a);
+            if (change == 2) core.service.MoveContext(shape.contexts - 1, 0);
+            if (change == 3) core.service.Trace().contexts[0].hatched ^= 1;
+            core.data.contexts.Load();
+            const ChartItems drawn = draw();
+            EXPECT_EQ(drawn, Items(core, g, true, true)) << "after change " << change;
+            const auto reads = core.service.reads;
+            EXPECT_EQ(draw(), drawn);
+            kept += core.service.reads == reads;
+        }
+    }
+    EXPECT_EQ(kept, 60 * 20);
 }
 
 // Columns that do not keep within what they say are left aside: the walk is drawn.

@@ -71,8 +71,9 @@ TEST(ChartPaint, EveryStepInItsOrder) {
     chart::DrawTable(dc, painter, columns, geometry, data.contexts, selection,
                      colors[EColor::SysCallBack]);
     chart::DrawDropMark(dc, geometry, 0, 2);
+    KeptItems kept;
     const auto items =
-        BuildChart(&service, geometry, data.engine, data.contexts, data.markers, 150.0);
+        BuildChart(&service, geometry, data.engine, data.contexts, data.markers, 150.0, kept);
     chart::DrawItems(dc, geometry, items, colors, tips);
     ExpectGolden("traceview/chart.txt", graphics.Text());
 

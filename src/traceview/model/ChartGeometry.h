@@ -37,4 +37,5 @@ struct ChartGeometry {
     bool LineDrawn(int line) const { return line >= firstLine && line <= firstLine + visibleLines; }
     // Last line that is drawn and exists; below firstLine when there is none.
     int LastDrawnLine() const;
+    friend bool operator==(const ChartGeometry&, const ChartGeometry&) = default;
 };

@@ -83,11 +83,13 @@ using ChartItem =
     std::variant<RowLine, GridLine, StateBar, SwitchLine, RunBar, Mark, HiddenRow, MarkerLine>;
 using ChartItems = std::vector<ChartItem>;
 
+class KeptItems;
+
 // The items of one paint; nothing for a chart without a width. gridTime 0 or less: no grid. Without
-// a service nothing of the trace is given.
+// a service nothing of the trace is given. kept: those of the paint before.
 ChartItems BuildChart(IQOSTraceService* service, const ChartGeometry& geometry,
                       const COSTrace& engine, const CContextMng& contexts, const COSMarker& markers,
-                      double gridTime);
+                      double gridTime, KeptItems& kept);
 
 // Grid lines in ascending columns, at most one a column: the one that a walk outwards from the
 // anchor draws last.

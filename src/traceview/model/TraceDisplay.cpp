@@ -29,6 +29,7 @@ void TraceDisplay::Close(int resetService) {
     viewport.Close();
     viewport.SetLineCount(data.contexts.GetCount());
     selection.Clear();
+    kept.Forget();
     rebuildDue_ = false;
 }
 

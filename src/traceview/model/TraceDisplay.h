@@ -5,6 +5,7 @@
 #include "host/OSTraceRange.h"
 #include "trace/TraceData.h"
 #include "traceview/model/ChartViewport.h"
+#include "traceview/model/KeptItems.h"
 #include "traceview/model/LineSelection.h"
 
 class IQOSTraceService;
@@ -51,6 +52,7 @@ class TraceDisplay {
     COSTraceData& data;
     ChartViewport viewport;
     LineSelection selection;
+    kvx::KeptItems kept;  // of the latest paint
 
   private:
     bool DecodeUpTo(double time);
