@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "workbench/kernels/itron/Itron.h"
@@ -41,6 +42,9 @@ TEST(Calls, EachKernelKnowsItsOwn) {
         {zephyr::Kernel(),
          {{"semaphore_take", "4 6"},
           {"mutex_lock", "8 12"},
+          {"k_sem_take", "4 6"},
+          {"k_fifo_get", "6 8"},
+          {"fifo_get", "5 7"},
           {"msgq_get", "6 8"},
           {"heap_alloc", "9 13"},
           {"k_sleep", "2 4 sleeps"},
@@ -72,11 +76,57 @@ TEST(Calls, FormsOfOneCallAreToldFromOtherCalls) {
     EXPECT_FALSE(linux_kernel::Kernel().SameCall("mread", "read"));
 }
 
+TEST(Calls, WhatTheyDoWithTheirObject) {
+    using service::CallUse;
+    const std::tuple<const service::Kernel&, const char*, CallUse> uses[] = {
+        {itron::Kernel(), "twai_sem", CallUse::Takes},
+        {itron::Kernel(), "isig_sem", CallUse::Gives},
+        {itron::Kernel(), "iact_tsk", CallUse::Starts},
+        {itron::Kernel(), "slp_tsk", CallUse::None},
+        {zephyr::Kernel(), "sem_take", CallUse::Takes},
+        {zephyr::Kernel(), "semaphore_give", CallUse::Gives},
+        {zephyr::Kernel(), "mutex_lock", CallUse::Takes},
+        {zephyr::Kernel(), "mutex_unlock", CallUse::Gives},
+        {zephyr::Kernel(), "mutex_init", CallUse::None},
+        {zephyr::Kernel(), "spin_lock", CallUse::None},
+    };
+    for (const auto& [kernel, call, use] : uses) EXPECT_EQ(kernel.UseOf(call), use) << call;
+}
+
+TEST(Calls, ErrorsHaveTheNamesOfTheirKernel) {
+    std::string names;
+    for (std::int64_t code = 0; code > -70; --code)
+        if (const auto name = itron::Kernel().ErrorName(code); name.starts_with("E_"))
+            names += std::to_string(code) + " " + name + " ";
+    EXPECT_EQ(names,
+              "-5 E_SYS -9 E_NOSPT -10 E_RSFN -11 E_RSATR -17 E_PAR -18 E_ID -25 E_CTX -26 E_MACV "
+              "-27 E_OACV -28 E_ILUSE -33 E_NOMEM -34 E_NOID -35 E_NORES -41 E_OBJ -42 E_NOEXS -43 "
+              "E_QOVR -49 E_RLWAI -50 E_TMOUT -51 E_DLT -52 E_CLS -53 E_RASTER -57 E_WBLK -58 "
+              "E_BOVR ");
+    const std::pair<std::int64_t, const char*> linux[] = {
+        {-1, "-EPERM"}, {-110, "-ETIMEDOUT"}, {-4095, "-4095"}, {-4096, ""}, {0, ""}, {5, ""}};
+    for (const auto& [code, name] : linux)
+        EXPECT_EQ(linux_kernel::Kernel().ErrorName(code), name) << code;
+}
+
+TEST(Calls, NumbersOfZephyrOverSystemView) {
+    std::string names;
+    for (std::uint32_t number = 0; number < 200; ++number)
+        if (const auto name = zephyr::KernelOfSystemView().CallName("", number); !name.empty())
+            names += std::to_string(number) + " " + std::string(name) + " ";
+    EXPECT_EQ(names,
+              "39 k_mutex_lock 42 k_sem_take 50 k_queue_get 57 k_stack_pop 60 k_msgq_put 61 "
+              "k_msgq_get 66 k_mbox_put 68 k_mbox_get 73 k_pipe_put 74 k_pipe_get 77 k_heap_alloc "
+              "85 k_mem_slab_alloc 95 k_sleep 96 k_msleep 97 k_usleep 104 k_thread_join 112 "
+              "k_condvar_wait 150 k_fifo_get 153 k_lifo_get 162 syscall ");
+}
+
 TEST(Calls, TheCallThatATextBeginsWithIsFound) {
     EXPECT_EQ(itron::CallPrefix("ena_intintno=2."), "ena_int");
     EXPECT_EQ(itron::CallPrefix("isig_semsemid=1."), "isig_sem");
     EXPECT_EQ(itron::CallPrefix("slp_tsk"), "slp_tsk");
     EXPECT_EQ(itron::CallPrefix("own_callid=1"), "");
+    EXPECT_EQ(itron::CallPrefix(""), "");
 }
 
 }  // namespace
