@@ -98,6 +98,36 @@ TEST(Lifetime, ASecondStartBeginsAnew) {
     other.ExpectNothingLeft();
 }
 
+// What keeps the registrations lives as long as the object: where the host gives no identifiers, a
+// later connection does not use those of an earlier one again, which the host may still know.
+TEST(Lifetime, RegistrationsAreCountedOnUntilTheObjectIsDeleted) {
+    const ModuleBoxes boxes;
+    const auto connect = [](const Instance& instance) {
+        TestHost host;
+        host.docking.failing = {"AllocateIdentifier"};
+        EXPECT_EQ(instance.component->Initialize(&host, 1), S_OK);
+        host.docking.Command(kOpenOSTrace);
+        std::vector<std::uint32_t> identifiers;
+        for (const auto& [identifier, registration] : host.docking.registrations)
+            identifiers.push_back(identifier);
+        EXPECT_EQ(instance.component->Terminate(1), S_OK);
+        EXPECT_TRUE(host.docking.released.empty()) << "the host did not give them";
+        host.ExpectNothingLeft();
+        return identifiers;
+    };
+    std::vector<std::uint32_t> first;
+    {
+        const Instance instance(9);
+        first = connect(instance);
+        ASSERT_GE(first.size(), 2u);
+        const auto second = connect(instance);
+        ASSERT_EQ(second.size(), first.size());
+        EXPECT_GT(second.front(), first.back());
+    }
+    EXPECT_EQ(connect(Instance(9)), first) << "another object counts anew";
+    EXPECT_GE(first.front(), 0x80000000u) << "clear of what a host counts up";
+}
+
 TEST(Lifetime, AnInstanceDestroyedWhileConnectedLeavesNothing) {
     const ModuleBoxes boxes;
     {
