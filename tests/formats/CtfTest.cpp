@@ -265,6 +265,27 @@ TEST(Ctf, ZephyrIsConcludedFromAWaitAtATime) {
 }
 
 // Times of a day long after 1970, two processors, a task that moves.
+// Values in values are shown down to the eighth below the field, whichever way they are nested.
+TEST(Ctf, FieldsAreShownAsDeepAsPeopleRead) {
+    const auto shown = [](int depth, const std::string& open, const std::string& close) {
+        auto ctf = Zephyr();
+        std::string fields = "enum : uint8_t { a = 0 } tag; ";
+        for (int i = 0; i < depth; ++i) fields += open + " { ";
+        fields += "uint32_t a;";
+        for (int i = 0; i < depth; ++i) fields += close;
+        fields.erase(fields.size() - 2) += "v;";
+        ctf.Declare("named_event", kNamed, fields.c_str());
+        ctf.Event(10, kIn).Put(kMain).Name("main");
+        ctf.Event(11, kNamed).Put(std::uint8_t{0}).Put(7u);
+        return EventsOf(ctf, {}).at(1);
+    };
+    EXPECT_EQ(shown(1, "variant <tag>", "} a;"), "11 call main: named_event(tag=a, v=7)");
+    EXPECT_EQ(shown(8, "variant <tag>", "} a;"), "11 call main: named_event(tag=a, v=7)");
+    EXPECT_EQ(shown(9, "variant <tag>", "} a;"), "11 call main: named_event(tag=a, v=)");
+    EXPECT_EQ(shown(2, "struct", "} a;"), "11 call main: named_event(tag=a, v={{7}})");
+    EXPECT_EQ(shown(9, "struct", "} a;"), "11 call main: named_event(tag=a, v={{{{{{{{{}}}}}}}}})");
+}
+
 TEST(Ctf, LinuxIsShownOneProcessorAtATime) {
     enum : std::uint8_t {
         kSwitch = 1,
