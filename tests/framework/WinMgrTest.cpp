@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "framework/WinMgr.h"
+#include "platform/base/SystemInfo.h"
+#include "support/FakeBackend.h"
 
 namespace {
 
@@ -93,6 +95,35 @@ TEST(WinMgr, SizesOfGroupsComeFromTheirChildren) {
     manager.GetMinMaxInfo(nullptr, info);
     EXPECT_EQ(info.minimum, (SIZE{0, 8}));
     EXPECT_EQ(info.maximum.cx, 32767);
+}
+
+// The least size of a window is that of its table and of what surrounds it.
+TEST(WinMgr, LeastSizesCountTheFrame) {
+    kvx::test::FakeBackend backend;
+    std::vector<WINRECT> table{Row(), ToFit(2, 30, 20), EndGroup(), EndTable()};
+    CWinMgr manager(table.data());
+    const auto around = [&](DWORD style, DWORD exStyle, bool shown) {
+        CWnd window;
+        EXPECT_TRUE(window.CreateEx(exStyle, "", style | (shown ? WS_VISIBLE : 0), {0, 0, 90, 90},
+                                    nullptr, 0));
+        SIZEINFO info;
+        manager.GetMinMaxInfo(&window, info);
+        window.DestroyWindow();
+        SIZEINFO bare;
+        manager.GetMinMaxInfo(nullptr, bare);
+        return SIZE{info.minimum.cx - bare.minimum.cx, info.minimum.cy - bare.minimum.cy};
+    };
+    const int frame = GetSystemMetrics(SM_CXFRAME);
+    const int border = GetSystemMetrics(SM_CXBORDER);
+    const int edge = GetSystemMetrics(SM_CXEDGE);
+    const int caption = GetSystemMetrics(SM_CYCAPTION);
+    ASSERT_GT(frame, border);
+    EXPECT_EQ(around(WS_POPUP, 0, true), (SIZE{0, 0}));
+    EXPECT_EQ(around(WS_POPUP | WS_THICKFRAME, 0, false), (SIZE{0, 0})) << "nobody sees it";
+    EXPECT_EQ(around(WS_POPUP | WS_THICKFRAME, 0, true), (SIZE{2 * frame, 2 * frame}));
+    EXPECT_EQ(around(WS_POPUP | WS_BORDER, 0, true), (SIZE{2 * border, 2 * border}));
+    EXPECT_EQ(around(WS_POPUP | WS_CAPTION, 0, true), (SIZE{2 * border, 2 * border + caption}));
+    EXPECT_EQ(around(WS_POPUP, WS_EX_CLIENTEDGE, true), (SIZE{2 * edge, 2 * edge}));
 }
 
 TEST(WinMgr, MovedBorderLaysNeighbouringGroupsOutAgain) {
