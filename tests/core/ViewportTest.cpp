@@ -188,6 +188,19 @@ TEST(TraceDisplay, DecodesWhatItComesToShowAndStaysWhenThatIsStopped) {
     EXPECT_EQ(display.viewport.DisplayStart(), position.displayStart);
     position.displayEnd = 1e9;
     EXPECT_EQ(display.SetPosition(position), E_INVALIDARG);
+    // From the whole trace on, whatever is nearer; the grid has a width.
+    const ChartGeometry whole = display.viewport.Geometry();
+    const double span = whole.traceEnd - whole.traceStart;
+    position.displayStart = whole.traceStart;
+    for (const double share : {1.0, 0.75, 0.5}) {
+        position.displayEnd = whole.traceStart + share * span;
+        EXPECT_EQ(display.SetPosition(position), S_OK) << share;
+        EXPECT_NEAR(display.viewport.Scale(), 1 / share, 1e-6);
+    }
+    for (const double grid : {0.0, -1.0}) {
+        position.gridTime = grid;
+        EXPECT_EQ(display.SetPosition(position), E_INVALIDARG) << grid;
+    }
 }
 
 // While the end marker stands left of the start marker in a drag, records are decoded: it stays

@@ -43,6 +43,7 @@ std::string Planned(const EventKernel& kernel, const EventShape& shape,
     if (plan.state == TaskState::Waiting) text += " waiting";
     if (plan.state == TaskState::Dormant) text += " dormant";
     if (plan.tellsReady) text += " told";
+    if (plan.objectIsTask) text += " task";
     const std::pair<const char*, FieldRef> fields[] = {
         {"of", plan.subject},       {"from", plan.from},     {"object", plan.object},
         {"to", plan.target},        {"call", plan.callName}, {"if", plan.condition},
@@ -112,7 +113,7 @@ TEST(Plans, OfZephyr) {
         {"thread_name_set", {"thread_id", "name"}, "Comment of=thread_id named=name"},
         {"thread_create",
          {"thread_id", "name", "priority"},
-         "InstantCall:thread_create of=thread_id object=thread_id named=name (thread_id as "
+         "InstantCall:thread_create task of=thread_id object=thread_id named=name (thread_id as "
          "address) "
          "(name) (priority)"},
         {"sem_take_enter", {"id", "timeout"}, "Call:sem_take object=id (id as address) (timeout)"},

@@ -90,6 +90,9 @@ TEST_F(Scroll, LinesScrollOnlyAsFarAsTheyReach) {
     Open(std::move(trace));
     const int count = data.contexts.GetCount();
     ASSERT_LT(Geometry().visibleLines, count);
+    SCROLLINFO bar;
+    view->GetScrollInfo(SB_VERT, &bar);
+    EXPECT_EQ(bar.nMax, count - Geometry().visibleLines);
     view->SendMessage(WM_KEYDOWN, VK_END);
     EXPECT_EQ(Geometry().firstLine, count - Geometry().visibleLines);
     view->SendMessage(WM_KEYDOWN, VK_DOWN);

@@ -67,5 +67,19 @@ TEST_F(TraceWindow, WithoutATraceNothingScrolls) {
     EXPECT_FALSE(view->GetStyle() & WS_VSCROLL);
 }
 
+// A host may send a command that is not offered.
+TEST_F(TraceWindow, WithoutATraceCommandsAskNothing) {
+    Open(PeriodicTrace(50));
+    view->OnUpdate(view, kHintTraceCleared, nullptr);
+    service.calls.clear();
+    for (const UINT command :
+         {ids::kSearch, ids::kSearchNext, ids::kSearchPrevious, ids::kDefaultOrder, ids::kExpand,
+          ids::kReduce, ids::kAdjust, ids::kStartMarker, ids::kEndMarker, ids::kIndicator})
+        instance->OnCommand(command);
+    for (const char* operation :
+         {"SearchFirst", "SearchNext", "SearchPrevious", "ResetContextOrder", "AnalyzeRecords"})
+        EXPECT_EQ(service.calls[operation], 0) << operation;
+}
+
 }  // namespace
 }  // namespace kvx::test

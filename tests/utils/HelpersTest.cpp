@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -70,6 +71,18 @@ TEST_F(Profile, StructuresComeBackWholeOrNotAtAll) {
     EXPECT_TRUE(AfxWriteProfileStruct(file_, "S", "bytes", written));
     EXPECT_TRUE(AfxGetProfileStruct(file_, "S", "bytes", read));
     EXPECT_EQ(read, written);
+    const std::array<std::byte, 4> letters{std::byte{0xAB}, std::byte{0xCD}, std::byte{0xEF},
+                                           std::byte{0x9A}};
+    EXPECT_TRUE(AfxWriteProfileStruct(file_, "S", "letters", letters));
+    const std::string text = AfxGetProfileString(file_, "S", "letters", "");
+    for (int (*const other)(int) : {&::toupper, &::tolower}) {
+        std::string changed = text;
+        for (char& c : changed) c = static_cast<char>(other(c));
+        EXPECT_TRUE(AfxWriteProfileString(file_, "S", "letters", changed));
+        std::array<std::byte, 4> again{};
+        EXPECT_TRUE(AfxGetProfileStruct(file_, "S", "letters", again)) << changed;
+        EXPECT_EQ(again, letters);
+    }
     std::array<std::byte, 3> shorter{};
     EXPECT_FALSE(AfxGetProfileStruct(file_, "S", "bytes", shorter));
     EXPECT_EQ(shorter, (std::array<std::byte, 3>{}));
