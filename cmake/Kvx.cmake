@@ -14,6 +14,10 @@ if(KVX_SANITIZE)
   target_link_options(kvx_options INTERFACE -fsanitize=${KVX_SANITIZE})
 endif()
 
+# For modules: whatever they use is in what they are linked to. What clang's sanitizers call is in the program
+# alone.
+set(KVX_ALL_DEFINED $<$<NOT:$<BOOL:${KVX_FUZZ}>>:-Wl,-z,defs>)
+
 # kvx_library(NAME [RECURSE] DIRS folder... DEPS target...): the static library kvx_NAME of all
 # sources in the folders (below src/).
 function(kvx_library name)
