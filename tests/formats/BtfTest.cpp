@@ -4,6 +4,7 @@
 
 #include <map>
 
+#include "formats/Damage.h"
 #include "formats/TraceFiles.h"
 #include "support/Needs.h"
 #include "workbench/service/DecodedRecording.h"
@@ -19,6 +20,21 @@ constexpr std::string_view kHeader = "#version 2.2.0\n#creator test\n#timeScale 
 
 std::vector<std::string> EventsOfBtf(std::string_view lines, std::uint32_t processor = 0) {
     return EventsOfLog(std::string(kHeader).append(lines), {}, processor);
+}
+
+TEST(Btf, DamageIsAnsweredAtEveryLengthAndEveryByte) {
+    ExpectAnswersToDamage("x.btf", std::string(kHeader) +
+                                       "1,STI_A,0,T,A,0,activate\n"
+                                       "2,Core_1,0,T,A,0,start\n"
+                                       "2,A,0,R,Step,0,start\n"
+                                       "3,A,0,SEM,S,0,requestsemaphore,1\n"
+                                       "4,Core_1,0,T,A,0,preempt\n"
+                                       "4,Core_1,0,I,Tick,0,start\n"
+                                       "5,Core_1,0,I,Tick,0,terminate\n"
+                                       "5,Core_1,0,T,A,0,resume\n"
+                                       "6,A,0,SEM,S,0,released\n"
+                                       "7,A,0,R,Step,0,terminate\n"
+                                       "9,Core_1,0,T,A,0,terminate\n");
 }
 
 TEST(Btf, ATaskFromActivationToItsEnd) {

@@ -4,6 +4,7 @@
 
 #include <map>
 
+#include "formats/Damage.h"
 #include "formats/TraceFiles.h"
 #include "support/Needs.h"
 #include "workbench/formats/ftrace/Line.h"
@@ -27,6 +28,17 @@ constexpr const char* kSwitches =
     "prev_prio=98 prev_state=D|K ==> next_comm=swapper/0 next_pid=0 next_prio=120\n"
     "          <idle>-0     [001] d..2.     1.000010: sched_wakeup: comm=a:b pid=12 prio=98 "
     "target_cpu=000\n";
+
+TEST(FtraceText, DamageIsAnsweredAtEveryLengthAndEveryByte) {
+    ExpectAnswersToDamage(
+        "x.ftrace",
+        std::string(kSwitches) +
+            "CPU:1 [LOST 7 EVENTS]\n"
+            "             a:b-12    [001] d..2.     1.000011: irq_handler_entry: irq=3 name=eth\n"
+            "             a:b-12    [001] d..2.     1.000012: irq_handler_exit: irq=3 ret=handled\n"
+            "             a:b-12    [001] .....     1.000013: sys_enter: NR 0 (3, 7f, 40)\n"
+            "             a:b-12    [001] .....     1.000015: sys_exit: NR 0 = 64\n");
+}
 
 TEST(FtraceText, TheHeadOfALine) {
     struct Case {

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "formats/Damage.h"
 #include "formats/TraceFiles.h"
 #include "support/Needs.h"
 #include "support/SystemViewWriter.h"
@@ -364,25 +365,7 @@ std::string Example() {
 }
 
 TEST(SystemView, DamageIsAnsweredAtEveryLengthAndEveryByte) {
-    const TempFolder folder;
-    const auto whole = Example();
-    const auto open = [&](const std::string& bytes) {
-        auto recording = formats::OpenRecording(folder.Write("x.SVDat", bytes));
-        if (!recording) {
-            EXPECT_THAT(recording.GetError().message, HasSubstr("x.SVDat"));
-            return;
-        }
-        service::TraceService trace;
-        trace.SetRecording(std::move(*recording));
-        trace.Summarize();
-        Events(trace);
-    };
-    for (std::size_t length = 0; length < whole.size(); ++length) open(whole.substr(0, length));
-    for (std::size_t at = 0; at < whole.size(); ++at) {
-        auto changed = whole;
-        changed[at] = static_cast<char>(changed[at] ^ (at % 2 ? 0xFF : 0x18));
-        open(changed);
-    }
+    ExpectAnswersToDamage("x.SVDat", Example());
 }
 
 // More records than stand between two places that are kept; read in parts by other threads too.

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "formats/Damage.h"
 #include "formats/TraceFiles.h"
 #include "support/Needs.h"
 #include "support/ThreadXWriter.h"
@@ -155,25 +156,7 @@ TEST(ThreadX, WhatLiesOutsideTheFileIsALossAndAGap) {
 }
 
 TEST(ThreadX, DamageIsAnsweredAtEveryLengthAndEveryByte) {
-    const TempFolder folder;
-    const auto whole = Example().Bytes();
-    const auto open = [&](const std::string& bytes) {
-        auto recording = formats::OpenRecording(folder.Write("x.trx", bytes));
-        if (!recording) {
-            EXPECT_THAT(recording.GetError().message, HasSubstr("x.trx"));
-            return;
-        }
-        service::TraceService trace;
-        trace.SetRecording(std::move(*recording));
-        trace.Summarize();
-        EXPECT_EQ(trace.Check(), "");
-    };
-    for (std::size_t length = 0; length < whole.size(); ++length) open(whole.substr(0, length));
-    for (std::size_t at = 0; at < whole.size(); ++at) {
-        auto changed = whole;
-        changed[at] = static_cast<char>(changed[at] ^ (at % 2 ? 0xFF : 0x10));
-        open(changed);
-    }
+    ExpectAnswersToDamage("x.trx", Example().Bytes());
 }
 
 struct RealBuffer {
