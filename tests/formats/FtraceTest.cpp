@@ -272,17 +272,63 @@ TEST(FtraceText, WhatCannotBeShownSaysWhy) {
                             HasSubstr("no event says which task runs")));
 }
 
+// PATH as it was comes back with the end.
+class PathOf {
+  public:
+    explicit PathOf(const std::string& folder) { setenv("PATH", folder.c_str(), 1); }
+    PathOf(const PathOf&) = delete;
+    PathOf& operator=(const PathOf&) = delete;
+    ~PathOf() { setenv("PATH", before_.c_str(), 1); }
+
+  private:
+    std::string before_ = std::getenv("PATH");
+};
+
+// What stands in for trace-cmd is a script; the recording is nothing but its first bytes.
+TEST(TraceDat, TheProgramThatReadsItIsMissingOrFails) {
+    const TempFolder folder;
+    const auto recording = folder.Write("trace.dat", "\x17\x08\x44tracing6");
+    const PathOf path(folder.Path("bin"));
+    const auto program = [&](const std::string& script) {
+        namespace fs = std::filesystem;
+        fs::permissions(folder.Write("bin/trace-cmd", "#!/bin/sh\n" + script),
+                        fs::perms::owner_all);
+        return formats::OpenRecording(recording);
+    };
+    EXPECT_THAT(formats::OpenRecording(recording).GetError().message,
+                HasSubstr("install the package trace-cmd"));
+    EXPECT_THAT(program("echo no such section >&2; exit 1\n").GetError().message,
+                HasSubstr("trace.dat: trace-cmd says: no such section"));
+    EXPECT_THAT(program("exit 0\n").GetError().message, HasSubstr("holds no events"));
+
+    const auto whole = program(
+        "echo 'cpus=1'\n"
+        "echo '  <idle>-0 [000] 1.000000004: sched_switch: prev_comm=swapper/0 "
+        "prev_pid=0 prev_prio=120 prev_state=R ==> next_comm=a next_pid=7 "
+        "next_prio=98'\nkill -9 $$\n");
+    ASSERT_TRUE(whole) << "what came before the end is shown";
+    EXPECT_EQ((*whole)->RecordCount(), 1u);
+    const auto warnings = (*whole)->Warnings();
+    EXPECT_THAT(warnings, testing::Contains(HasSubstr("trace-cmd gave up")));
+}
+
 // Sums of run time of every task and processor, as the counts beside the recordings give them.
 TEST(FtraceText, RunTimesOfRealRecordings) {
     const std::string folder = RealTraces();
     if (folder.empty()) KVX_SKIP("no folder shared/traces beside the project");
-    for (const char* name :
-         {"ftrace/lisa-trace-first1500.txt", "ftrace/raw_trace-report.txt",
-          "ftrace/trace_idle-report-9digits.txt", "ftrace/trace_legacy_systrace.html"}) {
+    const std::pair<const char*, const char*> kRecordings[] = {
+        {"ftrace/lisa-trace-first1500.txt", "ftrace/lisa-trace-first1500.txt.count.txt"},
+        {"ftrace/raw_trace-report.txt", "ftrace/raw_trace-report.txt.count.txt"},
+        {"ftrace/trace_idle-report-9digits.txt", "ftrace/trace_idle-report-9digits.txt.count.txt"},
+        {"ftrace/trace_legacy_systrace.html", "ftrace/trace_legacy_systrace.html.count.txt"},
+        {"trace-dat/raw_trace-v6-nokallsyms.dat", "trace-dat/raw_trace.count.txt"},
+        {"trace-dat/raw_trace-v7-zstd-nokallsyms.dat", "trace-dat/raw_trace.count.txt"},
+        {"trace-dat/sched_load-v7-zstd-nokallsyms.dat", "trace-dat/sched_load.count.txt"}};
+    for (const auto& [name, count] : kRecordings) {
         const auto trace = Show(folder + "/" + name);
         ASSERT_TRUE(trace) << name;
         EXPECT_THAT(CountersOf(trace->Summarize().losses), IsEmpty()) << name;
-        std::ifstream counts(folder + "/" + name + ".count.txt");
+        std::ifstream counts(folder + "/" + count);
         std::map<std::pair<std::uint32_t, std::uint64_t>, std::int64_t> expected;
         std::uint32_t records = 0;
         for (std::string line; std::getline(counts, line);) {
