@@ -351,6 +351,26 @@ TEST_F(TraceServiceTest, ARecordedTraceIsNotMeasured) {
     EXPECT_EQ(range, kRangeFree);
 }
 
+// A host asks for the first hundred records; those may all be of the other processor.
+TEST(TraceOfTwoProcessors, ShowsTheFirstEventOfTheShownOneHoweverLateItIs) {
+    std::string log = "[0]:[1]: dispatch to task 1.\n";
+    for (int i = 1; i < 1000; ++i)
+        log += FormatText("[%d]:[1]: dispatch to task %d.\n", i, i % 2 + 1);
+    log += "[1000]:[2]: dispatch to task 3.\n[1001]:[1]: dispatch to task 1.\n";
+    const TempFolder folder;
+    const auto trace = Show(folder.Write("x.log", log));
+    ASSERT_TRUE(trace);
+    ASSERT_TRUE(trace->ShowProcessor(2));
+    std::int64_t a = 0;
+    std::int64_t b = 0;
+    std::int64_t c = 0;
+    ASSERT_EQ(trace->AnalyzeRecords(0, 99, &a, &b, &c), S_OK);
+    EXPECT_EQ(b, 99) << "the time of the records that were asked for";
+    std::int64_t first = 0;
+    ASSERT_EQ(trace->GetEventTime(0, &first), S_OK);
+    EXPECT_EQ(first, 1000);
+}
+
 // What the events of a store have to say about themselves when they are published.
 std::string Fault(service::EventStore& store) {
     store.Publish();

@@ -31,8 +31,14 @@ std::uint32_t TraceSession::ShowThrough(std::uint32_t last, std::optional<double
     if (last < shownRecords_) return shownRecords_ - 1;
     if (until) last = decoded_->FindBehind(*until, shownRecords_, last).value_or(last);
     now_ = decoded_->WaitFor(last);
-    shownRecords_ = last + 1;
     shownEvents_ = Events().CountUntil(now_);
+    // The first records may all be of other processors: what begins later is looked for.
+    while (shownEvents_ == 0 && !until && decoded_->Timelines().size() > 1 && last < count - 1) {
+        last = std::min(count - 1, 2 * last + 1);
+        now_ = decoded_->WaitFor(last);
+        shownEvents_ = Events().CountUntil(now_);
+    }
+    shownRecords_ = last + 1;
     shownContexts_ = std::max(shownContexts_, Contexts().CountWith(shownEvents_));
     history_.ShowUntil(shownEvents_);
     return last;

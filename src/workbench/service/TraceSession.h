@@ -29,6 +29,8 @@ class TraceSession {
     // Shows everything up to and with record last, unless until is passed by the times before that;
     // waits for what is not decoded yet. What is shown already stays. Answers the last record that
     // is shown; events of the same time that come from later records are shown with it.
+    // Where several processors are recorded, at least one event of the shown one is shown, if it
+    // has any.
     std::uint32_t ShowThrough(std::uint32_t last, std::optional<double> until = std::nullopt);
     bool HasMore() const { return shownRecords_ < GetRecording().RecordCount(); }
     // The time that is reached.
