@@ -10,13 +10,14 @@ std::optional<Columns> SplitColumns(std::string_view line) {
     constexpr std::size_t kColumns = 8;
     std::array<std::string_view, kColumns> column;
     std::size_t count = 0;
-    while (count + 1 < kColumns) {
-        const auto comma = line.find(',');
-        column[count++] = line.substr(0, comma);
-        if (comma == std::string_view::npos) break;
-        line.remove_prefix(comma + 1);
-        if (count + 1 == kColumns) column[count++] = line;  // a note may hold commas
+    std::size_t begin = 0;
+    // Columns are too short for a search in the library to be worth its call.
+    for (std::size_t at = 0; at < line.size() && count + 1 < kColumns; ++at) {
+        if (line[at] != ',') continue;
+        column[count++] = line.substr(begin, at - begin);
+        begin = at + 1;
     }
+    column[count++] = line.substr(begin);  // a note may hold commas
     if (count + 1 < kColumns) return std::nullopt;
     LineCursor cursor(column[0]);
     const auto time = cursor.AcceptNumber<std::int64_t>();

@@ -154,13 +154,20 @@ void EventLoader::LearnNames(const EventPlan& plan) {
 }
 
 std::uint64_t EventLoader::CallName(const EventValue& value, bool keepsCase) {
-    std::string name(value.text);
+    if (!value.text.empty()) return CallNamed(value.text, keepsCase);
+    const auto [at, isNew] = numberedCalls_.try_emplace(value.number);
+    if (isNew)
+        at->second = CallNamed(
+            FormatText("syscall_%llu", static_cast<unsigned long long>(value.number)), keepsCase);
+    return at->second;
+}
+
+std::uint64_t EventLoader::CallNamed(std::string_view told, bool keepsCase) {
+    std::string name(told);
     if (!keepsCase)
         std::ranges::transform(name, name.begin(), [](char c) {
             return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
         });
-    if (name.empty())
-        name = FormatText("syscall_%llu", static_cast<unsigned long long>(value.number));
     const auto [at, isNew] = callNumbers_.try_emplace(name, trace_.callNames.size());
     if (isNew) trace_.callNames.push_back(name);
     return at->second;

@@ -80,6 +80,7 @@ class EventLoader final : public IEventSink {
     void PackDetails(const kernels::EventPlan& plan);
     void LearnNames(const kernels::EventPlan& plan);
     std::uint64_t CallName(const EventValue& value, bool keepsCase);
+    std::uint64_t CallNamed(std::string_view told, bool keepsCase);
     EventValue ValueOf(kernels::FieldRef field) const;
 
     EventTrace& trace_;
@@ -91,6 +92,7 @@ class EventLoader final : public IEventSink {
     std::span<const EventValue> values_;  // of the event at hand
     std::vector<std::uint16_t> planOfKind_;
     std::unordered_map<std::string, std::uint64_t> callNumbers_;
+    std::unordered_map<std::uint64_t, std::uint64_t> numberedCalls_;  // of calls without a name
     std::uint64_t running_ = 0;  // number of the task, of a kernel that says who idles
     std::int64_t latest_ = 0;
     std::vector<bool> seenProcessors_ = std::vector<bool>(kProcessors);

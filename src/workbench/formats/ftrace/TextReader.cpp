@@ -54,7 +54,9 @@ bool TextReader::AddEvent(const Line& line, bool mayBeCut) {
     bool readable =
         ParseFields(kind.event, event->fields, std::span(values_).first(fields), buffer_);
     if (kind.event.layout == Layout::Switch && readable) {
-        const bool has = Contains(event->fields, "next_prio=") || event->fields.ends_with(']');
+        // It stands near the end.
+        const bool has = event->fields.ends_with(']') ||
+                         event->fields.rfind("next_prio=") != std::string_view::npos;
         if (mayBeCut && has != hasPriorities_) readable = false;
         hasPriorities_ = has;
     }

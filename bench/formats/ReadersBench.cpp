@@ -1,4 +1,4 @@
-// Binary recordings, opened and decoded as a whole, beside a text log of as many records:
+// Recordings of each format, opened and decoded as a whole, beside a text log of as many records:
 // KVX_BENCH_RECORDS sets how many.
 
 #include <benchmark/benchmark.h>
@@ -8,6 +8,7 @@
 #include <fstream>
 #include <string>
 
+#include "platform/base/Text.h"
 #include "support/SystemViewWriter.h"
 #include "support/ThreadXWriter.h"
 #include "workbench/formats/OpenRecording.h"
@@ -52,6 +53,47 @@ std::string ThreadX() {
         writer.Event(time += 3, slow, 1, {fast, 5, 0, fast});
     }
     return writer.Bytes();
+}
+
+// Four records a round: a task wakes another one and gives the processor to it.
+std::string Ftrace() {
+    std::string text = "# tracer: nop\n";
+    for (std::uint32_t i = 0; i < Records() / 4; ++i) {
+        const auto from = 1 + i % kTasks;
+        const auto to = 1 + (i + 1) % kTasks;
+        const auto add = [&](std::uint32_t after, const std::string& event) {
+            const auto time = i * 40 + after;
+            text += FormatText("           task%u-%u    [000] d..2. %5u.%06u: ", from, 100 + from,
+                               time / 1000000, time % 1000000);
+            text += event + "\n";
+        };
+        add(1, "sys_enter: NR 0 (3, 7ffe0010, 200, 0, 0, 0)");
+        add(3,
+            FormatText("sched_waking: comm=task%u pid=%u prio=120 target_cpu=000", to, 100 + to));
+        add(8, "sys_exit: NR 0 = 512");
+        add(9, FormatText("sched_switch: prev_comm=task%u prev_pid=%u prev_prio=120 prev_state=S "
+                          "==> next_comm=task%u next_pid=%u next_prio=120",
+                          from, 100 + from, to, 100 + to));
+    }
+    return text;
+}
+
+// Six records a round: a task is activated and takes the core from another one, which goes on.
+std::string Btf() {
+    std::string text = "#version 2.2.0\n#creator bench\n#timeScale ns\n0,Core_1,0,T,low,0,start\n";
+    for (std::uint32_t i = 0; i < Records() / 6; ++i) {
+        const auto add = [&](std::uint32_t after, const std::string& rest) {
+            text += FormatText("%u,", i * 100 + after) + rest + "\n";
+        };
+        const auto task = FormatText("high%u,%u,", i % kTasks, i / kTasks);
+        add(1, "STI_A,0,T," + task + "activate");
+        add(2, "Core_1,0,T,low,0,preempt");
+        add(2, "Core_1,0,T," + task + "start");
+        add(5, FormatText("high%u,%u,R,step,%u,start", i % kTasks, i / kTasks, i));
+        add(8, "Core_1,0,T," + task + "terminate");
+        add(8, "Core_1,0,T,low,0,resume");
+    }
+    return text;
 }
 
 // A file of its own for one benchmark.
@@ -103,6 +145,18 @@ void BM_ThreadX(benchmark::State& state) {
     Decode(state, folder.Write("x.trx", ThreadX()));
 }
 BENCHMARK(BM_ThreadX)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+
+void BM_Ftrace(benchmark::State& state) {
+    const Folder folder;
+    Decode(state, folder.Write("x.txt", Ftrace()));
+}
+BENCHMARK(BM_Ftrace)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
+
+void BM_Btf(benchmark::State& state) {
+    const Folder folder;
+    Decode(state, folder.Write("x.btf", Btf()));
+}
+BENCHMARK(BM_Btf)->Unit(benchmark::kMillisecond)->MeasureProcessCPUTime();
 
 }  // namespace
 }  // namespace kvx
