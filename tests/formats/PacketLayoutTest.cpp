@@ -79,6 +79,7 @@ TEST(PacketLayout, EachStreamHasItsOwnContext) {
     };
     for (const auto& [metadata, laid] : rows)
         EXPECT_EQ(Laid(std::string(kTypes) + metadata), laid) << metadata;
+    EXPECT_EQ(Laid("stream { id = 3; };"), "- - | 3: - -");
 }
 
 // Whatever is left of it.

@@ -30,6 +30,41 @@ TEST(StandardLog, OnlyWhatRunsOrWaitsIsAContext) {
                 ElementsAre("A", "B", "C", "D", "TICK"));
 }
 
+TEST(StandardLog, WhatTheResourceFileDoesNotNameIsNumberedBehindIt) {
+    const TempFolder folder;
+    folder.Write("x.res", R"({"TimeScale": "us", "Resources": {
+        "A": {"Type": "Task", "Attributes": {"id": 5}}}})");
+    const auto trace = Show(folder.Write("x.log", "[1]A.dispatch()\n[2]B.dispatch()\n"));
+    ASSERT_TRUE(trace);
+    const auto& contexts = trace->GetRecording()->Contexts();
+    ASSERT_EQ(contexts.size(), 2u);
+    EXPECT_EQ(contexts[1].name, "B");
+    EXPECT_EQ(contexts[1].key.id, 6u);
+}
+
+// Lines of several processors are interleaved, so that their times step back.
+TEST(StandardLog, StepsBackAreToldOfOneProcessorOnly) {
+    const std::string log = "[5]A.dispatch()\n\n   \n[3]A.state=RUNNING\n[9]A.state=RUNNING\n";
+    EXPECT_THAT(LossesOfLog(log, true), Contains("time_steps_back 1"));
+    const TempFolder folder;
+    folder.Write("x.res", R"({"TimeScale": "us", "Resources": {
+        "A": {"Type": "Task", "Attributes": {"id": 1, "prcId": 1}},
+        "B": {"Type": "Task", "Attributes": {"id": 2, "prcId": 2}}}})");
+    const auto trace = Show(folder.Write("x.log", log));
+    ASSERT_TRUE(trace);
+    EXPECT_EQ(trace->Summarize().losses.Get(service::Loss::TimeStepsBack), 0u);
+}
+
+TEST(TextLog, LinesThatSayMoreThanTheirFormAreNotRead) {
+    EXPECT_THAT(LossesOfLog("[1] dispatch to task 1.\n[2] task 1 migrates from processor 1 to "
+                            "processor 2 now.\n[3] dispatch from task 1.\n"),
+                ElementsAre("unreadable_records 1"));
+    EXPECT_THAT(EventsOfLog("[1] dispatch to task 1.\n   \n[2] enter to wai_sem semid=1.\n[3] "
+                            "enter to sig_sem and more.\n\n[4] enter to slp_tsk.\n"),
+                ElementsAre("1 run Unknown: task 1", "2 call task 1: wai_sem(semid=1)",
+                            "4 call task 1: slp_tsk()"));
+}
+
 // Tasks that change their processor are met before they run.
 TEST(StandardLog, AProcessorIsTheTasksFromItsLineOn) {
     const std::string log =

@@ -100,6 +100,10 @@ TEST_F(ControlsTest, StaticTextStandsWhereItsStyleSays) {
     const auto picture = Paint(frame);
     EXPECT_EQ(picture->At(0, 19), RGB(0, 0, 0));
     EXPECT_EQ(picture->At(19, 0), RGB(0, 0, 0));
+    for (const int inside : {1, 18}) {
+        EXPECT_NE(picture->At(inside, 10), RGB(0, 0, 0)) << "one pixel wide";
+        EXPECT_NE(picture->At(10, inside), RGB(0, 0, 0));
+    }
     EXPECT_EQ(picture->At(10, 10), RGB(9, 9, 9)) << "left to who fills it";
 }
 

@@ -69,6 +69,16 @@ TEST_F(DialogTemplate, StandsOverItsOwnerInsideTheWorkArea) {
     EXPECT_EQ(cornerOver({1000, 700, 1024, 740}, true), (POINT{824, 640}));
 }
 
+// One that could not be opened is no modal one afterwards.
+TEST_F(DialogTemplate, WhatFailedToOpenEndsNothing) {
+    PlainDialog dialog;
+    EXPECT_EQ(dialog.DoModal(), -1) << "there is no such template";
+    ASSERT_TRUE(dialog.Create(Resource(8), nullptr));
+    dialog.EndDialog(5);
+    EXPECT_EQ(backend.windows.modalsEnded, 0);
+    EXPECT_FALSE(dialog.IsWindowVisible());
+}
+
 TEST(Brushes, AreWhatTheyWereMadeLast) {
     CBrush brush;
     ASSERT_TRUE(brush.CreateSolidBrush(RGB(1, 2, 3)));

@@ -76,6 +76,10 @@ TEST_F(FileDialogTest, FoldersAndFilesMustExistWhereAsked) {
     boxes.ExpectMessage("does not exist");
     boxes.ExpectFile(Path("a.log"));
     EXPECT_EQ(open.DoModal(), static_cast<int>(IDOK));
+
+    CFileDialog any(true, "", Path("a.log"), 0);
+    boxes.ExpectFile(Path("b.log"));
+    EXPECT_EQ(any.DoModal(), static_cast<int>(IDOK)) << "nobody asked that it exists";
 }
 
 TEST_F(FileDialogTest, ColourIsTakenOnlyWhenConfirmed) {

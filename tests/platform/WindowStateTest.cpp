@@ -46,7 +46,7 @@ class PaintedView : public CView {
         log_.push_back("erase");
         return OnEraseBkgnd(dc);
     }
-    void OnGone() { log_.push_back("destroy"); }
+    void OnGone() { log_.push_back(GetParent() ? "destroy" : "destroy, orphaned"); }
     void OnCaptureLost() { log_.push_back("capture lost"); }
     void OnResize(UINT, int cx, int cy) {
         log_.push_back("size " + std::to_string(cx) + "x" + std::to_string(cy));

@@ -48,6 +48,7 @@ class FakeWindows final : public IWindows {
             if (Exists(p.window)) At(p.window).sink->OnMessage(p.message, p.wParam, p.lParam);
     }
     double ratio = 1;  // of the one screen
+    int modalsEnded = 0;
     // Runs while a modal window is open.
     std::function<void(HWND)> onModal;
 
@@ -149,7 +150,7 @@ class FakeWindows final : public IWindows {
     void RunModal(HWND window) override {
         if (onModal) onModal(window);
     }
-    void EndModal(HWND) override {}
+    void EndModal(HWND) override { ++modalsEnded; }
     void DispatchWaiting(HWND) override { RunPosted(); }
     int Run() override { return 0; }
     HWND MainWindow() const override { return nullptr; }

@@ -119,6 +119,8 @@ TEST_F(Rules, WhatIsWrongIsToldWithItsPlace) {
                              "r.toml:10:8: a kind of finding"})
         EXPECT_THAT(error, HasSubstr(part));
     EXPECT_THAT(ErrorOf("[task\n"), HasSubstr("r.toml:1:"));
+    for (const char* letter : {"\xC3\xB6", "\xC5\xA9", "\xE5\x91\xA8"})  // needs quotes
+        EXPECT_THAT(ErrorOf("[task." + std::string(letter) + "]\n"), HasSubstr("r.toml:1:7: "));
     EXPECT_THAT(ErrorOf("[handler.\"int handler 1\"]\njob_ends_at = [\"SEM\"]\n"),
                 HasSubstr("r.toml:2:1"));
     EXPECT_THAT(ErrorOf("[task.\"task 1\"]\njob_ends_at = [\"XYZ\"]\n"), HasSubstr("r.toml:2:16"));
