@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "core/AnalysisModel.h"
 #include "core/RandomTrace.h"
 
@@ -47,6 +49,7 @@ void ExpectModel(Core& core, const std::set<std::string>& chosen) {
         ExpectSame(*record, waits[line]);
         EXPECT_EQ(record->measured, waits[line].measured);
         EXPECT_EQ(core.data.rdyToRun.Record(tasks++), record);
+        EXPECT_EQ(core.data.rdyToRun.Record(-1), nullptr);
     }
     EXPECT_EQ(core.data.rdyToRun.RecordCount(), tasks);
     EXPECT_EQ(ListedEvents(core), model.SysCalls(chosen));
@@ -293,6 +296,24 @@ TEST(Analyses, ContextsThatThereAreNotAreNobodys) {
             core.SetRange(3, core.service.Decoded() - 1);
             EXPECT_EQ(core.data.rdyToRun.Record(0)->Num, 0) << wrong << bulk;
             EXPECT_EQ(core.data.runTime.Find(0)->Num, 0) << wrong << bulk;
+        }
+    }
+}
+
+// Events of one length are remembered in the order in which they were found.
+TEST(ExtremeEvents, KnowTheIndicatorWhateverTheirOrder) {
+    ScriptedTrace trace;
+    const auto task = trace.AddTask(1, "task");
+    for (int i = 0; i < 9; ++i) trace.Call(100 + i, task, 1, {"call", "", ""});
+    Core core(trace);
+    for (const auto& found : {std::vector{2u, 4u, 7u}, {7u, 4u, 2u}, {4u, 7u, 2u}}) {
+        kvx::ExtremeEvents events;
+        double longest = 0.0;
+        for (const std::uint32_t event : found) events.NoteLongest(longest, 5.0, event);
+        for (std::uint32_t event = 0; event < 9; ++event) {
+            core.data.markers.SetMarker(nullptr, kMarkerIndicator, event);
+            EXPECT_EQ(events.HasIndicator(core.data.markers), std::ranges::count(found, event))
+                << event;
         }
     }
 }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "core/CoreFixture.h"
+#include "platform/base/Text.h"
 
 namespace kvx::test {
 
@@ -95,6 +96,15 @@ TEST(Colors, AreKeptAsHexadecimalTexts) {
     EXPECT_EQ(colors[EColor::Sus], 0x404040u);
     EXPECT_EQ(colors[EColor::Pause], 0xFF00u);
     EXPECT_EQ(colors[EColor::MarkerS], 0u);
+
+    store.texts.clear();
+    colors.Save(store, "P");
+    unsigned next = 0x10;
+    for (auto& [key, text] : store.texts) text = kvx::FormatText("%x", next++);
+    const auto wanted = store.texts;
+    colors.Load(store, "P");
+    colors.Save(store, "P");
+    EXPECT_EQ(store.texts, wanted) << "each of them comes back";
 }
 
 TEST(WorkspaceStore, ReadsNumbersOrTheFallback) {

@@ -11,6 +11,7 @@
 
 #include "platform/base/Module.h"
 #include "platform/dialogs/ColorDialog.h"
+#include "platform/dialogs/MessageBox.h"
 #include "platform/windows/DropTarget.h"
 #include "support/UnexpectedBoxes.h"
 
@@ -90,6 +91,16 @@ TEST_F(FileDialogTest, ColourIsTakenOnlyWhenConfirmed) {
     boxes.ExpectColour(RGB(9, 8, 7));
     EXPECT_EQ(dialog.DoModal(), static_cast<int>(IDOK));
     EXPECT_EQ(dialog.GetColor(), RGB(9, 8, 7));
+}
+
+// A message of no kind is a warning.
+TEST_F(FileDialogTest, MessagesHaveAnIcon) {
+    for (const auto& [type, icon] :
+         {std::pair<UINT, UINT>{MB_OK, MB_ICONEXCLAMATION}, {MB_OK | MB_ICONERROR, MB_ICONERROR}}) {
+        boxes.ExpectMessage("text");
+        AfxMessageBox("text", type);
+        EXPECT_EQ(boxes.LastMessage().type & MB_ICONMASK, icon);
+    }
 }
 
 TEST(DropTest, HandleKeepsEveryPath) {
