@@ -126,7 +126,9 @@ TEST_F(Lines, TipsFollowThePointerAndGo) {
 TEST_F(Lines, AClosedWindowGivesTheTraceBack) {
     Open(PeriodicTrace(20));
     const int before = service.calls["DiscardData"];
+    data.markers.SetSearchFlag(1);
     Close();
+    EXPECT_EQ(data.markers.GetSearchFlag(), 0) << "another window's F3 finds nothing of it";
     EXPECT_EQ(service.calls["ViewClosed"], 1);
     EXPECT_EQ(service.calls["Detach"], 1);
     EXPECT_EQ(service.calls["DiscardData"], before + 1);

@@ -86,6 +86,28 @@ TEST(ChartPaint, EveryStepInItsOrder) {
     EXPECT_EQ(tips.HitTest(geometry.X(350), geometry.LineCentre(1) + 8, &event), 0);
 }
 
+// Above the line that it names, of those that are shown; a drop behind the last one stays there.
+TEST(ChartPaint, TheDropMarkFollowsTheScrolledLines) {
+    ChartGeometry geometry;
+    geometry.right = 400;
+    geometry.lineHeight = 18;
+    geometry.lineCount = 12;
+    geometry.firstLine = 3;
+    geometry.visibleLines = 20;
+    const auto drawn = [&](int line) {
+        RecordingGraphics graphics;
+        CDC dc(&graphics);
+        chart::DrawDropMark(dc, geometry, 7, line);
+        return graphics.Text();
+    };
+    EXPECT_EQ(drawn(3), "line 7 18 400 18 solid 3 #000000\n");
+    EXPECT_EQ(drawn(5), "line 7 54 400 54 solid 3 #000000\n");
+    EXPECT_EQ(drawn(12), "line 7 180 400 180 solid 3 #000000\n");
+    EXPECT_EQ(drawn(99), drawn(12));
+    EXPECT_EQ(drawn(2), "") << "scrolled away";
+    EXPECT_EQ(drawn(-1), "");
+}
+
 TEST(GridPaint, NumbersThatWouldRunIntoEachOtherAreLeftOut) {
     ChartGeometry geometry;
     geometry.left = 100;
