@@ -98,8 +98,9 @@ TEST_F(ControlsTest, StaticTextStandsWhereItsStyleSays) {
     CClientDC(&frame).FillSolidRect(5, 5, 10, 10, RGB(9, 9, 9));
     frame.Invalidate(true);
     const auto picture = Paint(frame);
-    EXPECT_EQ(picture->At(0, 19), RGB(0, 0, 0));
-    EXPECT_EQ(picture->At(19, 0), RGB(0, 0, 0));
+    for (int i = 0; i < 20; ++i)
+        for (const auto& [x, y] : {std::pair(i, 0), {i, 19}, {0, i}, {19, i}})
+            EXPECT_EQ(picture->At(x, y), RGB(0, 0, 0)) << x << " " << y;
     for (const int inside : {1, 18}) {
         EXPECT_NE(picture->At(inside, 10), RGB(0, 0, 0)) << "one pixel wide";
         EXPECT_NE(picture->At(10, inside), RGB(0, 0, 0));
