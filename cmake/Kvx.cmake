@@ -2,6 +2,7 @@
 
 add_library(kvx_options INTERFACE)
 target_include_directories(kvx_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+string(TOLOWER ${CMAKE_SYSTEM_NAME} KVX_SYSTEM)
 target_compile_options(kvx_options INTERFACE -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion
                                              -Wsign-conversion -Wold-style-cast)
 # GCC 12 sees overlapping copies in "text" + std::string that are not there.

@@ -92,15 +92,15 @@ std::string MetadataOf(std::string_view what, std::string_view given) {
 
 namespace kvx::formats::ctf {
 
-Result<ChildProcess> StartHelper(const std::vector<std::string>& folders, long seconds) {
+Result<os::ChildProcess> StartHelper(const std::vector<std::string>& folders, long seconds) {
     const auto& plugins = LoadedPlugins();
     int ends[2];
     if (pipe(ends) != 0) std::abort();
-    const pid_t process = fork();
+    const int process = fork();
     if (process < 0) std::abort();
     if (process > 0) {
         close(ends[1]);
-        return ChildProcess(process, ends[0], -1);
+        return os::ChildProcess(process, ends[0], -1);
     }
     for (const int fatal : {SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL}) std::signal(fatal, SIG_DFL);
     close(STDERR_FILENO);

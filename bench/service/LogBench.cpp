@@ -56,7 +56,7 @@ std::size_t ResidentBytes() {
 
 // What the memory allows: one pass of memchr for a byte that does not occur.
 void BM_ReadEveryByte(benchmark::State& state) {
-    const auto file = formats::MappedFile::Open(BigLog::Get().Path());
+    const auto file = formats::MapFile(BigLog::Get().Path());
     const auto text = file->Text();
     for (auto _ : state) benchmark::DoNotOptimize(std::memchr(text.data(), '\1', text.size()));
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
@@ -64,7 +64,7 @@ void BM_ReadEveryByte(benchmark::State& state) {
 BENCHMARK(BM_ReadEveryByte)->Unit(benchmark::kMillisecond);
 
 void BM_FindLineEnds(benchmark::State& state) {
-    const auto file = formats::MappedFile::Open(BigLog::Get().Path());
+    const auto file = formats::MapFile(BigLog::Get().Path());
     const auto text = file->Text();
     for (auto _ : state) {
         std::size_t lines = 0;
@@ -77,7 +77,7 @@ void BM_FindLineEnds(benchmark::State& state) {
 BENCHMARK(BM_FindLineEnds)->Unit(benchmark::kMillisecond);
 
 void BM_Index(benchmark::State& state) {
-    const auto file = formats::MappedFile::Open(BigLog::Get().Path());
+    const auto file = formats::MapFile(BigLog::Get().Path());
     for (auto _ : state) {
         bool cancelled = false;
         benchmark::DoNotOptimize(formats::BuildLineIndex(file->Text(), {}, nullptr, cancelled));

@@ -238,7 +238,9 @@ class IBackend {
 // Installs the back-end that the library was built with, and the toolkit's application object when
 // the process has none yet. False when the toolkit can show no windows here; nothing is installed
 // then. Every success is counted and needs one RemoveBackend.
-bool InstallBackend();
+// The screen that windows are shown on, or none: fonts and colours only, a pixel a logical pixel.
+enum class Screen { Session, None };
+bool InstallBackend(Screen screen = Screen::Session);
 // The last removal forgets everything that is kept in the toolkit; the windows must be gone. The
 // application object goes too when InstallBackend made it.
 void RemoveBackend();

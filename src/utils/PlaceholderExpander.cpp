@@ -5,7 +5,7 @@
 
 #include "host/Identifiers.h"
 #include "host/Services.h"
-#include "platform/base/Environment.h"
+#include "platform/os/Environment.h"
 #include "utils/UserInputDialog.h"
 
 using kvx::Bstr;
@@ -105,9 +105,9 @@ std::optional<CString> CPlaceholderExpander::Value(Placeholder which, std::strin
         case Placeholder::kExtension:
             return FileValue(which, filePath);
         case Placeholder::kWindowsDir:
-            return GetWindowsDirectory();
+            return kvx::os::SystemFolder();
         case Placeholder::kSystemDir:
-            return GetSystemDirectory();
+            return kvx::os::SystemLibraryFolder();
         case Placeholder::kTime:
             return LocalTimeText("%H:%M:%S");
         case Placeholder::kDateText:
@@ -119,7 +119,7 @@ std::optional<CString> CPlaceholderExpander::Value(Placeholder which, std::strin
         case Placeholder::kDateYmd:
             return LocalTimeText("%Y/%m/%d");
         case Placeholder::kUser:
-            return GetUserName();
+            return kvx::os::UserName();
         case Placeholder::kUserInput:
             return AskUserInput(name);
         case Placeholder::kHomeDir:

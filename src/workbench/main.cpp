@@ -1,10 +1,9 @@
 // kvxostrace: the window, and the sub-commands of the command line.
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <iostream>
 
+#include "platform/os/Descriptors.h"
 #include "workbench/cli/StandardOutput.h"
 #include "workbench/cli/SubCommands.h"
 #include "workbench/desktop/WindowCommand.h"
@@ -22,6 +21,7 @@ int Run(int argc, const char* const* argv, const kvx::cli::Streams& streams) {
     std::string file;
     app.add_option("FILE", file,
                    "Trace file or CTF folder to open in a window; without one, a demonstration");
+    kvx::desktop::PrepareToolkit();
     int status = kvx::cli::kExitDone;
     kvx::cli::AddSubCommands(app, streams, status);
     kvx::picture::AddRenderCommand(app, streams, status);
@@ -39,7 +39,7 @@ int Run(int argc, const char* const* argv, const kvx::cli::Streams& streams) {
 
 int main(int argc, char** argv) {
     kvx::cli::StandardOutput output;
-    const kvx::cli::Streams streams{output.Stream(), std::cerr, isatty(STDERR_FILENO) != 0};
+    const kvx::cli::Streams streams{output.Stream(), std::cerr, kvx::os::IsTerminal(kvx::os::kStandardError)};
     try {
         const int status = Run(argc, argv, streams);
         output.Flush();

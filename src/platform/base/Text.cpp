@@ -1,35 +1,15 @@
 #include "platform/base/Text.h"
 
-#include <locale.h>
-
 #include <charconv>
 #include <cstdarg>
 #include <cstdio>
 
+#include "platform/os/PlainNumbers.h"
+
 namespace kvx {
-namespace {
-
-// Toolkits and hosts set the locale of the process: while this lives, the thread has that of "C".
-class PlainNumbers {
-  public:
-    PlainNumbers() : before_(uselocale(Plain())) {}
-    PlainNumbers(const PlainNumbers&) = delete;
-    PlainNumbers& operator=(const PlainNumbers&) = delete;
-    ~PlainNumbers() { uselocale(before_); }
-
-  private:
-    static locale_t Plain() {
-        static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
-        return plain;
-    }
-
-    locale_t before_;
-};
-
-}  // namespace
 
 std::string FormatText(const char* format, ...) {
-    const PlainNumbers plain;
+    const os::PlainNumbers plain;
     va_list arguments;
     va_start(arguments, format);
     va_list again;

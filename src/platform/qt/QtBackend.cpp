@@ -52,13 +52,22 @@ void MakeApplication() {
     g_application = new QApplication(count, arguments);
 }
 
+// For the application that is made next.
+void LeaveScreen() {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
+    for (const char* name : {"QT_FONT_DPI", "QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS"})
+        qunsetenv(name);
+}
+
 }  // namespace
 
-bool InstallBackend() {
+bool InstallBackend(Screen screen) {
     if (g_users > 0) {
         ++g_users;
         return true;
     }
+    if (screen == Screen::None) LeaveScreen();
     if (!QCoreApplication::instance()) MakeApplication();
     if (!qobject_cast<QApplication*>(QCoreApplication::instance())) return false;
     g_backend = std::make_unique<QtBackend>();

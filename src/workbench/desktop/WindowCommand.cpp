@@ -10,18 +10,17 @@
 #include "workbench/cli/OpenTrace.h"
 #include "workbench/cli/SubCommands.h"
 #include "workbench/desktop/Display.h"
+#include "workbench/desktop/ToolkitMessages.h"
 #include "workbench/desktop/Workbench.h"
 #include "workbench/desktop/window/ApplicationIcon.h"
 #include "workbench/desktop/window/ReadingDialog.h"
 #include "workbench/picture/RenderCommand.h"
-#include "workbench/picture/ToolkitMessages.h"
 #include "workbench/simulation/Generate.h"
 
 namespace kvx::desktop {
 namespace {
 
 int RunWindow(const std::string& file) {
-    picture::FilterToolkitMessages();
     // While the window comes up, the file is read already.
     const QString path = QFile::decodeName(file.c_str());
     Settings settings(Settings::UserPath());
@@ -94,6 +93,10 @@ int WriteDemonstrationResults(const cli::Streams& streams) {
 }
 
 }  // namespace
+
+void PrepareToolkit() {
+    FilterToolkitMessages();
+}
 
 int RunWorkbench(const std::string& file, const cli::Streams& streams) {
     if (IsDisplayThere()) return RunWindow(file);

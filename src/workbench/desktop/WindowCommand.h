@@ -7,6 +7,9 @@
 
 namespace kvx::desktop {
 
+// Once, before a command that may use the toolkit.
+void PrepareToolkit();
+
 // file: a trace file or CTF folder; empty: the built-in demonstration. Answers an exit status.
 int RunWorkbench(const std::string& file, const cli::Streams& streams);
 

@@ -24,7 +24,7 @@ Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptio
     const bool folder = std::filesystem::is_directory(path, error);
     std::optional<MappedFile> file;
     if (!folder) {
-        auto mapped = MappedFile::Open(path);
+        auto mapped = MapFile(path);
         if (!mapped) return mapped.GetError();
         if (IsCompressed(mapped->Text())) {
             mapped = Decompress(path, mapped->Text(), progress);

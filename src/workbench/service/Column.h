@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <type_traits>
 
-#include "workbench/service/ReservedMemory.h"
+#include "platform/os/ReservedMemory.h"
 
 namespace kvx::service {
 
@@ -35,7 +35,7 @@ class Column {
     std::size_t Bytes() const { return size_ * sizeof(T); }
 
   private:
-    ReservedMemory memory_;
+    os::ReservedMemory memory_;
     T* data_;
     std::size_t most_;
     std::size_t size_ = 0;

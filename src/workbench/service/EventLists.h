@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "host/OSTraceColumns.h"
-#include "workbench/service/ReservedMemory.h"
+#include "platform/os/ReservedMemory.h"
 #include "workbench/service/StableVector.h"
 
 namespace kvx::service {
@@ -31,7 +31,7 @@ class EventLists {
     std::uint32_t* Take(std::size_t events);
 
     StableVector<List> lists_;
-    std::vector<ReservedMemory> regions_;  // of the last one, taken_ events are handed out
+    std::vector<os::ReservedMemory> regions_;  // of the last one, taken_ events are handed out
     std::size_t taken_ = 0;
     std::size_t used_ = 0;  // events in lists, and in places that lists have grown out of
 };

@@ -1,16 +1,14 @@
 #include "workbench/simulation/FileOutput.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <system_error>
+
+#include "platform/os/Descriptors.h"
 
 namespace kvx::simulation {
 
 FileOutput::FileOutput(const std::string& path)
-    : path_(path), file_(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {
+    : path_(path), file_(os::OpenForWriting(path)) {
     if (file_ < 0) error_ = errno;
 }
 
@@ -19,13 +17,12 @@ FileOutput::~FileOutput() {
 }
 
 bool FileOutput::IsRegular() const {
-    struct stat status {};
-    return fstat(file_, &status) == 0 && S_ISREG(status.st_mode);
+    return os::IsRegularFile(file_);
 }
 
 bool FileOutput::Write(std::string_view bytes) {
     while (!bytes.empty() && error_ == 0) {
-        const ssize_t written = write(file_, bytes.data(), bytes.size());
+        const auto written = os::WriteBytes(file_, bytes.data(), bytes.size());
         if (written >= 0)
             bytes.remove_prefix(static_cast<std::size_t>(written));
         else if (errno != EINTR)
@@ -35,7 +32,7 @@ bool FileOutput::Write(std::string_view bytes) {
 }
 
 bool FileOutput::Close() {
-    if (file_ >= 0 && close(file_) != 0 && error_ == 0) error_ = errno;
+    if (file_ >= 0 && !os::CloseDescriptor(file_) && error_ == 0) error_ = errno;
     file_ = -1;
     return error_ == 0;
 }

@@ -1,14 +1,13 @@
 #include "workbench/formats/compressed/Decompress.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <vector>
 
 #include "platform/base/Text.h"
+#include "platform/os/Environment.h"
+#include "platform/os/MemoryFile.h"
 #include "workbench/formats/compressed/Decompressor.h"
-#include "workbench/formats/text/MemoryFile.h"
 
 namespace kvx::formats {
 namespace {
@@ -27,8 +26,7 @@ const Kind* KindOf(std::string_view bytes) {
 
 // More than this is not decompressed: the machine would come to a halt.
 std::uint64_t MostBytes() {
-    const auto pages = static_cast<std::uint64_t>(std::max(sysconf(_SC_PHYS_PAGES), 1L));
-    return pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE)) / 4 * 3;
+    return os::PhysicalMemory() / 4 * 3;
 }
 
 }  // namespace
@@ -47,7 +45,7 @@ Result<MappedFile> Decompress(const std::string& path, std::string_view bytes,
                                 kind.name, what, bytes.size() - rest.size(), kind.name)};
     };
     const auto stream = kind.open();
-    MemoryFile file;
+    os::MemoryFile file;
     std::vector<char> block(kBlock);
     auto rest = bytes;
     auto step = IDecompressor::Step::GoOn;
@@ -66,7 +64,10 @@ Result<MappedFile> Decompress(const std::string& path, std::string_view bytes,
         if (progress && !progress->Progress(bytes.size() - rest.size(), bytes.size()))
             return Error{path + ": opening was cancelled", true};
     }
-    return file.Map();
+    std::string reason;
+    auto map = file.Map(reason);
+    if (!map) return Error{path + ": " + reason};
+    return std::move(*map);
 }
 
 }  // namespace kvx::formats

@@ -1,10 +1,9 @@
 // How the program that reads CTF is found and started.
 
-#include <unistd.h>
-
 #include <filesystem>
 
 #include "platform/base/Text.h"
+#include "platform/os/Environment.h"
 #include "workbench/formats/ctf/HelperProcess.h"
 #include "workbench/formats/ctf/Wire.h"
 
@@ -13,18 +12,17 @@ namespace {
 
 // Beside the running program, or, where that is installed, in the folder of its modules.
 std::string FindProgram() {
-    std::error_code error;
-    const auto folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    const auto folder = std::filesystem::path(os::ProgramFile()).parent_path();
     for (const auto& place : {folder, folder / "../lib/kvxostrace"}) {
         const auto path = (place / wire::kProgram).string();
-        if (access(path.c_str(), X_OK) == 0) return path;
+        if (os::IsExecutable(path)) return path;
     }
     return {};
 }
 
 }  // namespace
 
-Result<ChildProcess> StartHelper(const std::vector<std::string>& folders, long seconds) {
+Result<os::ChildProcess> StartHelper(const std::vector<std::string>& folders, long seconds) {
     const auto path = FindProgram();
     if (path.empty())
         return Error{
@@ -33,7 +31,10 @@ Result<ChildProcess> StartHelper(const std::vector<std::string>& folders, long s
                        wire::kProgram)};
     std::vector<std::string> command = {path, std::to_string(seconds)};
     command.insert(command.end(), folders.begin(), folders.end());
-    return ChildProcess::Start(std::move(command));
+    std::string reason;
+    auto process = os::ChildProcess::Start(std::move(command), reason);
+    if (!process) return Error{reason};
+    return std::move(*process);
 }
 
 }  // namespace kvx::formats::ctf

@@ -14,7 +14,7 @@ constexpr std::uint64_t kBytesASecond = std::uint64_t{200} << 20;
 // Puts the bytes of the pipe together to blocks.
 class Blocks {
   public:
-    explicit Blocks(ChildProcess& process) : process_(process) {}
+    explicit Blocks(os::ChildProcess& process) : process_(process) {}
 
     // The next block; empty: it is not there yet, or, with AtEnd, never comes.
     std::string_view Next() {
@@ -45,7 +45,7 @@ class Blocks {
         return {block, *size};
     }
 
-    ChildProcess& process_;
+    os::ChildProcess& process_;
     std::vector<char> buffer_ = std::vector<char>(4 * wire::kBlock);
     std::size_t begin_ = 0;
     std::size_t end_ = 0;

@@ -1,13 +1,12 @@
 #include "workbench/formats/ctf/Preflight.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <optional>
 
 #include "platform/base/Text.h"
+#include "platform/os/Environment.h"
 #include "workbench/formats/ctf/Metadata.h"
 #include "workbench/formats/ctf/PacketLayout.h"
 #include "workbench/formats/text/MappedFile.h"
@@ -123,7 +122,7 @@ class Check {
 
     Result<CheckedTrace> Run() {
         const auto path = Name("metadata");
-        const auto metadata = MappedFile::Open(path);
+        const auto metadata = MapFile(path);
         if (!metadata) return metadata.GetError();
         if (metadata->Text().empty()) return Error{path + ": the file is empty"};
         if (!LooksLikeMetadata(metadata->Text()))
@@ -157,7 +156,7 @@ class Check {
     std::string Name(const std::string& file) const { return (fs::path(folder_) / file).string(); }
 
     void CheckFile(const std::string& file) {
-        const auto stream = MappedFile::Open((whole_ / file).string());
+        const auto stream = MapFile((whole_ / file).string());
         if (!stream || stream->Text().empty()) return;
         const auto bytes = stream->Text();
         std::uint64_t size = 0;
@@ -179,7 +178,7 @@ class Check {
         const auto name = "index/" + file + ".idx";
         std::error_code error;
         if (!fs::exists(whole_ / name, error)) return;
-        const auto index = MappedFile::Open((whole_ / name).string());
+        const auto index = MapFile((whole_ / name).string());
         const auto fault =
             index ? FindIndexFault(index->Text(), size) : std::string("it cannot be read");
         if (fault.empty() && !isChanged) return goodIndexes_.push_back(name);
@@ -202,7 +201,7 @@ class Check {
             if (changed == changed_.end()) {
                 fs::create_symlink(whole_ / file, shadow / file, error);
             } else if (changed->bytes > 0) {
-                const auto stream = MappedFile::Open((whole_ / file).string());
+                const auto stream = MapFile((whole_ / file).string());
                 if (!stream || !Write(shadow / file, stream->Text().substr(0, changed->bytes)))
                     return false;
                 fs::resize_file(shadow / file, changed->bytes, error);
@@ -225,11 +224,8 @@ class Check {
 }  // namespace
 
 bool Shadow::Make() {
-    std::error_code error;
-    std::string pattern = (fs::temp_directory_path(error) / "kvxostrace-XXXXXX").string();
-    const char* made = error ? nullptr : mkdtemp(pattern.data());
-    if (made) path_ = made;
-    return made;
+    path_ = os::MakeTemporaryFolder();
+    return !path_.empty();
 }
 
 Shadow::~Shadow() {

@@ -7,7 +7,7 @@
 #include "workbench/formats/Registry.h"
 #include "workbench/formats/events/EventRecording.h"
 #include "workbench/formats/ftrace/TextReader.h"
-#include "workbench/formats/process/ChildProcess.h"
+#include "platform/os/ChildProcess.h"
 #include "workbench/kernels/linux_kernel/LinuxKernel.h"
 
 namespace kvx::formats {
@@ -32,7 +32,7 @@ bool Recognises(const Candidate& candidate) {
 // Hands the lines of the program's output on as they come.
 class LinePump {
   public:
-    LinePump(ChildProcess& process, TextReader& reader) : process_(process), reader_(reader) {}
+    LinePump(os::ChildProcess& process, TextReader& reader) : process_(process), reader_(reader) {}
 
     // One turn. False: the reader wants no more.
     bool Turn() {
@@ -50,7 +50,7 @@ class LinePump {
     }
 
   private:
-    ChildProcess& process_;
+    os::ChildProcess& process_;
     TextReader& reader_;
     std::vector<char> buffer_;
     std::size_t end_ = 0;
@@ -62,9 +62,9 @@ std::string FirstLine(const std::string& text) {
 }
 
 // Why the program ended as it did, for people.
-std::string Reason(const ChildProcess::End& end, const std::string& errors) {
+std::string Reason(const os::ChildProcess::End& end, const std::string& errors) {
     const auto said = FirstLine(errors);
-    if (end.signal != 0) return FormatText("trace-cmd gave up (%s)", strsignal(end.signal));
+    if (end.signal != 0) return FormatText("trace-cmd gave up (%s)", end.SignalText().c_str());
     if (!said.empty()) return "trace-cmd says: " + said;
     return FormatText("trace-cmd gave up (status %d)", end.status);
 }
@@ -80,9 +80,10 @@ struct Run {
 Result<Run> RunProgram(const Candidate& candidate, const std::string& program, bool mayLackUnit,
                        IOpenProgress* progress) {
     const auto size = candidate.Text().size();
-    auto process =
-        ChildProcess::Start({program, "report", "-N", "-t", "-i", candidate.ContentPath()});
-    if (!process) return process.GetError();
+    std::string reason;
+    auto process = os::ChildProcess::Start(
+        {program, "report", "-N", "-t", "-i", candidate.ContentPath()}, reason);
+    if (!process) return Error{reason};
     process->Limit(kLeastSeconds + size / kBytesASecond, kLeastMemory + 2 * size);
     Run run;
     run.trace.format = "trace.dat";
@@ -115,7 +116,7 @@ std::string WhyEmpty(const Run& run, std::size_t size) {
 Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions& /*options*/,
                                         IOpenProgress* progress) {
     const auto& path = candidate.path;
-    const auto program = FindInstalledProgram(kProgram);
+    const auto program = os::FindInstalledProgram(kProgram);
     if (program.empty())
         return Error{path +
                      ": a trace.dat, which the program \"trace-cmd\" reads for this one; install "

@@ -1,9 +1,9 @@
 #include "workbench/formats/systemview/CallForms.h"
 
-#include <cstdlib>
 #include <filesystem>
 
 #include "platform/base/Text.h"
+#include "platform/os/Environment.h"
 #include "workbench/formats/systemview/Packet.h"
 #include "workbench/formats/text/MappedFile.h"
 
@@ -14,13 +14,10 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kLargestFile = std::size_t{16} << 20;
 
-// Where the user keeps files for programs; empty: nowhere.
+// Empty: nowhere.
 fs::path UserDataFolder() {
-    if (const char* data = std::getenv("XDG_DATA_HOME"); data && *data == '/')
-        return fs::path(data) / "kvxostrace";
-    if (const char* home = std::getenv("HOME"); home && *home)
-        return fs::path(home) / ".local/share/kvxostrace";
-    return {};
+    const fs::path folder = os::UserDataFolder();
+    return folder.empty() ? folder : folder / "kvxostrace";
 }
 
 // The first of the folders' files of that name; empty: there is none.
@@ -51,7 +48,7 @@ void CallForms::ReadFile(const kernels::SystemViewKernel& kernel, const std::str
                          const OpenOptions& options) {
     const auto name = FindFile(kernel.DescriptionFile(), path, options);
     if (name.empty()) return;
-    const auto file = MappedFile::Open(name);
+    const auto file = MapFile(name);
     if (!file || file->Text().size() > kLargestFile) {
         warnings_.push_back(file ? name + ": too large for a description of calls"
                                  : file.GetError().message);

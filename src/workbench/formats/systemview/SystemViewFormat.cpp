@@ -11,7 +11,7 @@ namespace systemview {
 namespace {
 
 Result<MappedFile> OpenFurther(const std::string& path, IOpenProgress* progress) {
-    auto file = MappedFile::Open(path);
+    auto file = MapFile(path);
     if (file && IsCompressed(file->Text())) file = Decompress(path, file->Text(), progress);
     if (file && !Recognises(file->Text()))
         return Error{path + ": not a SystemView recording, as the first file is"};

@@ -212,7 +212,7 @@ Result<ResourceFile> FindResourceFile(const std::string& path, const std::string
     std::error_code ignored;
     if (!asked && (from == logPath || !std::filesystem::exists(beside, ignored)))
         return ResourceFile();
-    const auto mapped = MappedFile::Open(from);
+    const auto mapped = MapFile(from);
     auto file =
         mapped ? ParseResourceFile(mapped->Text(), from) : Result<ResourceFile>(mapped.GetError());
     if (file) {

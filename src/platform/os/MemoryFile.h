@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "workbench/formats/text/MappedFile.h"
+#include "platform/os/MappedFile.h"
 
-namespace kvx::formats {
+namespace kvx::os {
 
 class MemoryFile {
   public:
@@ -17,12 +17,12 @@ class MemoryFile {
     // False: it does not fit.
     bool Append(std::string_view bytes);
     std::uint64_t Size() const { return size_; }
-    // Ends writing; the bytes live as long as the answer.
-    Result<MappedFile> Map();
+    // Ends writing; none: reason says why. The bytes live as long as the answer.
+    std::optional<MappedFile> Map(std::string& reason);
 
   private:
-    int file_ = -1;
+    std::intptr_t file_ = -1;
     std::uint64_t size_ = 0;
 };
 
-}  // namespace kvx::formats
+}  // namespace kvx::os

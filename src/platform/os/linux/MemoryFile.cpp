@@ -1,4 +1,4 @@
-#include "workbench/formats/text/MemoryFile.h"
+#include "platform/os/MemoryFile.h"
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -7,17 +7,17 @@
 #include <cstring>
 #include <utility>
 
-namespace kvx::formats {
+namespace kvx::os {
 
 MemoryFile::MemoryFile() : file_(memfd_create("recording", MFD_CLOEXEC)) {}
 
 MemoryFile::~MemoryFile() {
-    if (file_ >= 0) close(file_);
+    if (file_ >= 0) close(static_cast<int>(file_));
 }
 
 bool MemoryFile::Append(std::string_view bytes) {
     while (!bytes.empty()) {
-        const auto written = write(file_, bytes.data(), bytes.size());
+        const auto written = write(static_cast<int>(file_), bytes.data(), bytes.size());
         if (written < 0 && errno == EINTR) continue;
         if (written <= 0) return false;
         bytes.remove_prefix(static_cast<std::size_t>(written));
@@ -26,13 +26,16 @@ bool MemoryFile::Append(std::string_view bytes) {
     return true;
 }
 
-Result<MappedFile> MemoryFile::Map() {
+std::optional<MappedFile> MemoryFile::Map(std::string& reason) {
     void* data = nullptr;
     if (size_ > 0) {
-        data = mmap(nullptr, size_, PROT_READ, MAP_PRIVATE, file_, 0);
-        if (data == MAP_FAILED) return Error{std::strerror(errno)};
+        data = mmap(nullptr, size_, PROT_READ, MAP_PRIVATE, static_cast<int>(file_), 0);
+        if (data == MAP_FAILED) {
+            reason = std::strerror(errno);
+            return std::nullopt;
+        }
     }
     return MappedFile(data, size_, std::exchange(file_, -1));
 }
 
-}  // namespace kvx::formats
+}  // namespace kvx::os

@@ -1,10 +1,10 @@
 #pragma once
 // Messages of the toolkit on standard error.
 
-namespace kvx::picture {
+namespace kvx::desktop {
 
 // Leaves out those that tell a user nothing: what the offscreen platform cannot do, and that a
 // folder of the desktop session is missing.
 void FilterToolkitMessages();
 
-}  // namespace kvx::picture
+}  // namespace kvx::desktop

@@ -1,11 +1,11 @@
-#include "workbench/service/ReservedMemory.h"
+#include "platform/os/ReservedMemory.h"
 
 #include <sys/mman.h>
 
 #include <new>
 #include <utility>
 
-namespace kvx::service {
+namespace kvx::os {
 
 ReservedMemory::ReservedMemory(std::size_t bytes) : bytes_(bytes) {
     if (bytes == 0) return;
@@ -28,4 +28,4 @@ ReservedMemory::~ReservedMemory() {
     if (data_) munmap(data_, bytes_);
 }
 
-}  // namespace kvx::service
+}  // namespace kvx::os

@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-namespace kvx::service {
+namespace kvx::os {
 
 class ReservedMemory {
   public:
@@ -24,4 +24,4 @@ class ReservedMemory {
     std::size_t bytes_ = 0;
 };
 
-}  // namespace kvx::service
+}  // namespace kvx::os

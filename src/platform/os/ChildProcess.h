@@ -2,24 +2,22 @@
 // A program that reads a recording for this one, running, and the pipe it writes into. What it
 // cannot bear ends only itself.
 
-#include <sys/types.h>
-
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "workbench/service/Result.h"
-
-namespace kvx::formats {
+namespace kvx::os {
 
 class ChildProcess {
   public:
-    // command: the path of the program, and its arguments.
-    static Result<ChildProcess> Start(std::vector<std::string> command);
+    // command: the path of the program, and its arguments. None: reason says why.
+    static std::optional<ChildProcess> Start(std::vector<std::string> command,
+                                             std::string& reason);
     // A process that runs already, and the ends of its pipes; all are the object's from now on.
     // errorPipe: -1 for none.
-    ChildProcess(pid_t process, int pipe, int errorPipe)
+    ChildProcess(int process, int pipe, int errorPipe)
         : process_(process), pipe_(pipe), errorPipe_(errorPipe) {}
     ChildProcess(ChildProcess&& other) noexcept;
     ChildProcess& operator=(ChildProcess&&) = delete;
@@ -37,6 +35,9 @@ class ChildProcess {
     struct End {
         int signal = 0;
         int status = 0;
+        // The words for the signal, and whether it is that of Limit's seconds.
+        std::string SignalText() const;
+        bool IsOutOfTime() const;
         explicit operator bool() const { return signal != 0 || status != 0; }
     };
     // Waits for the program; one whose pipe is not at its end is ended.
@@ -47,14 +48,11 @@ class ChildProcess {
   private:
     void ReadErrors();
 
-    pid_t process_ = -1;
+    int process_ = -1;
     int pipe_ = -1;
     int errorPipe_ = -1;
     bool atEnd_ = false;
     std::string errors_;
 };
 
-// The path of a program that the user has installed; empty: there is none of that name.
-std::string FindInstalledProgram(const std::string& name);
-
-}  // namespace kvx::formats
+}  // namespace kvx::os

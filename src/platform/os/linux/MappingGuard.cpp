@@ -1,4 +1,4 @@
-#include "workbench/formats/text/MappingGuard.h"
+#include "platform/os/linux/MappingGuard.h"
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -8,7 +8,7 @@
 #include <csignal>
 #include <cstdint>
 
-namespace kvx::formats {
+namespace kvx::os {
 namespace {
 
 constexpr std::uintptr_t kFree = 0;
@@ -71,4 +71,4 @@ void UnguardMapping(const void* data) {
     }
 }
 
-}  // namespace kvx::formats
+}  // namespace kvx::os

@@ -1,4 +1,4 @@
-#include "workbench/formats/process/ChildProcess.h"
+#include "platform/os/ChildProcess.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -10,15 +10,24 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <utility>
 
-namespace kvx::formats {
+namespace kvx::os {
 namespace {
 
 constexpr int kPatience = 100;  // milliseconds
 constexpr std::size_t kMostErrors = 4096;
 
 }  // namespace
+
+std::string ChildProcess::End::SignalText() const {
+    return strsignal(signal);
+}
+
+bool ChildProcess::End::IsOutOfTime() const {
+    return signal == SIGPROF;
+}
 
 ChildProcess::ChildProcess(ChildProcess&& other) noexcept
     : process_(std::exchange(other.process_, -1)),
@@ -79,4 +88,4 @@ ChildProcess::End ChildProcess::Wait() {
     return end;
 }
 
-}  // namespace kvx::formats
+}  // namespace kvx::os

@@ -4,10 +4,10 @@
 
 #include <cstddef>
 
-namespace kvx::formats {
+namespace kvx::os {
 
 // From any thread. More files than fit into a small table are not guarded.
 void GuardMapping(const void* data, std::size_t size);
 void UnguardMapping(const void* data);
 
-}  // namespace kvx::formats
+}  // namespace kvx::os

@@ -1,4 +1,4 @@
-// How a program is found and started.
+// How a program is started.
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -6,13 +6,12 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
-#include <string_view>
+#include <utility>
 
-#include "workbench/formats/process/ChildProcess.h"
+#include "platform/os/ChildProcess.h"
 
-namespace kvx::formats {
+namespace kvx::os {
 namespace {
 
 constexpr int kPipeSize = 1 << 20;
@@ -76,28 +75,23 @@ class Pipe {
 
 }  // namespace
 
-Result<ChildProcess> ChildProcess::Start(std::vector<std::string> command) {
+std::optional<ChildProcess> ChildProcess::Start(std::vector<std::string> command,
+                                                std::string& reason) {
     Pipe output;
     Pipe errors;
-    if (!output.IsOpen() || !errors.IsOpen()) return Error{std::strerror(errno)};
+    if (!output.IsOpen() || !errors.IsOpen()) {
+        reason = std::strerror(errno);
+        return std::nullopt;
+    }
     fcntl(output.Reader(), F_SETPIPE_SZ, kPipeSize);  // fewer changes between the two; no need
     fcntl(errors.Reader(), F_SETFL, O_NONBLOCK);
     pid_t process = -1;
     const int error = Spawn().Run(command, output.Writer(), errors.Writer(), process);
-    if (error != 0) return Error{command.front() + ": " + std::strerror(error)};
+    if (error != 0) {
+        reason = command.front() + ": " + std::strerror(error);
+        return std::nullopt;
+    }
     return ChildProcess(process, output.TakeReader(), errors.TakeReader());
 }
 
-std::string FindInstalledProgram(const std::string& name) {
-    const char* const set = std::getenv("PATH");
-    std::string_view folders = set ? set : "/usr/bin:/bin";
-    while (!folders.empty()) {
-        const auto end = std::min(folders.find(':'), folders.size());
-        const auto path = std::string(folders.substr(0, end)) + "/" + name;
-        folders.remove_prefix(std::min(end + 1, folders.size()));
-        if (path.front() == '/' && access(path.c_str(), X_OK) == 0) return path;
-    }
-    return {};
-}
-
-}  // namespace kvx::formats
+}  // namespace kvx::os

@@ -1,11 +1,11 @@
-#include "workbench/picture/ToolkitMessages.h"
+#include "workbench/desktop/ToolkitMessages.h"
 
 #include <QString>
 #include <algorithm>
 #include <array>
 #include <iostream>
 
-namespace kvx::picture {
+namespace kvx::desktop {
 namespace {
 
 constexpr std::array kIdle = {"This plugin does not support", "QStandardPaths: XDG_RUNTIME_DIR"};
@@ -21,4 +21,4 @@ void FilterToolkitMessages() {
     qInstallMessageHandler(Show);
 }
 
-}  // namespace kvx::picture
+}  // namespace kvx::desktop

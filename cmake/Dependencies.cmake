@@ -1,0 +1,21 @@
+# What is used of others. Where this system is built on another one, its own packages cannot be asked:
+# header-only libraries are those of the building system, and compiled ones are built or left out.
+if(CMAKE_CROSSCOMPILING)
+  include(${CMAKE_CURRENT_LIST_DIR}/CrossDependencies.cmake)
+  return()
+endif()
+
+find_package(fmt REQUIRED)
+find_package(nlohmann_json REQUIRED)
+find_package(CLI11 REQUIRED)
+find_package(tomlplusplus REQUIRED)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(BABELTRACE REQUIRED IMPORTED_TARGET babeltrace2)
+find_package(ZLIB REQUIRED)
+pkg_check_modules(ZSTD REQUIRED IMPORTED_TARGET libzstd)
+if(KVX_QT)
+  find_package(Qt6 REQUIRED COMPONENTS Widgets DBus)
+endif()
+if(KVX_TESTS)
+  find_package(GTest REQUIRED)
+endif()

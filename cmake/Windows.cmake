@@ -1,0 +1,23 @@
+# Building for Windows on another system, with the compiler of MinGW-w64 whose threads are POSIX.
+# KVX_PROCESSOR: x86_64 or i686.
+set(CMAKE_SYSTEM_NAME Windows)
+if(NOT KVX_PROCESSOR)
+  set(KVX_PROCESSOR x86_64)
+endif()
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES KVX_PROCESSOR)
+set(CMAKE_SYSTEM_PROCESSOR ${KVX_PROCESSOR})
+set(triple ${KVX_PROCESSOR}-w64-mingw32)
+set(CMAKE_C_COMPILER ${triple}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${triple}-g++-posix)
+set(CMAKE_RC_COMPILER ${triple}-windres)
+set(CMAKE_FIND_ROOT_PATH /usr/${triple})
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+# The compiler's runtime is in each module. GetSystemTimePreciseAsFileTime and the like: Windows 8.1.
+add_compile_definitions(_WIN32_WINNT=0x0A00 WINVER=0x0A00)
+set(CMAKE_CXX_STANDARD_LIBRARIES_INIT "")
+set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
+set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
+set(CMAKE_MODULE_LINKER_FLAGS_INIT -static)

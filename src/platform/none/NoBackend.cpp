@@ -1,0 +1,13 @@
+// In place of a back-end where no toolkit is there: no windows, and colours as they always were.
+
+#include "platform/Backend.h"
+
+namespace kvx {
+
+bool InstallBackend(Screen) {
+    return false;
+}
+
+void RemoveBackend() {}
+
+}  // namespace kvx
