@@ -13,6 +13,7 @@ endforeach()
 target_compile_definitions(fmt::fmt INTERFACE FMT_HEADER_ONLY)
 include_directories(SYSTEM ${headers})
 
+set(ZLIB_USE_STATIC_LIBS ON)
 find_package(ZLIB REQUIRED)
 message(STATUS "CTF is left out: its library is not there for ${CMAKE_SYSTEM_NAME}")
 find_library(ZSTD_LIBRARY zstd)

@@ -15,9 +15,11 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
-# The compiler's runtime is in each module. GetSystemTimePreciseAsFileTime and the like: Windows 8.1.
+set(CMAKE_OBJDUMP ${triple}-objdump)
+set(CMAKE_CROSSCOMPILING_EMULATOR wine)
+# Windows 10 and later.
 add_compile_definitions(_WIN32_WINNT=0x0A00 WINVER=0x0A00)
-set(CMAKE_CXX_STANDARD_LIBRARIES_INIT "")
+# The compiler's runtime is in each module.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
 set(CMAKE_MODULE_LINKER_FLAGS_INIT -static)

@@ -35,9 +35,7 @@ std::optional<Range> FindPlaceholder(std::string_view text, std::size_t from) {
 
 // Of the current local time.
 CString LocalTimeText(const char* format) {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
+    const std::tm local = kvx::os::LocalTime(std::time(nullptr));
     char text[64];
     return {text, std::strftime(text, sizeof text, format, &local)};
 }

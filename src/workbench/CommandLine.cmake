@@ -3,6 +3,8 @@ kvx_library(windowless DIRS workbench/windowless DEPS kvx_picture)
 add_executable(kvxostrace main.cpp)
 target_compile_definitions(kvxostrace PRIVATE KVX_VERSION="${PROJECT_VERSION}")
 target_link_libraries(kvxostrace PRIVATE kvx_windowless)
+kvx_windows_binary(kvxostrace "OS trace command line")
 add_dependencies(kvxostrace KvxOSTrace KvxOSTraceExtRes)
+set_target_properties(kvxostrace KvxPlatform KvxOSTrace KvxOSTraceExtRes PROPERTIES INSTALL_RPATH "$ORIGIN")
 install(TARGETS kvxostrace KvxPlatform KvxOSTrace KvxOSTraceExtRes
         RUNTIME DESTINATION bin LIBRARY DESTINATION bin)

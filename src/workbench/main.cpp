@@ -39,7 +39,8 @@ int Run(int argc, const char* const* argv, const kvx::cli::Streams& streams) {
 
 int main(int argc, char** argv) {
     kvx::cli::StandardOutput output;
-    const kvx::cli::Streams streams{output.Stream(), std::cerr, kvx::os::IsTerminal(kvx::os::kStandardError)};
+    const kvx::cli::Streams streams{output.Stream(), std::cerr,
+                                    kvx::os::IsTerminal(kvx::os::kStandardError)};
     try {
         const int status = Run(argc, argv, streams);
         output.Flush();

@@ -19,6 +19,8 @@ CORE = ["trace"] + MODELS
 # folder -> folders it may include (besides itself); the longest matching folder counts.
 ALLOWED = {
     "platform": [],
+    "platform/os": [],
+    "platform/none": ["platform"],
     "platform/qt": ["platform"],
     "host": ["platform"],
     "utils": ["platform", "host"],
@@ -53,6 +55,12 @@ ALLOWED = {
 }
 # What nobody but these may include, although a parent folder is allowed.
 PRIVATE = {"platform/qt": {"platform/qt"}}
+# Where the system may be named: which one it is, is chosen by the build and by these.
+MAY_NAME_SYSTEM = ("platform",)
+SYSTEM = re.compile(r"^\s*#\s*(?:if|ifdef|ifndef|elif)\b.*\b(?:_WIN32|_WIN64|WIN32|__MINGW\w+|__linux__|__linux|__unix__|__APPLE__)\b")
+SYSTEM_HEADERS = re.compile(r"(?:windows|io|direct|unistd|dlfcn|spawn|fcntl|pwd|sys/\w+)\.h$")
+# A program that exists for one system.
+ONE_SYSTEM = ("platform/os", "workbench/ctf_reader", "workbench/desktop")
 MAY_SEE_TOOLKIT = ("platform/qt", "workbench/desktop", "workbench/picture", "workbench")
 NO_TOOLKIT = ("workbench/service", "workbench/kernels", "workbench/formats", "workbench/exports",
               "workbench/simulation", "workbench/timing", "workbench/target", "workbench/cli")
@@ -90,6 +98,15 @@ def check_include(mine, target):
     return f"{mine} may not include {theirs} ({target})"
 
 
+def check_system(folder, line, include):
+    """The reason why a line above the platform may not name a system, or None."""
+    if SYSTEM.match(line) and not any(within(folder, f) for f in MAY_NAME_SYSTEM):
+        return f"{folder} may not depend on the system"
+    if include and SYSTEM_HEADERS.match(include.group(2)) and not any(within(folder, f) for f in ONE_SYSTEM):
+        return f"{folder} may not use the system itself ({include.group(2)}): platform/os does"
+    return None
+
+
 def check(src):
     faults = []
     files = sorted(p for p in src.rglob("*") if p.suffix in (".h", ".cpp"))
@@ -104,6 +121,7 @@ def check(src):
         for number, line in enumerate(path.read_text(encoding="utf-8").splitlines(), 1):
             match = INCLUDE.match(line)
             reason = check_include(mine, match.group(2)) if match else None
+            reason = reason or check_system(folder, line, match)
             if reason:
                 faults.append(f"{path}:{number}: {reason}")
     return faults
@@ -118,6 +136,8 @@ def self_test():
         "workbench/desktop/Main.cpp": '#include "sink/OSTraceDataCommandSink.h"',
         "workbench/formats/itron/Log.cpp": "#include <QString>",
         "framework/Frame.cpp": '#include "platform/qt/Convert.h"',
+        "workbench/service/Clock.cpp": "#ifdef _WIN32",
+        "workbench/formats/text/File.cpp": "#include <sys/mman.h>",
         "elsewhere/Stray.cpp": "",
     }
     missed = []

@@ -49,7 +49,7 @@ HMODULE LoadLibrary(const CString& path, CString* error) {
 }
 
 bool FreeLibrary(HMODULE module) {
-    return module && kvx::os::FreeModule(module);
+    return module && kvx::os::UnloadModule(module);
 }
 
 void* GetProcAddress(HMODULE module, const char* name) {

@@ -8,8 +8,15 @@
 
 namespace kvx {
 
-// printf into a string; the compiler checks the arguments against the format.
-[[gnu::format(printf, 1, 2)]] std::string FormatText(const char* format, ...);
+// printf into a string; the compiler checks the arguments against the format, which is that of the
+// standard on every system.
+#if defined(__MINGW32__)
+[[gnu::format(gnu_printf, 1, 2)]]
+#else
+[[gnu::format(printf, 1, 2)]]
+#endif
+std::string
+FormatText(const char* format, ...);
 
 // The whole text as a number in decimal notation ("1", ".5", "2.", "1e3"), else nothing.
 std::optional<float> ParseDecimal(std::string_view text);

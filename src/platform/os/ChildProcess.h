@@ -13,8 +13,7 @@ namespace kvx::os {
 class ChildProcess {
   public:
     // command: the path of the program, and its arguments. None: reason says why.
-    static std::optional<ChildProcess> Start(std::vector<std::string> command,
-                                             std::string& reason);
+    static std::optional<ChildProcess> Start(std::vector<std::string> command, std::string& reason);
     // A process that runs already, and the ends of its pipes; all are the object's from now on.
     // errorPipe: -1 for none.
     ChildProcess(int process, int pipe, int errorPipe)

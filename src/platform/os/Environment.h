@@ -3,6 +3,7 @@
 // trailing separator; empty where the system has none.
 
 #include <cstdint>
+#include <ctime>
 #include <string>
 
 namespace kvx::os {
@@ -23,5 +24,9 @@ bool IsExecutable(const std::string& path);
 std::string MakeTemporaryFolder();
 // Memory that the machine has, in bytes.
 std::uint64_t PhysicalMemory();
+
+// The moment in the time zone of the user, and in UTC. Safe in any thread.
+std::tm LocalTime(std::time_t moment);
+std::tm UtcTime(std::time_t moment);
 
 }  // namespace kvx::os

@@ -11,7 +11,7 @@ extern const std::string_view kModuleSuffix;
 
 // Null when it cannot be loaded: reason says why.
 void* LoadModule(const std::string& path, std::string& reason);
-bool FreeModule(void* module);
+bool UnloadModule(void* module);
 // Null when the module exports no such name.
 void* FindExport(void* module, const char* name);
 // The path that the system loaded the module from, and that of the module that holds the address.

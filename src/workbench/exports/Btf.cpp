@@ -10,6 +10,7 @@
 
 #include "host/OSTraceService.h"
 #include "host/TraceCodes.h"
+#include "platform/os/Environment.h"
 #include "workbench/exports/BtfText.h"
 #include "workbench/exports/EventWalk.h"
 #include "workbench/exports/ReadyAfter.h"
@@ -88,9 +89,7 @@ class Writer {
     }
 
     static std::string Now() {
-        const std::time_t now = std::time(nullptr);
-        std::tm parts = {};
-        gmtime_r(&now, &parts);
+        const std::tm parts = os::UtcTime(std::time(nullptr));
         char text[32];
         return {text, std::strftime(text, sizeof(text), "%Y-%m-%dT%H:%M:%SZ", &parts)};
     }

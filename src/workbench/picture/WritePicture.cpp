@@ -1,13 +1,14 @@
 #include "workbench/picture/WritePicture.h"
 
 #include <algorithm>
-#include <cmath>
+#include <filesystem>
 #include <stdexcept>
 
 #include "platform/Backend.h"
 #include "platform/base/SystemInfo.h"
 #include "platform/drawing/SurfaceGraphics.h"
 #include "workbench/picture/Png.h"
+#include "workbench/simulation/FileOutput.h"
 
 namespace kvx::picture {
 namespace {
@@ -46,7 +47,8 @@ std::string EncodePng(PicturePage& page, int dpi) {
     };
     const auto middle = static_cast<int>(grid.Y(page.StatusHeight()));
     paint(page.StatusSize(), 0, middle, [&page](CDC& dc) { page.DrawStatus(dc); });
-    paint(page.BodySize(), page.StatusHeight(), area.bottom, [&page](CDC& dc) { page.DrawBody(dc); });
+    paint(page.BodySize(), page.StatusHeight(), area.bottom,
+          [&page](CDC& dc) { page.DrawBody(dc); });
     return image.Finish();
 }
 
@@ -59,10 +61,11 @@ std::string WritePicture(const std::string& bytes, const std::string& name, std:
     const std::string part = name + ".part";
     std::string failure = simulation::WriteFile(part, bytes);
     std::error_code error;
-    if (failure.empty()) std::filesystem::rename(fs::path(part), fs::path(name), error);
+    if (failure.empty())
+        std::filesystem::rename(std::filesystem::path(part), std::filesystem::path(name), error);
     if (failure.empty() && !error) return {};
     std::error_code ignored;
-    std::filesystem::remove(fs::path(part), ignored);
+    std::filesystem::remove(std::filesystem::path(part), ignored);
     return failure.empty() ? name + ": " + error.message() : failure;
 }
 

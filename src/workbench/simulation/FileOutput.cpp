@@ -7,8 +7,7 @@
 
 namespace kvx::simulation {
 
-FileOutput::FileOutput(const std::string& path)
-    : path_(path), file_(os::OpenForWriting(path)) {
+FileOutput::FileOutput(const std::string& path) : path_(path), file_(os::OpenForWriting(path)) {
     if (file_ < 0) error_ = errno;
 }
 

@@ -67,4 +67,16 @@ std::uint64_t PhysicalMemory() {
     return pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
 }
 
+std::tm LocalTime(std::time_t moment) {
+    std::tm parts{};
+    localtime_r(&moment, &parts);
+    return parts;
+}
+
+std::tm UtcTime(std::time_t moment) {
+    std::tm parts{};
+    gmtime_r(&moment, &parts);
+    return parts;
+}
+
 }  // namespace kvx::os

@@ -15,7 +15,7 @@ void* LoadModule(const std::string& path, std::string& reason) {
     return nullptr;
 }
 
-bool FreeModule(void* module) {
+bool UnloadModule(void* module) {
     return dlclose(module) == 0;
 }
 

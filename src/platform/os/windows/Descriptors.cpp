@@ -12,8 +12,7 @@
 namespace kvx::os {
 
 int OpenForWriting(const std::string& path) {
-    return _wopen(Wide(path).c_str(),
-                  _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY | _O_NOINHERIT,
+    return _wopen(Wide(path).c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY | _O_NOINHERIT,
                   _S_IREAD | _S_IWRITE);
 }
 

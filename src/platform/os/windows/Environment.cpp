@@ -1,8 +1,8 @@
 #include "platform/os/Environment.h"
 
-#include <windows.h>
 #include <lmcons.h>
 #include <shlobj.h>
+#include <windows.h>
 
 #include "platform/os/Module.h"
 #include "platform/os/windows/Wide.h"
@@ -37,8 +37,7 @@ std::string ProgramFile() {
 
 std::string FindInstalledProgram(const std::string& name) {
     wchar_t path[MAX_PATH];
-    const DWORD length =
-        SearchPathW(nullptr, Wide(name).c_str(), L".exe", MAX_PATH, path, nullptr);
+    const DWORD length = SearchPathW(nullptr, Wide(name).c_str(), L".exe", MAX_PATH, path, nullptr);
     return length > 0 && length < MAX_PATH ? Narrow({path, length}) : std::string();
 }
 
@@ -61,6 +60,18 @@ std::uint64_t PhysicalMemory() {
     memory.dwLength = sizeof memory;
     GlobalMemoryStatusEx(&memory);
     return memory.ullTotalPhys;
+}
+
+std::tm LocalTime(std::time_t moment) {
+    std::tm parts{};
+    localtime_s(&parts, &moment);
+    return parts;
+}
+
+std::tm UtcTime(std::time_t moment) {
+    std::tm parts{};
+    gmtime_s(&parts, &moment);
+    return parts;
 }
 
 }  // namespace kvx::os

@@ -15,7 +15,7 @@ void* LoadModule(const std::string& path, std::string& reason) {
     return module;
 }
 
-bool FreeModule(void* module) {
+bool UnloadModule(void* module) {
     return FreeLibrary(static_cast<HMODULE>(module)) != 0;
 }
 

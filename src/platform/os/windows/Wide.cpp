@@ -23,12 +23,10 @@ std::string Narrow(std::wstring_view utf16) {
 
 std::string ErrorText(unsigned long error) {
     wchar_t text[512];
-    const DWORD length =
-        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
-                       0, text, 512, nullptr);
+    const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                                        nullptr, error, 0, text, 512, nullptr);
     std::wstring_view words(text, length);
-    while (!words.empty() && (words.back() <= L' ' || words.back() == L'.'))
-        words.remove_suffix(1);
+    while (!words.empty() && (words.back() <= L' ' || words.back() == L'.')) words.remove_suffix(1);
     return words.empty() ? "error " + std::to_string(error) : Narrow(words);
 }
 

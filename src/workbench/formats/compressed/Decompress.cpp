@@ -44,6 +44,9 @@ Result<MappedFile> Decompress(const std::string& path, std::string_view bytes,
                                 "with \"%s -dc\"",
                                 kind.name, what, bytes.size() - rest.size(), kind.name)};
     };
+    if (!kind.open)
+        return Error{path + ": compressed by " + kind.name +
+                     ", which this program was built without; decompress it first"};
     const auto stream = kind.open();
     os::MemoryFile file;
     std::vector<char> block(kBlock);

@@ -21,7 +21,7 @@ class IDecompressor {
 struct Kind {
     const char* name;
     std::string_view magic;
-    std::unique_ptr<IDecompressor> (*open)();
+    std::unique_ptr<IDecompressor> (*open)();  // null: built without its library
 };
 
 extern const Kind kGzip;

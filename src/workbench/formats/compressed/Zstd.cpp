@@ -1,10 +1,21 @@
+#include "workbench/formats/compressed/Decompressor.h"
+
+#ifndef KVX_NO_ZSTD
 #include <zstd.h>
 
 #include <new>
-
-#include "workbench/formats/compressed/Decompressor.h"
+#endif
 
 namespace kvx::formats::compressed {
+
+constexpr std::string_view kZstdMagic = "\x28\xB5\x2F\xFD";
+
+#ifdef KVX_NO_ZSTD
+
+const Kind kZstd = {"zstd", kZstdMagic, nullptr};
+
+#else
+
 namespace {
 
 class ZstdDecompressor final : public IDecompressor {
@@ -31,8 +42,9 @@ class ZstdDecompressor final : public IDecompressor {
 
 }  // namespace
 
-const Kind kZstd = {"zstd", "\x28\xB5\x2F\xFD", [] {
-                        return std::unique_ptr<IDecompressor>(std::make_unique<ZstdDecompressor>());
-                    }};
+const Kind kZstd = {"zstd", kZstdMagic,
+                    [] { return std::unique_ptr<IDecompressor>(std::make_unique<ZstdDecompressor>()); }};
+
+#endif
 
 }  // namespace kvx::formats::compressed

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/os/ChildProcess.h"
+#include "workbench/service/Result.h"
 
 namespace kvx::formats::ctf {
 

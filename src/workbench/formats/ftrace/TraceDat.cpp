@@ -4,10 +4,11 @@
 #include <cstring>
 
 #include "platform/base/Text.h"
+#include "platform/os/ChildProcess.h"
+#include "platform/os/Environment.h"
 #include "workbench/formats/Registry.h"
 #include "workbench/formats/events/EventRecording.h"
 #include "workbench/formats/ftrace/TextReader.h"
-#include "platform/os/ChildProcess.h"
 #include "workbench/kernels/linux_kernel/LinuxKernel.h"
 
 namespace kvx::formats {
