@@ -90,7 +90,6 @@ static void UseInstance(QueryInterface2Fn query, uintptr_t key) {
     Expect(query(key, &nobody, (void**)&other) == E_NOINTERFACE, "an unknown interface");
     Expect(query(key + 1, &kComponent, (void**)&other) == E_NOINTERFACE, "an unknown key");
     Expect(((NotifyFn)slots->rest[kNotify])(component, NULL) == S_OK, "events before Initialize");
-    Expect(((InitializeFn)slots->rest[kInitialize])(component, NULL, 0) == S_OK, "flag zero");
     Expect(((InitializeFn)slots->rest[kInitialize])(component, NULL, -1) == E_FAIL,
            "Initialize without a host");
     Expect(((TerminateFn)slots->rest[kTerminate])(component, -1) == E_FAIL,

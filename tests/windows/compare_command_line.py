@@ -20,7 +20,7 @@ def run(program, arguments, folder):
 
 
 def main():
-    native, windows = [sys.argv[1]], ["wine", sys.argv[2]]
+    native, windows = [str(pathlib.Path(sys.argv[1]).resolve())], ["wine", str(pathlib.Path(sys.argv[2]).resolve())]
     recordings = [pathlib.Path(each).resolve() for each in sys.argv[3:]]
     if not recordings:
         sys.exit(__doc__)
