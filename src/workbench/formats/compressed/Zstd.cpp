@@ -42,8 +42,9 @@ class ZstdDecompressor final : public IDecompressor {
 
 }  // namespace
 
-const Kind kZstd = {"zstd", kZstdMagic,
-                    [] { return std::unique_ptr<IDecompressor>(std::make_unique<ZstdDecompressor>()); }};
+const Kind kZstd = {"zstd", kZstdMagic, [] {
+                        return std::unique_ptr<IDecompressor>(std::make_unique<ZstdDecompressor>());
+                    }};
 
 #endif
 
