@@ -5,7 +5,7 @@
 const CRuntimeClass CQView::kClass = MakeRuntimeClass("CQView", &CView::kClass);
 
 bool CQView::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id) {
-    frame_ = static_cast<CQFrameWnd*>(parent);
+    frame_ = dynamic_cast<CQFrameWnd*>(parent);
     owner_ = parent ? parent->GetParent() : nullptr;
     return CView::Create(style, rect, parent, id);
 }

@@ -11,7 +11,7 @@ class KVX_EXPORT CQView : public CView {
     static const CRuntimeClass kClass;
     const CRuntimeClass* GetRuntimeClass() const override { return &kClass; }
 
-    // Takes the parent as the frame, and the frame's parent as the owner.
+    // Takes the parent as the frame where it is one, and its parent as the owner.
     using CWnd::Create;
     bool Create(DWORD style, const RECT& rect, CWnd* parent, UINT id) override;
 
@@ -28,5 +28,5 @@ class KVX_EXPORT CQView : public CView {
 
   private:
     CWnd* owner_ = nullptr;        // the window instance control
-    CQFrameWnd* frame_ = nullptr;  // the parent
+    CQFrameWnd* frame_ = nullptr;  // the parent, or null
 };
