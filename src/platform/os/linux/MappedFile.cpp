@@ -7,7 +7,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <utility>
 
 #include "platform/os/linux/MappingGuard.h"
 
@@ -37,18 +36,6 @@ std::optional<MappedFile> MappedFile::Open(const std::string& path, std::string&
         GuardMapping(data, size);
     }
     return MappedFile(data, size);
-}
-
-MappedFile::MappedFile(MappedFile&& other) noexcept
-    : data_(std::exchange(other.data_, nullptr)),
-      size_(std::exchange(other.size_, 0)),
-      memory_(std::exchange(other.memory_, -1)) {}
-
-MappedFile& MappedFile::operator=(MappedFile&& other) noexcept {
-    std::swap(data_, other.data_);
-    std::swap(size_, other.size_);
-    std::swap(memory_, other.memory_);
-    return *this;
 }
 
 std::string MappedFile::MemoryPath() const {

@@ -3,7 +3,6 @@
 #include <sys/mman.h>
 
 #include <new>
-#include <utility>
 
 namespace kvx::os {
 
@@ -13,15 +12,6 @@ ReservedMemory::ReservedMemory(std::size_t bytes) : bytes_(bytes) {
                             MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
     if (data == MAP_FAILED) throw std::bad_alloc();
     data_ = data;
-}
-
-ReservedMemory::ReservedMemory(ReservedMemory&& other) noexcept
-    : data_(std::exchange(other.data_, nullptr)), bytes_(std::exchange(other.bytes_, 0)) {}
-
-ReservedMemory& ReservedMemory::operator=(ReservedMemory&& other) noexcept {
-    std::swap(data_, other.data_);
-    std::swap(bytes_, other.bytes_);
-    return *this;
 }
 
 ReservedMemory::~ReservedMemory() {

@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include <utility>
-
 #include "platform/os/windows/FileView.h"
 #include "platform/os/windows/Wide.h"
 
@@ -32,18 +30,6 @@ std::optional<MappedFile> MappedFile::Open(const std::string& path, std::string&
     CloseHandle(file);
     if (!view) return std::nullopt;
     return MappedFile(view->data, view->size);
-}
-
-MappedFile::MappedFile(MappedFile&& other) noexcept
-    : data_(std::exchange(other.data_, nullptr)),
-      size_(std::exchange(other.size_, 0)),
-      memory_(std::exchange(other.memory_, -1)) {}
-
-MappedFile& MappedFile::operator=(MappedFile&& other) noexcept {
-    std::swap(data_, other.data_);
-    std::swap(size_, other.size_);
-    std::swap(memory_, other.memory_);
-    return *this;
 }
 
 std::string MappedFile::MemoryPath() const {

@@ -9,7 +9,6 @@
 #include <mutex>
 #include <new>
 #include <shared_mutex>
-#include <utility>
 
 namespace kvx::os {
 namespace {
@@ -70,15 +69,6 @@ ReservedMemory::ReservedMemory(std::size_t bytes) : bytes_(bytes) {
     data_ = VirtualAlloc(nullptr, bytes, MEM_RESERVE, PAGE_READWRITE);
     if (!data_) throw std::bad_alloc();
     Reservations::Instance().Add(data_, bytes);
-}
-
-ReservedMemory::ReservedMemory(ReservedMemory&& other) noexcept
-    : data_(std::exchange(other.data_, nullptr)), bytes_(std::exchange(other.bytes_, 0)) {}
-
-ReservedMemory& ReservedMemory::operator=(ReservedMemory&& other) noexcept {
-    std::swap(data_, other.data_);
-    std::swap(bytes_, other.bytes_);
-    return *this;
 }
 
 ReservedMemory::~ReservedMemory() {
