@@ -22,6 +22,14 @@ struct EventList {
     std::uint32_t count = 0;
 };
 
+// Coarser levels of such a list, for searches of lists of millions: level k = 1 to 4 holds the last
+// event of every complete block of 16^k events, so count / 16^k of them. Null: not kept.
+inline constexpr int kListLevels = 4;
+inline constexpr std::uint32_t kListBlock = 16;
+struct EventListLevels {
+    const std::uint32_t* of[kListLevels] = {};  // of[k - 1] is level k
+};
+
 // Contexts are named here by their number in the service, which never changes; lineOfContext gives
 // the line of each. What a reader may rely on: times are not negative; no interval of a dispatch
 // reaches beyond the next dispatch, nor one of a state beyond the context's next state; each
@@ -55,6 +63,11 @@ struct OSTraceColumns {
     const EventList* sysCallsOf = nullptr;
 
     std::uint32_t knownEvents = 0;
+
+    // By context: the coarser levels of stateEvents, dispatchesTo and sysCallsOf. Each may be null.
+    const EventListLevels* stateLevels = nullptr;
+    const EventListLevels* dispatchesToLevels = nullptr;
+    const EventListLevels* sysCallsOfLevels = nullptr;
 };
 
 // An element of endEvent. The service may write it at the same time: an interval that is open ends.

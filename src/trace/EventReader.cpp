@@ -20,6 +20,26 @@ bool AreEvents(const host::EventList* lists, const host::OSTraceColumns& columns
                        [events](const host::EventList& list) { return AreEvents(list, events); });
 }
 
+// Each level that is kept ends as the list does; levels may be null.
+bool AreLevels(const host::EventListLevels* levels, const host::EventList* lists,
+               std::uint32_t contexts) {
+    for (std::uint32_t c = 0; levels && c < contexts; ++c) {
+        std::uint32_t block = 1;
+        for (const std::uint32_t* level : levels[c].of) {
+            block *= host::kListBlock;
+            const std::uint32_t count = lists[c].count / block;
+            if (level && count && level[count - 1] != lists[c].events[count * block - 1])
+                return false;
+        }
+    }
+    return true;
+}
+
+bool AreLists(const host::EventList* lists, const host::EventListLevels* levels,
+              const host::OSTraceColumns& columns) {
+    return AreEvents(lists, columns) && AreLevels(levels, lists, columns.contextCount);
+}
+
 // Each context stands in a line of its own.
 bool AreLines(const std::uint32_t* lines, std::uint32_t count) {
     std::vector<bool> taken(count);
@@ -38,8 +58,9 @@ bool Keep(const host::OSTraceColumns& c) {
     if (c.contextCount == 0) return true;
     if (!c.lineOfContext || !c.stateEvents || !AreLines(c.lineOfContext, c.contextCount))
         return false;
-    return AreEvents(c.stateEvents, c) && (!c.dispatchesTo || AreEvents(c.dispatchesTo, c)) &&
-           (!c.sysCallsOf || AreEvents(c.sysCallsOf, c));
+    return AreLists(c.stateEvents, c.stateLevels, c) &&
+           (!c.dispatchesTo || AreLists(c.dispatchesTo, c.dispatchesToLevels, c)) &&
+           (!c.sysCallsOf || AreLists(c.sysCallsOf, c.sysCallsOfLevels, c));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "core/ChartRaster.h"
 #include "core/RandomTrace.h"
 #include "traceview/model/KeptItems.h"
+#include "traceview/model/ListSearch.h"
 
 namespace kvx::test {
 
@@ -181,6 +182,9 @@ TEST(Chart, OfBrokenColumnsIsTheWalk) {
     static const std::uint32_t kTwice[] = {0, 1, 2, 2};
     static const std::uint32_t kBeyond[] = {1, 5000};
     static const host::EventList kLists[] = {{}, {}, {}, {kBeyond, 2}};
+    static const std::uint32_t kWrong[200] = {};
+    static const host::EventListLevels kLevels[4] = {
+        {{kWrong}}, {{kWrong}}, {{kWrong}}, {{kWrong}}};
     using Break = std::function<void(host::OSTraceColumns&)>;
     const Break breaks[] = {
         [](auto& c) { c.time = nullptr; },
@@ -198,12 +202,38 @@ TEST(Chart, OfBrokenColumnsIsTheWalk) {
         [](auto& c) { c.stateEvents = kLists; },
         [](auto& c) { c.dispatchesTo = kLists; },
         [](auto& c) { c.sysCallsOf = kLists; },
+        [](auto& c) { c.stateLevels = kLevels; },
         [](auto& c) { c.contextCount = 0; },
     };
     for (const Break& each : breaks) {
         core.service.breakColumns = each;
         EXPECT_EQ(Items(core, g, true, true), walk) << &each - breaks;
         core.data.markers.Rebuild(nullptr, true);  // the analyses read plainly too
+    }
+}
+
+// The search of a list for many boundaries finds what a search for each would, with its levels and
+// without, for boundaries that lie close and wide.
+TEST(Chart, CountsEventsBeforeBoundaries) {
+    std::mt19937 random(3);
+    for (const int size : {0, 1, 15, 16, 17, 255, 256, 300, 4096, 5000, 70000}) {
+        std::vector<std::uint32_t> events;
+        for (std::uint32_t at = 0; std::ssize(events) < size;)
+            events.push_back(at += static_cast<std::uint32_t>(Draw(random, 1, 9)));
+        const host::EventList list = {events.data(), static_cast<std::uint32_t>(size)};
+        const ListLevels levels({list});
+        for (const int widest : {1, 40, 4000}) {
+            std::vector<std::uint32_t> bounds;
+            for (std::uint32_t at = static_cast<std::uint32_t>(Draw(random, 0, 6 * size));
+                 bounds.size() < 300;)
+                bounds.push_back(at += static_cast<std::uint32_t>(Draw(random, 0, widest)));
+            std::vector<std::uint32_t> expected;
+            for (const std::uint32_t bound : bounds)
+                expected.push_back(static_cast<std::uint32_t>(
+                    std::ranges::lower_bound(events, bound) - events.begin()));
+            EXPECT_EQ(CountsBefore(list, *levels.data(), bounds), expected) << size;
+            EXPECT_EQ(CountsBefore(list, {}, bounds), expected) << size;
+        }
     }
 }
 

@@ -8,6 +8,7 @@
 #include <set>
 #include <utility>
 
+#include "support/ListLevels.h"
 #include "support/ScriptedTrace.h"
 
 namespace kvx::test {
@@ -120,6 +121,12 @@ class DecodedTrace {
         columns_.stateEvents = statesOf_.data();
         columns_.dispatchesTo = dispatchesTo_.data();
         columns_.sysCallsOf = sysCallsOf_.data();
+        stateLevels_ = ListLevels(statesOf_);
+        dispatchesToLevels_ = ListLevels(dispatchesTo_);
+        sysCallsOfLevels_ = ListLevels(sysCallsOf_);
+        columns_.stateLevels = stateLevels_.data();
+        columns_.dispatchesToLevels = dispatchesToLevels_.data();
+        columns_.sysCallsOfLevels = sysCallsOfLevels_.data();
     }
 
     ScriptedTrace trace_;
@@ -134,6 +141,9 @@ class DecodedTrace {
     std::vector<host::EventList> statesOf_;
     std::vector<host::EventList> dispatchesTo_;
     std::vector<host::EventList> sysCallsOf_;
+    ListLevels stateLevels_;
+    ListLevels dispatchesToLevels_;
+    ListLevels sysCallsOfLevels_;
     host::OSTraceColumns columns_;
 };
 

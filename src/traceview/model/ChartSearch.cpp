@@ -4,6 +4,7 @@
 #include "trace/EventReader.h"
 #include "trace/OSTrace.h"
 #include "traceview/model/ChartSource.h"
+#include "traceview/model/ListSearch.h"
 #include "traceview/model/SwitchSearch.h"
 
 namespace kvx {
@@ -38,7 +39,9 @@ class ChartSearch {
             std::uint32_t first = 0;
             std::uint32_t last = 0;
             engine_.GetContextEventRange(geometry_.displayStart, line, &first, &last);
-            for (Bar& bar : Bars(columns_.stateEvents[context], first)) {
+            const auto begun =
+                CountsBefore(columns_.stateEvents, columns_.stateLevels, context, pixels_.Bounds());
+            for (Bar& bar : Bars(columns_.stateEvents[context], begun, first)) {
                 bar.line = line;
                 const unsigned flags = columns_.flags[bar.event];
                 items_.emplace_back(StateBar{bar, events_.State(bar.event),
@@ -50,9 +53,12 @@ class ChartSearch {
 
     void Dispatches() {
         const std::uint32_t from = engine_.FindDispatchBefore(geometry_.displayStart);
-        const std::uint32_t first = EventCursor(columns_.dispatches).AdvanceTo(from);
-        if (first < columns_.dispatches.count) Switches(columns_.dispatches.events[first] + 1);
-        for (Bar& bar : Bars(columns_.dispatches, first)) {
+        const host::EventList& all = columns_.dispatches;
+        const auto first = static_cast<std::uint32_t>(
+            std::lower_bound(all.events, all.events + all.count, from) - all.events);
+        const auto begun = CountsBefore(all, {}, pixels_.Bounds());
+        if (first < all.count) Switches(begun, first + 1);
+        for (Bar& bar : Bars(all, begun, first)) {
             bar.line = static_cast<int>(events_.Next(bar.event));
             if (!geometry_.LineDrawn(bar.line)) continue;
             const bool known = bar.line < contexts_.GetCount();
@@ -62,14 +68,14 @@ class ChartSearch {
 
     void Marks() {
         const std::uint32_t from = engine_.FindEventNear(geometry_.displayStart);
-        std::vector<EventCursor> calls = CallsOfDrawnLines();
+        const auto issued = CallsOfDrawnLines();
         for (int x = geometry_.left; x <= geometry_.right; ++x) {
             const std::uint32_t first = std::max(pixels_.First(x), from);
             const std::uint32_t beyond = pixels_.Beyond(x);
             if (first >= beyond) continue;
             const auto before = static_cast<std::ptrdiff_t>(marks_.size());
             if (columns_.sysCallsOf)
-                SearchCalls(calls, x, first, beyond);
+                SearchCalls(issued, x, first);
             else
                 WalkCalls(x, first, beyond);
             std::sort(marks_.begin() + before, marks_.end(),
@@ -95,15 +101,18 @@ class ChartSearch {
         return std::min(geometry_.X(end == 0.0 ? geometry_.traceEnd : end), geometry_.right);
     }
 
-    // The intervals from position first on that paint a column, in order. Intervals do not overlap,
-    // so a column belongs to the last one that begins at or before it, or to none; and one that
-    // began at a column further left has been found there.
-    std::vector<Bar> Bars(const host::EventList& list, std::uint32_t first) const {
+    // The intervals from position first on that paint a column, in order; begun: CountsBefore of
+    // the pixels' bounds. Intervals do not overlap, so a column belongs to the last one that begins
+    // at or before it, or to none; and one that began at a column further left has been found
+    // there.
+    std::vector<Bar> Bars(const host::EventList& list, const std::vector<std::uint32_t>& begun,
+                          std::uint32_t first) const {
         std::vector<Bar> bars;
-        const std::vector<std::uint32_t> begun = LastBegun(list, first);
+        FetchEnds(list, begun);
         for (int x = geometry_.left; x < geometry_.right; ++x) {
-            const std::uint32_t event = begun[static_cast<std::size_t>(x - geometry_.left)];
-            if (event == kNoEvent) continue;
+            const std::uint32_t count = begun[static_cast<std::size_t>(x - geometry_.left) + 1];
+            if (count <= first) continue;
+            const std::uint32_t event = list.events[count - 1];
             const bool begins = event >= pixels_.First(x) || x == geometry_.left;
             const bool ends = host::EndOf(columns_.endEvent, event) < pixels_.Beyond(x);
             if (!begins || ends) continue;
@@ -117,37 +126,36 @@ class ChartSearch {
         return bars;
     }
 
-    // For every column the last event of the list, from position first on, that begins at or before
-    // it. Where their intervals end is fetched ahead: it lies all over the memory.
-    std::vector<std::uint32_t> LastBegun(const host::EventList& list, std::uint32_t first) const {
-        std::vector<std::uint32_t> begun;
-        begun.reserve(static_cast<std::size_t>(geometry_.right - geometry_.left));
-        EventCursor cursor(list);
-        for (int x = geometry_.left; x < geometry_.right; ++x) {
-            const std::uint32_t count = cursor.AdvanceTo(pixels_.Beyond(x));
-            begun.push_back(count > first ? list.events[count - 1] : kNoEvent);
-            if (count > first) __builtin_prefetch(columns_.endEvent + begun.back());
-        }
-        return begun;
+    // Where intervals end lies all over the memory.
+    void FetchEnds(const host::EventList& list, const std::vector<std::uint32_t>& begun) const {
+        for (const std::uint32_t count : begun)
+            if (count) __builtin_prefetch(columns_.endEvent + list.events[count - 1]);
     }
 
-    void Switches(std::uint32_t from) {
-        SwitchSearch search(columns_, geometry_, contexts_, from);
-        std::vector<SwitchLine> column;
+    // begun: of the dispatches, of which those from position first on are drawn.
+    void Switches(const std::vector<std::uint32_t>& begun, std::uint32_t first) {
+        SwitchSearch search(columns_, geometry_, contexts_, pixels_);
         for (int x = geometry_.left; x <= geometry_.right; ++x) {
-            column.clear();
-            search.Column(x, pixels_, column);
-            items_.insert(items_.end(), column.begin(), column.end());
+            const auto at = static_cast<std::size_t>(x - geometry_.left);
+            search.Column(x, std::max(begun[at], first), begun[at + 1], items_);
         }
     }
 
-    // By visible row.
-    std::vector<EventCursor> CallsOfDrawnLines() const {
-        std::vector<EventCursor> calls;
+    // The calls of a visible row that lie before each bound of the pixels.
+    struct RowCalls {
+        int line;
+        const std::uint32_t* events;
+        std::vector<std::uint32_t> counts;
+    };
+    std::vector<RowCalls> CallsOfDrawnLines() const {
+        std::vector<RowCalls> calls;
         for (int row = 0; columns_.sysCallsOf && row <= geometry_.visibleLines; ++row) {
-            const std::uint32_t context = ContextOf(geometry_.firstLine + row);
-            calls.emplace_back(context == kNoContext ? host::EventList{}
-                                                     : columns_.sysCallsOf[context]);
+            const int line = geometry_.firstLine + row;
+            const std::uint32_t context = ContextOf(line);
+            if (context == kNoContext) continue;
+            calls.push_back({line, columns_.sysCallsOf[context].events,
+                             CountsBefore(columns_.sysCallsOf, columns_.sysCallsOfLevels, context,
+                                          pixels_.Bounds())});
         }
         return calls;
     }
@@ -158,14 +166,12 @@ class ChartSearch {
         marks_.push_back({line, x, 0, event});
     }
 
-    void SearchCalls(std::vector<EventCursor>& calls, int x, std::uint32_t first,
-                     std::uint32_t beyond) {
-        int line = geometry_.firstLine;
-        for (EventCursor& call : calls) {
-            const std::uint32_t count = call.AdvanceTo(beyond);
-            if (count && call.List().events[count - 1] >= first)
-                AddMark(line, x, call.List().events[count - 1]);
-            ++line;
+    void SearchCalls(const std::vector<RowCalls>& issued, int x, std::uint32_t first) {
+        const auto column = static_cast<std::size_t>(x - geometry_.left);
+        for (const RowCalls& row : issued) {
+            const std::uint32_t count = row.counts[column + 1];
+            if (count > row.counts[column] && row.events[count - 1] >= first)
+                AddMark(row.line, x, row.events[count - 1]);
         }
     }
 

@@ -15,14 +15,16 @@ PixelColumns::PixelColumns(const host::OSTraceColumns& columns, const ChartGeome
         FirstWhere(0u, end, [&](std::uint32_t e) { return geometry.X(time(e)) >= geometry.left; });
     bounds_.reserve(static_cast<std::size_t>(geometry.right - geometry.left) + 2);
     bounds_.push_back(low);
+    std::uint32_t events = 0;  // of the column before; columns tend to have as many
     for (int x = geometry.left; x <= geometry.right; ++x) {
         const auto beyond = [&](std::uint32_t e) { return geometry.X(time(e)) > x; };
-        std::uint32_t step = 1;
+        std::uint32_t step = events / 4 + 1;
         while (step < end - low && !beyond(low + step)) {
             low += step;
             step *= 2;
         }
         low = FirstWhere(low, low + std::min(step, end - low), beyond);
+        events = low - bounds_.back();
         bounds_.push_back(low);
     }
 }

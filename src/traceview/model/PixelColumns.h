@@ -2,6 +2,7 @@
 // Which events fall into which pixel column of the chart.
 
 #include <algorithm>
+#include <span>
 #include <vector>
 
 #include "host/OSTraceColumns.h"
@@ -18,6 +19,9 @@ class PixelColumns {
     // edge (included).
     std::uint32_t First(int x) const { return bounds_[Index(x)]; }
     std::uint32_t Beyond(int x) const { return bounds_[Index(x) + 1]; }
+
+    // First of the left edge, then Beyond of every column.
+    std::span<const std::uint32_t> Bounds() const { return bounds_; }
 
     // Column of an event that belongs to one and is not left of the column from.
     int ColumnOf(std::uint32_t event, int from) const {

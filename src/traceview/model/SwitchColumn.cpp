@@ -42,7 +42,7 @@ void SwitchColumn::Add(int from, int to, std::uint32_t event) {
     if (!dashed) solid_.Add(pixels);
 }
 
-void SwitchColumn::Finish(std::vector<SwitchLine>& out) {
+void SwitchColumn::Finish(ChartItems& out) {
     out.insert(out.end(), kept_.rbegin(), kept_.rend());
 }
 

@@ -24,7 +24,7 @@ class SwitchColumn {
     // A switch between two lines, earlier than those added before.
     void Add(int from, int to, std::uint32_t event);
     // Appends what is left of the column, in the order of time.
-    void Finish(std::vector<SwitchLine>& out);
+    void Finish(ChartItems& out);
 
     // The pixels, all covered, around the line's centre; null when its centre is not covered.
     // Until the next Add.

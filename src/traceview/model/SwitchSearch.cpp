@@ -1,31 +1,25 @@
 #include "traceview/model/SwitchSearch.h"
 
-namespace kvx {
+#include <algorithm>
 
-SwitchSearch::SwitchSearch(const host::OSTraceColumns& columns, const ChartGeometry& geometry,
-                           const CContextMng& contexts, std::uint32_t from)
-    : columns_(columns),
-      from_(from),
-      dispatches_(columns.dispatches),
-      reduced_(geometry, contexts) {
-    if (!columns.dispatchesTo) return;
-    for (std::uint32_t c = 0; c < columns.contextCount; ++c)
-        visits_.push_back({EventCursor(columns.dispatchesTo[c]), 0, 0, 0});
-}
+#include "traceview/model/ListSearch.h"
+
+namespace kvx {
 
 int SwitchSearch::Line(std::uint32_t context) const {
     return static_cast<int>(columns_.lineOfContext[context]);
 }
 
-void SwitchSearch::Column(int x, const PixelColumns& pixels, std::vector<SwitchLine>& out) {
-    first_ = dispatches_.AdvanceTo(std::max(pixels.First(x), from_));
-    beyond_ = dispatches_.AdvanceTo(std::max(pixels.Beyond(x), from_));
-    if (first_ == beyond_) return;
+void SwitchSearch::Column(int x, std::uint32_t first, std::uint32_t beyond, ChartItems& out) {
+    if (first >= beyond) return;
+    column_ = static_cast<std::size_t>(x - left_);
+    first_ = first;
+    beyond_ = beyond;
     reduced_.Begin(x);
     std::optional<std::uint32_t> position = beyond_ - 1;
     for (std::uint32_t steps = 0; position; ++steps) {
         Add(*position);
-        const bool walk = visits_.empty() || steps < columns_.contextCount;
+        const bool walk = !columns_.dispatchesTo || steps < columns_.contextCount;
         if (*position == first_)
             position.reset();
         else
@@ -56,18 +50,22 @@ std::optional<std::uint32_t> SwitchSearch::Before(std::uint32_t position) {
 
 // The context's last visit that began with a dispatch below the event.
 SwitchSearch::Visit SwitchSearch::LastVisit(std::uint32_t context, std::uint32_t before) {
-    Visits& visits = visits_[context];
+    const std::vector<std::uint32_t>& counts = CountsOf(context);
+    const std::uint32_t* const events = columns_.dispatchesTo[context].events;
+    const std::uint32_t* const begin = events + counts[column_];
+    const std::uint32_t* const end = std::lower_bound(begin, events + counts[column_ + 1], before);
     const std::uint32_t first = Event(first_);
-    if (visits.column != first) {
-        visits.column = first;
-        visits.begin = visits.cursor.AdvanceTo(first);
-        visits.end = visits.cursor.AdvanceTo(before);
-    }
-    const std::uint32_t* const events = visits.cursor.List().events;
-    const auto end = std::lower_bound(events + visits.begin, events + visits.end, before);
-    visits.end = static_cast<std::uint32_t>(end - events);
-    if (visits.end > visits.begin) return Visit{events[visits.end - 1]} + 1;
+    if (end > begin && end[-1] >= first) return Visit{end[-1]} + 1;
     return columns_.context[first] == context ? first : 0;
+}
+
+const std::vector<std::uint32_t>& SwitchSearch::CountsOf(std::uint32_t context) {
+    if (counts_.empty()) counts_.resize(columns_.contextCount);
+    std::vector<std::uint32_t>& counts = counts_[context];
+    if (counts.empty())
+        counts = CountsBefore(columns_.dispatchesTo, columns_.dispatchesToLevels, context,
+                              pixels_.Bounds());
+    return counts;
 }
 
 // Position of the dispatch that ends the visit.

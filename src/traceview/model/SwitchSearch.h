@@ -5,7 +5,6 @@
 
 #include <optional>
 
-#include "traceview/model/EventCursor.h"
 #include "traceview/model/PixelColumns.h"
 #include "traceview/model/SwitchColumn.h"
 
@@ -13,29 +12,22 @@ namespace kvx {
 
 class SwitchSearch {
   public:
-    // Dispatches below event from are left out.
     SwitchSearch(const host::OSTraceColumns& columns, const ChartGeometry& geometry,
-                 const CContextMng& contexts, std::uint32_t from);
+                 const CContextMng& contexts, const PixelColumns& pixels)
+        : columns_(columns), pixels_(pixels), left_(geometry.left), reduced_(geometry, contexts) {}
 
-    // Columns in ascending order.
-    void Column(int x, const PixelColumns& pixels, std::vector<SwitchLine>& out);
+    // Of the column's dispatches at positions first to beyond - 1 of the list of all.
+    void Column(int x, std::uint32_t first, std::uint32_t beyond, ChartItems& out);
 
   private:
     // When a context last became the running one: the dispatch's event + 1, or the event of the
     // column's first dispatch for the context that ran before it; 0: not in the column.
     using Visit = std::uint64_t;
 
-    // A context's dispatches in the column that was asked for last.
-    struct Visits {
-        EventCursor cursor;
-        std::uint32_t column = 0;  // the event of its first dispatch
-        std::uint32_t begin = 0;
-        std::uint32_t end = 0;
-    };
-
     std::optional<std::uint32_t> Before(std::uint32_t position);
     Visit LastVisit(std::uint32_t context, std::uint32_t before);
     std::uint32_t DispatchAfter(Visit visit) const;
+    const std::vector<std::uint32_t>& CountsOf(std::uint32_t context);
     void Add(std::uint32_t position);
     int Line(std::uint32_t context) const;
     std::uint32_t Event(std::uint32_t position) const {
@@ -43,11 +35,14 @@ class SwitchSearch {
     }
 
     const host::OSTraceColumns& columns_;
-    std::uint32_t from_;
-    EventCursor dispatches_;
+    const PixelColumns& pixels_;
+    int left_;
+    std::size_t column_ = 0;
     std::uint32_t first_ = 0;  // positions of the column's dispatches
     std::uint32_t beyond_ = 0;
-    std::vector<Visits> visits_;  // by context; empty: the service has no such lists
+    // By context: how many of the dispatches to it lie before each bound of the pixels; looked for
+    // when they are first needed.
+    std::vector<std::vector<std::uint32_t>> counts_;
     SwitchColumn reduced_;
 };
 

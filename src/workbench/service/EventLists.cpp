@@ -6,14 +6,22 @@
 namespace kvx::service {
 namespace {
 
-constexpr std::uint32_t kFirstCapacity = 8;
-// A list that has this many events gets room so generously that it rarely has to move again: room
-// that is not written to costs nothing.
-constexpr std::uint32_t kLarge = 4096;
-constexpr std::uint32_t kLargeGrowth = 16;
+// A whole block, so that blocks lie in one line of the cache each.
+constexpr std::uint32_t kFirstCapacity = host::kListBlock;
 constexpr std::size_t kRegionEvents = std::size_t{64} << 20;
 
+// By what a list with so many events grows: the larger it is, the more it costs to move it, and
+// room that is not written to costs nothing.
+std::uint32_t Growth(std::uint32_t count) {
+    if (count < 4096) return 2;
+    return count < 65536 ? 16 : 256;
+}
+
 }  // namespace
+
+EventLists::EventLists(int levels) {
+    if (levels > 0) coarser_.reset(new EventLists(levels - 1));
+}
 
 void EventLists::Append(std::uint32_t context, std::uint32_t event) {
     if (context == 0xFFFFFFFFu) throw std::length_error("an event of no context");
@@ -22,6 +30,7 @@ void EventLists::Append(std::uint32_t context, std::uint32_t event) {
     const auto count = list.count.load(std::memory_order_relaxed);
     if (count == list.capacity) Grow(list, count);
     list.events.load(std::memory_order_relaxed)[count] = event;
+    if (coarser_ && (count + 1) % host::kListBlock == 0) coarser_->Append(context, event);
     // A reader that sees the count sees the events below it, and a place that holds as many.
     list.count.store(count + 1, std::memory_order_release);
     ++used_;
@@ -29,8 +38,8 @@ void EventLists::Append(std::uint32_t context, std::uint32_t event) {
 
 // The old place is left as it is: somebody may be reading there.
 void EventLists::Grow(List& list, std::uint32_t count) {
-    const auto growth = count >= kLarge ? kLargeGrowth : 2;
-    const auto wanted = std::max<std::uint64_t>(kFirstCapacity, std::uint64_t{count} * growth);
+    const auto wanted =
+        std::max<std::uint64_t>(kFirstCapacity, std::uint64_t{count} * Growth(count));
     const auto capacity = static_cast<std::uint32_t>(std::min<std::uint64_t>(wanted, 0xFFFFFFFFu));
     std::uint32_t* const place = Take(capacity);
     std::copy_n(list.events.load(std::memory_order_relaxed), count, place);
@@ -59,8 +68,20 @@ host::EventList EventLists::Of(std::uint32_t context, std::uint32_t end) const {
     return {events, static_cast<std::uint32_t>(behind - events)};
 }
 
+host::EventListLevels EventLists::LevelsOf(std::uint32_t context) const {
+    host::EventListLevels levels;
+    const EventLists* level = coarser_.get();
+    for (auto& of : levels.of) {
+        if (context >= level->lists_.size()) break;
+        of = level->lists_[context].events.load(std::memory_order_acquire);
+        level = level->coarser_.get();
+    }
+    return levels;
+}
+
 std::size_t EventLists::Bytes() const {
-    return used_ * sizeof(std::uint32_t) + lists_.size() * sizeof(List);
+    return used_ * sizeof(std::uint32_t) + lists_.size() * sizeof(List) +
+           (coarser_ ? coarser_->Bytes() : 0);
 }
 
 }  // namespace kvx::service

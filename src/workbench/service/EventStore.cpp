@@ -100,12 +100,14 @@ void EventStore::Export(host::OSTraceColumns& out, std::uint32_t end) const {
     out.knownEvents = Count();
 }
 
-std::vector<host::EventList> EventStore::ExportLists(std::uint32_t contextCount,
-                                                     std::uint32_t end) const {
-    std::vector<host::EventList> exported;
-    exported.reserve(std::size_t{3} * contextCount);
-    for (const EventLists* lists : {&states_, &entered_, &issued_})
-        for (std::uint32_t i = 0; i < contextCount; ++i) exported.push_back(lists->Of(i, end));
+ContextLists EventStore::ExportLists(std::uint32_t contextCount, std::uint32_t end) const {
+    ContextLists exported;
+    for (const EventLists* lists : {&states_, &entered_, &issued_}) {
+        for (std::uint32_t i = 0; i < contextCount; ++i) {
+            exported.events.push_back(lists->Of(i, end));
+            exported.levels.push_back(lists->LevelsOf(i));
+        }
+    }
     return exported;
 }
 
@@ -155,10 +157,24 @@ class ListReader {
         if (context >= read_.size()) read_.resize(std::size_t{context} + 1);
         const auto list = lists_.Of(context, event + 1);
         std::uint32_t& at = read_[context];
-        return ++at == list.count && list.events[list.count - 1] == event;
+        return ++at == list.count && list.events[list.count - 1] == event && EndsBlocks(context);
     }
 
   private:
+    // What was read last stands in each level of which it ends a block.
+    bool EndsBlocks(std::uint32_t context) const {
+        const std::uint32_t count = read_[context];
+        if (count % host::kListBlock != 0) return true;
+        const auto levels = lists_.LevelsOf(context);
+        const std::uint32_t event = lists_.Of(context, 0xFFFFFFFFu).events[count - 1];
+        std::uint32_t block = host::kListBlock;
+        for (std::size_t k = 0; k < std::size(levels.of) && count % block == 0; ++k) {
+            if (levels.of[k][count / block - 1] != event) return false;
+            block *= host::kListBlock;
+        }
+        return true;
+    }
+
     const EventLists& lists_;
     std::vector<std::uint32_t> read_;
 };

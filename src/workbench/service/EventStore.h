@@ -18,6 +18,12 @@
 
 namespace kvx::service {
 
+// State events, dispatches to and system calls of each context, one kind behind the other.
+struct ContextLists {
+    std::vector<host::EventList> events;
+    std::vector<host::EventListLevels> levels;
+};
+
 class EventStore {
   public:
     // most: events that ever fit. More end in std::length_error.
@@ -79,9 +85,7 @@ class EventStore {
 
     // Fills all but the lists by context and the line order, for the events below end.
     void Export(host::OSTraceColumns& out, std::uint32_t end) const;
-    // State events, dispatches to and system calls of each context below contextCount, one kind
-    // behind the other.
-    std::vector<host::EventList> ExportLists(std::uint32_t contextCount, std::uint32_t end) const;
+    ContextLists ExportLists(std::uint32_t contextCount, std::uint32_t end) const;
     // The following two: when nothing is added any more.
     std::size_t Bytes() const;
     // Looks for anything that cannot be; empty: all is well.

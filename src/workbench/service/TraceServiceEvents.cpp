@@ -78,9 +78,12 @@ HRESULT TraceService::GetColumns(host::OSTraceColumns* out) {
         const auto& lists = session_->ListsOfContexts(contexts);
         session_->Events().Export(*out, session_->EventCount());
         out->contextCount = contexts;
-        out->stateEvents = lists.data();
-        out->dispatchesTo = lists.data() + contexts;
-        out->sysCallsOf = lists.data() + std::size_t{2} * contexts;
+        out->stateEvents = lists.events.data();
+        out->dispatchesTo = out->stateEvents + contexts;
+        out->sysCallsOf = out->dispatchesTo + contexts;
+        out->stateLevels = lists.levels.data();
+        out->dispatchesToLevels = out->stateLevels + contexts;
+        out->sysCallsOfLevels = out->dispatchesToLevels + contexts;
         out->lineOfContext = lines.LinesOfContexts();
         return S_OK;
     });

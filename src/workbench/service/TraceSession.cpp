@@ -56,8 +56,8 @@ LineOrder& TraceSession::Lines() {
     return lines_;
 }
 
-const std::vector<host::EventList>& TraceSession::ListsOfContexts(std::uint32_t contextCount) {
-    if (lists_.size() != std::size_t{3} * contextCount || listedEvents_ != shownEvents_) {
+const ContextLists& TraceSession::ListsOfContexts(std::uint32_t contextCount) {
+    if (lists_.events.size() != std::size_t{3} * contextCount || listedEvents_ != shownEvents_) {
         lists_ = Events().ExportLists(contextCount, shownEvents_);
         listedEvents_ = shownEvents_;
     }

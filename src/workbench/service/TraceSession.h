@@ -46,7 +46,7 @@ class TraceSession {
     LineOrder& Lines();
     CallHistory& History() { return history_; }
     EventTexts Texts() const { return {*decoded_, *shown_}; }
-    const std::vector<host::EventList>& ListsOfContexts(std::uint32_t contextCount);
+    const ContextLists& ListsOfContexts(std::uint32_t contextCount);
 
     // The first system call from that event on, and the last one before it, that meets the
     // condition. None: there is none among what is shown.
@@ -66,8 +66,8 @@ class TraceSession {
     LineOrder lines_;
     CallHistory history_;
     SearchCondition condition_;
-    std::vector<host::EventList> lists_;  // what ListsOfContexts answered last
-    std::uint32_t listedEvents_ = 0;      // ... for so many events
+    ContextLists lists_;              // what ListsOfContexts answered last
+    std::uint32_t listedEvents_ = 0;  // ... for so many events
 };
 
 }  // namespace kvx::service
