@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "platform/base/Messages.h"
-#include "platform/dialogs/DialogResponder.h"
+#include "platform/dialogs/DialogRequests.h"
 #include "platform/drawing/Font.h"
 #include "platform/drawing/Surface.h"
 #include "platform/windows/Cursor.h"
@@ -144,9 +144,6 @@ class IWindows {
     virtual int ScrollTrackPosition(HWND window, int bar) const = 0;
     virtual void AcceptDrops(HWND window, bool accept) = 0;
 
-    // Blocks every other window and dispatches until EndModal.
-    virtual void RunModal(HWND window) = 0;
-    virtual void EndModal(HWND window) = 0;
     // Dispatches what waits for the window and its children, without waiting; null: everything.
     virtual void DispatchWaiting(HWND window) = 0;
     virtual int Run() = 0;
@@ -201,16 +198,19 @@ class ITextEngine {
     virtual TextMask Render(const LOGFONT& font, std::string_view utf8, double ratio) = 0;
 };
 
-// Modal dialogs of the desktop.
-class IStandardDialogs {
+// What the user has to answer before anything goes on: dialogs of the desktop, and our own.
+class IDialogs {
   public:
-    virtual ~IStandardDialogs() = default;
+    virtual ~IDialogs() = default;
     virtual int MessageBox(const MessageBoxRequest& request) = 0;
     virtual CString File(const FileDialogRequest& request) = 0;  // empty: cancelled
     virtual std::optional<COLORREF> Colour(COLORREF initial, HWND owner) = 0;
     virtual UINT PopupMenu(const CMenu& menu, POINT screen) = 0;  // 0: nothing chosen
     // Fills the menu with the window's menu bar; false when it has none.
     virtual bool ReadMenuBar(HWND window, CMenu& menu) = 0;
+    // A window made here: shows it, blocks every other window and dispatches until EndModal.
+    virtual void RunModal(HWND window) = 0;
+    virtual void EndModal(HWND window) = 0;
 };
 
 class IDesktop {
@@ -231,7 +231,7 @@ class IBackend {
     virtual IWindows& Windows() = 0;
     virtual IControls& Controls() = 0;
     virtual ITextEngine& Text() = 0;
-    virtual IStandardDialogs& Dialogs() = 0;
+    virtual IDialogs& Dialogs() = 0;
     virtual IDesktop& Desktop() = 0;
 };
 

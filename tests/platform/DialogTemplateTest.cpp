@@ -75,7 +75,7 @@ TEST_F(DialogTemplate, WhatFailedToOpenEndsNothing) {
     EXPECT_EQ(dialog.DoModal(), -1) << "there is no such template";
     ASSERT_TRUE(dialog.Create(Resource(8), nullptr));
     dialog.EndDialog(5);
-    EXPECT_EQ(backend.windows.modalsEnded, 0);
+    EXPECT_EQ(backend.dialogs.modalsEnded, 0);
     EXPECT_FALSE(dialog.IsWindowVisible());
 }
 

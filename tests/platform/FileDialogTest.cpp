@@ -13,6 +13,7 @@
 #include "platform/dialogs/ColorDialog.h"
 #include "platform/dialogs/MessageBox.h"
 #include "platform/windows/DropTarget.h"
+#include "support/FakeBackend.h"
 #include "support/UnexpectedBoxes.h"
 
 namespace fs = std::filesystem;
@@ -32,6 +33,7 @@ class FileDialogTest : public testing::Test {
     CString Path(const char* name) const { return (folder / name).string(); }
     void Write(const char* name) const { std::ofstream(folder / name) << "x"; }
     fs::path folder;
+    kvx::test::FakeBackend backend;
     kvx::test::UnexpectedBoxes boxes;
 };
 

@@ -114,35 +114,16 @@ class Commands : public CWnd {
     }
 };
 
-// Looks at the menu in place of the user.
-class MenuReader : public IDialogResponder {
-  public:
-    explicit MenuReader(UINT choice) : choice_(choice), before_(SetDialogResponder(this)) {}
-    ~MenuReader() override { SetDialogResponder(before_); }
-    std::string seen;
-    std::optional<UINT> OnPopupMenu(const CMenu& menu) override {
-        for (const CMenu::Item& item : menu.Items()) {
-            seen += item.text + (item.enabled ? "" : " (off)") + (item.checked ? " *" : "") + "\n";
-            if (item.popup) OnPopupMenu(*item.popup);
-        }
-        return choice_;
-    }
-
-  private:
-    UINT choice_;
-    IDialogResponder* before_;
-};
-
 TEST_F(ResourcesTest, PopupMenusShowTheStateOfTheirCommands) {
     Commands window;
     ASSERT_TRUE(window.Create(WS_POPUP, {0, 0, 9, 9}, nullptr, 0));
     CMenu menu;
     ASSERT_TRUE(menu.LoadMenu(202));
-    MenuReader user(47107);
+    boxes.ExpectMenu(47107);
     EXPECT_EQ(menu.TrackPopupMenu({0, 0}, &window), 47107u);
-    EXPECT_EQ(user.seen, "&Start Marker\n\nTrace &Range\nAll *\nF&ree\n&Color... (off)\n");
+    EXPECT_EQ(boxes.LastMenu(), "&Start Marker\n\nTrace &Range\nAll *\nF&ree\n&Color... (off)\n");
     EXPECT_EQ(window.ran, std::vector<UINT>{47107});
-    MenuReader nobody(0);
+    boxes.ExpectMenu(0);
     EXPECT_EQ(menu.TrackPopupMenu({0, 0}, &window), 0u);
     EXPECT_EQ(window.ran.size(), 1u);
 }
@@ -206,14 +187,13 @@ TEST_F(ResourcesTest, ModalDialogsAnswerWhatEndedThem) {
 }
 
 TEST_F(ResourcesTest, ModalLoopsRunInTheBackEnd) {
-    IDialogResponder* const before = SetDialogResponder(nullptr);
+    boxes.LeaveToTheUser();
     CDialog dialog(9000);
-    backend.windows.onModal = [&](HWND window) {
+    backend.dialogs.onModal = [&](HWND window) {
         EXPECT_EQ(window, dialog.m_hWnd);
         dialog.SendMessage(WM_KEYDOWN, 27);
     };
     EXPECT_EQ(dialog.DoModal(), static_cast<int>(IDCANCEL)) << "Escape cancels";
-    SetDialogResponder(before);
 }
 
 }  // namespace

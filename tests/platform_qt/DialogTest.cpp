@@ -54,12 +54,7 @@ class DialogTest : public kvx::test::QtFixture {
         SetResourceTable(&kvx::test::SampleTable());
         MakeTop(top);
     }
-    void TearDown() override {
-        SetResourceTable(nullptr);
-        SetDialogResponder(&boxes);
-    }
-    // The user, not the test, answers dialogs from now on.
-    static void LeaveToTheUser() { SetDialogResponder(nullptr); }
+    void TearDown() override { SetResourceTable(nullptr); }
     template <class T>
     static T* Item(const CDialog& dialog, UINT id) {
         return dynamic_cast<T*>(dialog.GetDlgItem(id));
@@ -220,7 +215,7 @@ TEST_F(DialogTest, SwatchesKeepTheirFrameAroundAnyFill) {
 }
 
 TEST_F(DialogTest, ModalDialogsBlockTheirOwner) {
-    LeaveToTheUser();
+    boxes.LeaveToTheUser();
     ValueDialog dialog(&top);
     bool looked = false;
     Soon([&] {
@@ -237,7 +232,7 @@ TEST_F(DialogTest, ModalDialogsBlockTheirOwner) {
 }
 
 TEST_F(DialogTest, EnterAndEscape) {
-    LeaveToTheUser();
+    boxes.LeaveToTheUser();
     ValueDialog dialog(&top);
     dialog.staysOpen = true;
     Soon([&] {
@@ -268,7 +263,7 @@ TEST_F(DialogTest, TabWalksInTheOrderOfTheTemplate) {
 }
 
 TEST_F(DialogTest, MessageBoxesNestAndAnswer) {
-    LeaveToTheUser();
+    boxes.LeaveToTheUser();
     ValueDialog dialog(&top);
     int answer = 0;
     Soon([&] {

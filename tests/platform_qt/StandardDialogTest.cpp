@@ -14,8 +14,7 @@ namespace {
 
 class StandardDialogTest : public kvx::test::QtFixture {
   protected:
-    StandardDialogTest() { SetDialogResponder(nullptr); }
-    ~StandardDialogTest() override { SetDialogResponder(&boxes); }
+    StandardDialogTest() { boxes.LeaveToTheUser(); }
     template <class T>
     static T* Modal() {
         return qobject_cast<T*>(QApplication::activeModalWidget());

@@ -48,9 +48,6 @@ class FakeWindows final : public IWindows {
             if (Exists(p.window)) At(p.window).sink->OnMessage(p.message, p.wParam, p.lParam);
     }
     double ratio = 1;  // of the one screen
-    int modalsEnded = 0;
-    // Runs while a modal window is open.
-    std::function<void(HWND)> onModal;
 
     HWND Create(const WindowRequest& request, IWindowSink* sink) override {
         if ((request.style & 0x40000000u) && !request.parent) return nullptr;
@@ -147,10 +144,6 @@ class FakeWindows final : public IWindows {
         return At(window).bars[bar].position;
     }
     void AcceptDrops(HWND, bool) override {}
-    void RunModal(HWND window) override {
-        if (onModal) onModal(window);
-    }
-    void EndModal(HWND) override { ++modalsEnded; }
     void DispatchWaiting(HWND) override { RunPosted(); }
     int Run() override { return 0; }
     HWND MainWindow() const override { return nullptr; }
@@ -228,13 +221,21 @@ class FakeDesktop final : public IDesktop {
     void Beep(UINT) override {}
 };
 
-class FakeDialogs final : public IStandardDialogs {
+class FakeDialogs final : public IDialogs {
   public:
     int MessageBox(const MessageBoxRequest&) override { return 0; }
     CString File(const FileDialogRequest&) override { return {}; }
     std::optional<COLORREF> Colour(COLORREF, HWND) override { return {}; }
     UINT PopupMenu(const CMenu&, POINT) override { return 0; }
     bool ReadMenuBar(HWND, CMenu&) override { return false; }
+    void RunModal(HWND window) override {
+        if (onModal) onModal(window);
+    }
+    void EndModal(HWND) override { ++modalsEnded; }
+
+    int modalsEnded = 0;
+    // Runs while a modal window is open.
+    std::function<void(HWND)> onModal;
 };
 
 // Installed for its life.
@@ -245,7 +246,7 @@ class FakeBackend final : public IBackend {
     FakeWindows& Windows() override { return windows; }
     IControls& Controls() override { return controls; }
     ITextEngine& Text() override { return text; }
-    IStandardDialogs& Dialogs() override { return dialogs; }
+    FakeDialogs& Dialogs() override { return dialogs; }
     IDesktop& Desktop() override { return desktop; }
 
     FakeWindows windows;

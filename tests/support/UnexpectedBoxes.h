@@ -1,6 +1,7 @@
 #pragma once
-// Answers dialogs in tests. A message box, file or colour dialog or popup menu that nobody expected
-// fails the test; an expected one that never came fails it too.
+// Answers dialogs in tests, in the place of the back-end's own. A message box, file or colour
+// dialog or popup menu that nobody expected fails the test; an expected one that never came fails
+// it too.
 //
 //     UnexpectedBoxes boxes;                       // for the scope of the test
 //     boxes.ExpectMessage("Can not open file", IDOK);
@@ -13,17 +14,23 @@
 #include <deque>
 #include <functional>
 
+#include "platform/Backend.h"
 #include "platform/dialogs/Dialog.h"
-#include "platform/dialogs/DialogResponder.h"
 #include "platform/dialogs/MessageBox.h"
+#include "platform/windows/Menu.h"
 
 namespace kvx::test {
 
-class UnexpectedBoxes : public IDialogResponder {
+class UnexpectedBoxes final : public IBackend, public IDialogs {
   public:
-    UnexpectedBoxes() : previous_(SetDialogResponder(this)) {}
+    // Over the back-end that is there; installs one where there is none.
+    UnexpectedBoxes() : installed_(!InstalledBackend() && InstallBackend()) {
+        under_ = InstalledBackend();
+        SetBackend(this);
+    }
     ~UnexpectedBoxes() override {
-        SetDialogResponder(previous_);
+        SetBackend(under_);
+        if (installed_) RemoveBackend();
         EXPECT_TRUE(messages_.empty()) << "a message box did not come";
         EXPECT_TRUE(files_.empty()) << "a file dialog did not come";
         EXPECT_TRUE(colours_.empty()) << "a colour dialog did not come";
@@ -41,12 +48,21 @@ class UnexpectedBoxes : public IDialogResponder {
     void ExpectColour(std::optional<COLORREF> colour) { colours_.push_back(colour); }
     void ExpectDialog(std::function<void(CDialog&)> user) { dialogs_.push_back(std::move(user)); }
     void ExpectMenu(UINT choice) { menus_.push_back(choice); }
+    // The user, not the test, answers from now on.
+    void LeaveToTheUser() { SetBackend(under_); }
 
-    // What the latest dialogs asked.
+    // What the latest dialogs asked; the menu as lines.
     const MessageBoxRequest& LastMessage() const { return lastMessage_; }
     const FileDialogRequest& LastFile() const { return lastFile_; }
+    const CString& LastMenu() const { return lastMenu_; }
 
-    std::optional<int> OnMessageBox(const MessageBoxRequest& request) override {
+    IWindows& Windows() override { return under_->Windows(); }
+    IControls& Controls() override { return under_->Controls(); }
+    ITextEngine& Text() override { return under_->Text(); }
+    IDialogs& Dialogs() override { return *this; }
+    IDesktop& Desktop() override { return under_->Desktop(); }
+
+    int MessageBox(const MessageBoxRequest& request) override {
         lastMessage_ = request;
         if (messages_.empty()) {
             ADD_FAILURE() << "unexpected message box: " << request.caption << ": " << request.text;
@@ -56,33 +72,39 @@ class UnexpectedBoxes : public IDialogResponder {
         EXPECT_NE(request.text.find(expected.text), CString::npos) << request.text;
         return expected.answer;
     }
-    std::optional<CString> OnFileDialog(const FileDialogRequest& request) override {
+    CString File(const FileDialogRequest& request) override {
         lastFile_ = request;
         if (!files_.empty()) return Take(files_);
         ADD_FAILURE() << "unexpected file dialog: " << request.title;
-        return CString();
+        return {};
     }
-    std::optional<ColourAnswer> OnColourDialog(COLORREF initial) override {
-        if (colours_.empty()) {
-            ADD_FAILURE() << "unexpected colour dialog";
-            return ColourAnswer{false, initial};
-        }
-        const auto colour = Take(colours_);
-        return ColourAnswer{colour.has_value(), colour.value_or(initial)};
+    std::optional<COLORREF> Colour(COLORREF, HWND) override {
+        if (!colours_.empty()) return Take(colours_);
+        ADD_FAILURE() << "unexpected colour dialog";
+        return std::nullopt;
     }
-    bool OnModalDialog(CDialog& dialog) override {
-        if (dialogs_.empty()) {
-            ADD_FAILURE() << "unexpected dialog: " << dialog.GetWindowText();
-            return true;
-        }
-        Take(dialogs_)(dialog);
-        return true;
-    }
-    std::optional<UINT> OnPopupMenu(const CMenu&) override {
+    UINT PopupMenu(const CMenu& menu, POINT) override {
+        lastMenu_.clear();
+        Describe(menu);
         if (!menus_.empty()) return Take(menus_);
         ADD_FAILURE() << "unexpected popup menu";
-        return 0u;
+        return 0;
     }
+    bool ReadMenuBar(HWND window, CMenu& menu) override {
+        return under_->Dialogs().ReadMenuBar(window, menu);
+    }
+    // A dialog that the test leaves open is cancelled.
+    void RunModal(HWND window) override {
+        auto* const dialog = dynamic_cast<CDialog*>(CWnd::FromHandle(window));
+        ASSERT_NE(dialog, nullptr);
+        dialog->ShowWindow(SW_SHOW);
+        if (dialogs_.empty())
+            ADD_FAILURE() << "unexpected dialog: " << dialog->GetWindowText();
+        else
+            Take(dialogs_)(*dialog);
+        if (dialog->IsWindowVisible()) dialog->SendMessage(WM_COMMAND, MakeCommand(IDCANCEL));
+    }
+    void EndModal(HWND) override {}
 
   private:
     struct Message {
@@ -95,8 +117,16 @@ class UnexpectedBoxes : public IDialogResponder {
         queue.pop_front();
         return first;
     }
+    void Describe(const CMenu& menu) {
+        for (const CMenu::Item& item : menu.Items()) {
+            lastMenu_ +=
+                item.text + (item.enabled ? "" : " (off)") + (item.checked ? " *" : "") + "\n";
+            if (item.popup) Describe(*item.popup);
+        }
+    }
 
-    IDialogResponder* previous_;
+    const bool installed_;
+    IBackend* under_ = nullptr;
     std::deque<Message> messages_;
     std::deque<CString> files_;
     std::deque<std::optional<COLORREF>> colours_;
@@ -104,6 +134,7 @@ class UnexpectedBoxes : public IDialogResponder {
     std::deque<UINT> menus_;
     MessageBoxRequest lastMessage_;
     FileDialogRequest lastFile_;
+    CString lastMenu_;
 };
 
 }  // namespace kvx::test

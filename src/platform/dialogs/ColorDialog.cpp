@@ -2,16 +2,9 @@
 
 #include "platform/Backend.h"
 #include "platform/base/WinApp.h"
-#include "platform/dialogs/DialogResponder.h"
 #include "platform/windows/WindowState.h"
 
 int CColorDialog::DoModal() {
-    if (IDialogResponder* responder = GetDialogResponder()) {
-        if (const auto answer = responder->OnColourDialog(colour_)) {
-            if (answer->accepted) colour_ = answer->colour;
-            return answer->accepted ? IDOK : IDCANCEL;
-        }
-    }
     kvx::EndCapture();
     const CWnd* const owner = parent_ ? parent_ : AfxGetMainWnd();
     const auto chosen =

@@ -12,7 +12,6 @@
 #include "platform/controls/ListBox.h"
 #include "platform/controls/ProgressCtrl.h"
 #include "platform/controls/Static.h"
-#include "platform/dialogs/DialogResponder.h"
 #include "platform/drawing/TextCache.h"
 #include "platform/windows/WindowState.h"
 
@@ -179,17 +178,6 @@ void CDialog::SetDefID(UINT id) {
     mark(true);
 }
 
-// Until EndDialog, by the user or by who answers in place of the user.
-void CDialog::RunToEnd() {
-    IDialogResponder* const responder = GetDialogResponder();
-    if (!responder) return kvx::Backend().Windows().RunModal(m_hWnd);
-    ShowWindow(SW_SHOW);
-    if (!responder->OnModalDialog(*this))
-        kvx::Backend().Windows().RunModal(m_hWnd);
-    else if (!ended_)
-        OnCancel();
-}
-
 int CDialog::DoModal() {
     kvx::EndCapture();
     CWnd* const parent = parent_ ? parent_ : AfxGetMainWnd();
@@ -198,7 +186,7 @@ int CDialog::DoModal() {
         modal_ = false;
         return -1;
     }
-    if (!ended_) RunToEnd();
+    if (!ended_) kvx::Backend().Dialogs().RunModal(m_hWnd);
     modal_ = false;
     DestroyWindow();
     controls_.clear();
@@ -210,7 +198,7 @@ void CDialog::EndDialog(int result) {
     ended_ = true;
     if (!m_hWnd) return;
     ShowWindow(SW_HIDE);
-    if (modal_) kvx::Backend().Windows().EndModal(m_hWnd);
+    if (modal_) kvx::Backend().Dialogs().EndModal(m_hWnd);
 }
 
 void CDialog::OnOK() {

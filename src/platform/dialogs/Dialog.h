@@ -60,7 +60,6 @@ class CDialog : public CWnd {
     bool CreateControls(const DialogResource& resource);
     void PlaceFocus();
     void PressDefault();
-    void RunToEnd();
 
     UINT templateId_ = 0;
     CWnd* parent_ = nullptr;

@@ -32,12 +32,6 @@ bool Exists(const fs::path& path) {
     return fs::exists(path, ignored);
 }
 
-CString AnswerOf(const FileDialogRequest& request) {
-    if (IDialogResponder* responder = GetDialogResponder())
-        if (const auto answer = responder->OnFileDialog(request)) return *answer;
-    return kvx::Backend().Dialogs().File(request);
-}
-
 }  // namespace
 
 CFileDialog::CFileDialog(bool open, const CString& defaultExtension, const CString& fileName,
@@ -61,7 +55,7 @@ int CFileDialog::DoModal() {
     const CWnd* const owner = parent_ ? parent_ : AfxGetMainWnd();
     request_.owner = owner ? owner->GetSafeHwnd() : nullptr;
     while (true) {
-        CString path = AnswerOf(request_);
+        CString path = kvx::Backend().Dialogs().File(request_);
         if (path.empty()) return IDCANCEL;
         if (Accept(path)) {
             path_ = path;

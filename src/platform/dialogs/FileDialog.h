@@ -1,7 +1,7 @@
 #pragma once
 // The standard dialogs that ask for a file to open or to write.
 
-#include "platform/dialogs/DialogResponder.h"
+#include "platform/dialogs/DialogRequests.h"
 #include "platform/windows/Wnd.h"
 
 inline constexpr DWORD OFN_READONLY = 0x0001;

@@ -10,8 +10,6 @@
 int MessageBox(HWND owner, const CString& text, const CString& caption, UINT type) {
     if (!owner) owner = AfxGetMainWnd() ? AfxGetMainWnd()->GetSafeHwnd() : nullptr;
     const MessageBoxRequest request{owner, text, caption, type};
-    if (IDialogResponder* responder = GetDialogResponder())
-        if (const auto answer = responder->OnMessageBox(request)) return *answer;
     if (!kvx::InstalledBackend()) {
         std::fprintf(stderr, "%s\n", text.c_str());
         return IDCANCEL;

@@ -9,6 +9,7 @@
 
 #include "platform/dialogs/MessageBox.h"
 #include "platform/qt/Convert.h"
+#include "platform/qt/PlainWindow.h"
 #include "platform/windows/Menu.h"
 
 namespace kvx::qt {
@@ -144,6 +145,14 @@ bool QtDialogs::ReadMenuBar(HWND window, CMenu& menu) {
         ToWidget(window)->findChild<QMenuBar*>(QString(), Qt::FindDirectChildrenOnly);
     if (bar) Read(bar->actions(), menu);
     return bar != nullptr;
+}
+
+void QtDialogs::RunModal(HWND window) {
+    if (auto* plain = PlainWindow::Of(ToWidget(window))) plain->RunModal();
+}
+
+void QtDialogs::EndModal(HWND window) {
+    if (auto* plain = PlainWindow::Of(ToWidget(window))) plain->EndModal();
 }
 
 }  // namespace kvx::qt

@@ -24,7 +24,7 @@ class QtBackend final : public IBackend {
     IWindows& Windows() override { return windows_; }
     IControls& Controls() override { return controls_; }
     ITextEngine& Text() override { return text_; }
-    IStandardDialogs& Dialogs() override { return dialogs_; }
+    IDialogs& Dialogs() override { return dialogs_; }
     IDesktop& Desktop() override { return desktop_; }
 
   private:

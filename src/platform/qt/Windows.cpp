@@ -142,14 +142,6 @@ HWND QtWindows::TopLevel(HWND window) const {
     return ToHandle(ToWidget(window)->window());
 }
 
-void QtWindows::RunModal(HWND window) {
-    if (auto* plain = PlainWindow::Of(ToWidget(window))) plain->RunModal();
-}
-
-void QtWindows::EndModal(HWND window) {
-    if (auto* plain = PlainWindow::Of(ToWidget(window))) plain->EndModal();
-}
-
 void QtWindows::DispatchWaiting(HWND window) {
     DispatchWaitingFor(ToWidget(window));
 }

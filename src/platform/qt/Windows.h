@@ -55,8 +55,6 @@ class QtWindows final : public IWindows {
     int ScrollTrackPosition(HWND window, int bar) const override;
     void AcceptDrops(HWND window, bool accept) override;
 
-    void RunModal(HWND window) override;
-    void EndModal(HWND window) override;
     void DispatchWaiting(HWND window) override;
     int Run() override;
 

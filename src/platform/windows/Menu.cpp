@@ -122,10 +122,8 @@ void CMenu::Update(CWnd* window) {
 UINT CMenu::TrackPopupMenu(POINT screen, CWnd* window) {
     kvx::EndCapture();
     if (window) Update(window);
-    std::optional<UINT> choice;
-    if (IDialogResponder* responder = GetDialogResponder()) choice = responder->OnPopupMenu(*this);
-    if (!choice) choice = kvx::Backend().Dialogs().PopupMenu(*this, screen);
+    const UINT choice = kvx::Backend().Dialogs().PopupMenu(*this, screen);
     const HWND handle = window ? window->GetSafeHwnd() : nullptr;
-    if (*choice != 0 && handle) SendMessage(handle, WM_COMMAND, MakeCommand(*choice), 0);
-    return *choice;
+    if (choice != 0 && handle) SendMessage(handle, WM_COMMAND, MakeCommand(choice), 0);
+    return choice;
 }
