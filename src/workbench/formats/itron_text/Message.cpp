@@ -110,6 +110,7 @@ RecordKind ParseReturn(LineCursor cursor, bool anyParameters, Record& record) {
 
 // What exported logs say besides: " (SEM)", the cause of a wait, and " on processor 2".
 void AcceptAdditions(LineCursor& cursor, Record& record) {
+    if (!cursor.Rest().starts_with(' ')) return;
     for (int code = 1; code <= host::kStateCodes; ++code) {
         const std::string_view name = host::StateName(code);
         if (name.starts_with("WAI") && cursor.Accept(name.substr(3)))

@@ -65,6 +65,10 @@ bool IsStart(std::string_view behind) {
     return init;
 }
 
+// A dump of a recorder's memory may begin anywhere in it; no such memory is larger. A file of
+// another format is not read for it as a whole.
+constexpr std::size_t kLookedThrough = std::size_t{16} << 20;
+
 // Where the first sync is that packets of a recording's beginning follow; none: nowhere.
 std::optional<std::size_t> FindStart(std::string_view bytes) {
     for (auto at = bytes.find(kSync); at != std::string_view::npos;
@@ -83,7 +87,8 @@ bool Recognises(std::string_view bytes) {
     const Header header = ReadHeader(bytes);
     if (header.size > 0 && !header.named && header.offsets.empty() && header.author.empty())
         return false;
-    return (header.size > 0 && header.named) || FindStart(bytes.substr(header.size)).has_value();
+    return (header.size > 0 && header.named) ||
+           FindStart(bytes.substr(header.size, kLookedThrough)).has_value();
 }
 
 Result<Container> OpenContainer(std::string_view bytes) {

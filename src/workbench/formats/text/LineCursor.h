@@ -37,7 +37,8 @@ class LineCursor {
         for (; length < rest_.size(); ++length) {
             const unsigned digit = Digit(rest_[length]);
             if (digit >= radix) break;
-            if (value > (kMost - digit) / radix) return std::nullopt;
+            // Most numbers are too small for the division to matter.
+            if (value > kMost / 64 && value > (kMost - digit) / radix) return std::nullopt;
             value = value * radix + digit;
         }
         if (length == 0) return std::nullopt;

@@ -8,11 +8,13 @@
 #include "workbench/formats/OpenRecording.h"
 #include "workbench/formats/text/LineEnds.h"
 #include "workbench/formats/text/TimedLine.h"
+#include "workbench/service/ChunksAhead.h"
 
 namespace kvx::formats {
 namespace {
 
-constexpr std::uint64_t kChunk = std::uint64_t{16} << 10;
+constexpr std::uint64_t kChunk = std::uint64_t{64} << 10;
+constexpr std::uint64_t kWorthAThread = std::uint64_t{4} << 20;
 constexpr std::uint64_t kProgressStep = std::uint64_t{32} << 20;
 constexpr std::uint32_t kMostRecords = std::numeric_limits<std::int32_t>::max();
 constexpr std::size_t kMostQuickDigits = 16;
@@ -44,6 +46,11 @@ std::uint64_t MaskOfFirst(std::size_t bytes) {
     return Load(mask);
 }
 
+struct LineEndsOfChunk {
+    std::vector<std::uint32_t> offsets;  // room, of which count are used
+    std::size_t count = 0;
+};
+
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
@@ -52,13 +59,22 @@ bool IsDigit(char c) {
 
 bool LineScanner::Scan(IOpenProgress* progress) {
     const std::uint64_t size = text_.size();
-    std::vector<std::uint32_t> ends(kChunk + 5);
     std::uint64_t begin = text_.starts_with("\xEF\xBB\xBF") ? 3 : 0;
     const auto whole = size / kLineBlock * kLineBlock;
+    service::ChunksAhead<LineEndsOfChunk> ends(
+        static_cast<std::uint32_t>((whole + kChunk - 1) / kChunk),
+        size >= kWorthAThread && std::thread::hardware_concurrency() > 1 ? 1 : 0,
+        [&](std::uint32_t number, LineEndsOfChunk& found) {
+            const auto chunk = number * kChunk;
+            const auto length = static_cast<std::uint32_t>(std::min(kChunk, whole - chunk));
+            found.offsets.resize(kChunk + 5);
+            auto* const first = found.offsets.data();
+            found.count = static_cast<std::size_t>(
+                AppendLineEnds(text_.data() + chunk, length, first) - first);
+        });
     for (std::uint64_t chunk = 0; chunk < whole; chunk += kChunk) {
-        const auto length = static_cast<std::uint32_t>(std::min(kChunk, whole - chunk));
-        const auto* behind = AppendLineEnds(text_.data() + chunk, length, ends.data());
-        begin = OnLines(begin, chunk, {ends.data(), behind});
+        const LineEndsOfChunk& found = ends.Next();
+        begin = OnLines(begin, chunk, std::span(found.offsets).first(found.count));
         if (progress && chunk % kProgressStep == 0 && !progress->Progress(chunk, size))
             return false;
     }
