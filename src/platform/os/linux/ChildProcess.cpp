@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,6 +12,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <ctime>
 #include <utility>
 
 namespace kvx::os {
@@ -18,6 +20,16 @@ namespace {
 
 constexpr int kPatience = 100;  // milliseconds
 constexpr std::size_t kMostErrors = 4096;
+constexpr int kWorthReading = 64 << 10;
+constexpr timespec kMoment = {0, 500'000};
+
+// A program that writes little at a time is kept from its work by a reader that takes each piece as
+// it comes: where little waits, more of it is given a moment to come.
+void LetMoreCome(int pipe) {
+    int waiting = 0;
+    if (ioctl(pipe, FIONREAD, &waiting) == 0 && waiting < kWorthReading)
+        nanosleep(&kMoment, nullptr);
+}
 
 }  // namespace
 
@@ -56,6 +68,7 @@ std::size_t ChildProcess::Read(std::span<char> out) {
     if (atEnd_ || poll(ready.data(), ready.size(), kPatience) <= 0) return 0;
     if (ready[1].revents) ReadErrors();
     if (!ready[0].revents) return 0;
+    if (!(ready[0].revents & POLLHUP)) LetMoreCome(pipe_);
     const auto bytes = read(pipe_, out.data(), out.size());
     if (bytes < 0 && errno == EINTR) return 0;
     atEnd_ = bytes <= 0;
