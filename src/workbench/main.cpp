@@ -18,9 +18,10 @@ int Run(int argc, const char* const* argv, const kvx::cli::Streams& streams) {
         "kvxostrace");
     app.set_version_flag("--version", "kvxostrace " KVX_VERSION);
     app.require_subcommand(0, 1);
-    std::string file;
-    app.add_option("FILE", file,
-                   "Trace file or CTF folder to open in a window; without one, a demonstration");
+    std::vector<std::string> files;
+    app.add_option("FILE", files,
+                   "Trace to open in a window: a file, the files of one recording, or a CTF "
+                   "folder; without one, a demonstration");
     kvx::desktop::PrepareToolkit();
     int status = kvx::cli::kExitDone;
     kvx::cli::AddSubCommands(app, streams, status);
@@ -32,7 +33,7 @@ int Run(int argc, const char* const* argv, const kvx::cli::Streams& streams) {
                                                                 : kvx::cli::kExitUsage;
     }
     if (!app.get_subcommands().empty()) return status;
-    return kvx::desktop::RunWorkbench(file, streams);
+    return kvx::desktop::RunWorkbench(files, streams);
 }
 
 }  // namespace

@@ -156,7 +156,7 @@ TEST_F(RealComponent, BeginningIsShownUntilTheWholeIsRead) {
             goOn.get_future().wait();
             return OpenedRecording(std::make_unique<test::TestRecording>(std::vector{0u}, 5000));
         });
-        ASSERT_TRUE(workbench_.Open("/somewhere/made-up", std::move(reading)));
+        ASSERT_TRUE(workbench_.Open(QString("/somewhere/made-up"), std::move(reading)));
         EXPECT_EQ(position().displayEnd, 190);
         EXPECT_TRUE(workbench_.Window().statusBar()->currentMessage().contains("beginning"));
         if (looksAround) Command(ids::kExpand)->trigger();
@@ -181,7 +181,7 @@ TEST_F(RealComponent, ReadingEndsWithWhatIsShownOfIt) {
         stopped = true;
         return OpenedRecording(Error{"stopped", true});
     });
-    ASSERT_TRUE(workbench_.Open("/somewhere/made-up", std::move(reading)));
+    ASSERT_TRUE(workbench_.Open(QString("/somewhere/made-up"), std::move(reading)));
     workbench_.CloseRecording();
     EXPECT_TRUE(stopped);
     EXPECT_EQ(workbench_.Window().statusBar()->currentMessage(), "");

@@ -7,6 +7,7 @@
 
 #include "BoxAnswer.h"
 #include "host/CommandIds.h"
+#include "support/SystemViewWriter.h"
 #include "workbench/desktop/Workbench.h"
 
 namespace kvx::desktop {
@@ -99,6 +100,33 @@ TEST_F(Sessions, WorkspaceBringsBackADaysWork) {
     ASSERT_NE(Docks().Active(), nullptr) << "its menu is there, and keys reach it";
     EXPECT_FALSE(IsModified());
     EXPECT_EQ(workbench_->Window().Recent().List(), QStringList({file_, log_}));
+}
+
+// A recording with a file for each core is one recording: by its name, among the recent ones, when
+// it is read anew, and in a workspace.
+TEST_F(Sessions, RecordingOfSeveralFilesStaysWhole) {
+    TraceFiles files(QStringList{folder_.filePath("0.SVDat"), folder_.filePath("1.SVDat")});
+    for (const QString& path : files.Paths()) {
+        test::SystemViewWriter writer(1000000);
+        writer.System("O=FreeRTOS").Task(0x10, 5, "main").Run(0x10, 10).Idle();
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray::fromStdString(writer.Bytes()));
+    }
+    const auto processors = [this] { return workbench_->Trace().GetRecording()->Processors(); };
+    ASSERT_TRUE(workbench_->Open(files));
+    EXPECT_EQ(processors(), (std::vector<std::uint32_t>{0, 1}));
+    EXPECT_TRUE(workbench_->Window().windowTitle().startsWith("0.SVDat and 1 more"));
+    workbench_->Reload();
+    EXPECT_EQ(processors().size(), 2u);
+    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
+
+    StartAnew();
+    ASSERT_TRUE(workbench_->OpenWorkspace(file_));
+    EXPECT_EQ(processors().size(), 2u);
+    const QString recent = workbench_->Window().Recent().List().at(1);
+    ASSERT_TRUE(workbench_->Open(TraceFiles::FromText(recent)));
+    EXPECT_EQ(processors().size(), 2u);
 }
 
 TEST_F(Sessions, WorkspaceBringsBackLinesMarkersAndTheDisplay) {
@@ -409,7 +437,7 @@ TEST_F(Sessions, RecordingOfTheTargetIsNoDemonstration) {
     EXPECT_FALSE(ReadWorkspace(file_)->workspace.trace) << "it is in no file";
     ASSERT_TRUE(workbench_->SaveRecording(folder_.filePath("kept.log")));
     ASSERT_TRUE(workbench_->SaveWorkspace(file_));
-    EXPECT_EQ(ReadWorkspace(file_)->workspace.trace->path, folder_.filePath("kept.log"));
+    EXPECT_EQ(ReadWorkspace(file_)->workspace.trace->files, folder_.filePath("kept.log"));
 }
 
 TEST_F(Sessions, EndsWhileTheTargetRuns) {

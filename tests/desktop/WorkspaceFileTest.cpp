@@ -26,7 +26,8 @@ class WorkspaceFileTest : public testing::Test {
         return ReadWorkspace(path_);
     }
     Workspace Sample() const {
-        return {WorkspaceTrace{folder_.filePath("traces/a.log"), 2},
+        const QStringList files{folder_.filePath("traces/a.log"), folder_.filePath("b.log")};
+        return {WorkspaceTrace{TraceFiles(files), 2},
                 {{2, 7, true}, {1, 801, false}},
                 host::OSTracePosition{1e15, 1e15 + 2, 0.5, 0, 1e15 + 1, 3},
                 QByteArray("\0\1layout\xff", 9),
@@ -62,10 +63,12 @@ TEST_F(WorkspaceFileTest, TraceBesideItMovesWithIt) {
     EXPECT_TRUE(bytes.contains("\"path\":\"traces/a.log\"")) << bytes.toStdString();
     QDir(folder_.path()).mkdir("moved");
     path_ = folder_.filePath("moved/day.kvxw");
-    EXPECT_EQ(Read(bytes)->workspace.trace->path, folder_.filePath("moved/traces/a.log"));
+    const QStringList moved{folder_.filePath("moved/traces/a.log"),
+                            folder_.filePath("moved/b.log")};
+    EXPECT_EQ(Read(bytes)->workspace.trace->files, TraceFiles(moved));
     // One elsewhere is named in full.
     ASSERT_EQ(WriteWorkspace(path_, Sample()), "");
-    EXPECT_EQ(ReadWorkspace(path_)->workspace.trace->path, folder_.filePath("traces/a.log"));
+    EXPECT_EQ(ReadWorkspace(path_)->workspace.trace, Sample().trace);
 }
 
 TEST_F(WorkspaceFileTest, DamagedLineCostsOnlyItself) {

@@ -1,6 +1,7 @@
 #include "workbench/desktop/BackgroundRead.h"
 
 #include <QEventLoop>
+#include <QFile>
 #include <QProgressDialog>
 #include <QTimer>
 #include <chrono>
@@ -95,11 +96,14 @@ void BackgroundRead::WaitWithDialog(const QString& name, QWidget* parent,
     loop.exec();
 }
 
-std::unique_ptr<BackgroundRead> StartReading(const std::string& path,
-                                             const formats::OpenOptions& options) {
-    return std::make_unique<BackgroundRead>([path, options](formats::IOpenProgress& progress) {
-        return formats::OpenRecording(path, options, &progress);
-    });
+std::unique_ptr<BackgroundRead> StartReading(const TraceFiles& files,
+                                             formats::OpenOptions options) {
+    const auto encoded = [](const QString& path) { return QFile::encodeName(path).toStdString(); };
+    for (const QString& path : files.More()) options.moreFiles.push_back(encoded(path));
+    return std::make_unique<BackgroundRead>(
+        [path = encoded(files.First()), options](formats::IOpenProgress& progress) {
+            return formats::OpenRecording(path, options, &progress);
+        });
 }
 
 }  // namespace kvx::desktop

@@ -9,6 +9,7 @@
 #include <memory>
 #include <mutex>
 
+#include "workbench/desktop/TraceFiles.h"
 #include "workbench/formats/OpenRecording.h"
 
 namespace kvx::desktop {
@@ -69,8 +70,8 @@ class BackgroundRead {
     std::future<OpenedRecording> opened_;
 };
 
-// Starts reading the file or folder, whatever its format.
-std::unique_ptr<BackgroundRead> StartReading(const std::string& path,
-                                             const formats::OpenOptions& options = {});
+// Starts reading the files or the folder, whatever their format.
+std::unique_ptr<BackgroundRead> StartReading(const TraceFiles& files,
+                                             formats::OpenOptions options = {});
 
 }  // namespace kvx::desktop

@@ -20,13 +20,12 @@
 namespace kvx::desktop {
 namespace {
 
-int RunWindow(const std::string& file) {
-    // While the window comes up, the file is read already.
-    const QString path = QFile::decodeName(file.c_str());
+int RunWindow(const TraceFiles& files) {
+    // While the window comes up, the files are read already.
     Settings settings(Settings::UserPath());
-    std::unique_ptr<BackgroundRead> reading = file.empty() || IsWorkspaceName(path)
+    std::unique_ptr<BackgroundRead> reading = files.IsEmpty() || IsWorkspaceName(files.First())
                                                   ? nullptr
-                                                  : StartReading(file, ReadingOptions(settings));
+                                                  : StartReading(files, ReadingOptions(settings));
     int count = 1;
     char name[] = "kvxostrace";
     char* arguments[] = {name, nullptr};
@@ -40,9 +39,9 @@ int RunWindow(const std::string& file) {
     QTimer::singleShot(0, &application, [&] {
         if (!failure.isEmpty()) workbench.Window().ShowError("Cannot Start Component", failure);
         if (reading) {
-            workbench.Open(path, std::move(reading));
-        } else if (!file.empty()) {
-            workbench.OpenWorkspace(path);
+            workbench.Open(files, std::move(reading));
+        } else if (!files.IsEmpty()) {
+            workbench.OpenWorkspace(files.First());
         } else {
             workbench.OpenDemonstration();
         }
@@ -55,27 +54,31 @@ QString ResultFolder() {
     return QFileInfo(QDir::currentPath()).isWritable() ? QDir::currentPath() : QDir::tempPath();
 }
 
-int WriteSummary(const std::string& file, const std::string& path, const cli::Streams& streams) {
+int WriteSummary(const std::vector<std::string>& files, const std::string& path,
+                 const cli::Streams& streams) {
     std::ofstream summary(path);
     if (!summary) {
         streams.error << "kvxostrace: " << path << ": cannot be written\n";
         return cli::kExitFailed;
     }
-    const char* arguments[] = {"kvxostrace", "info", file.c_str()};
-    const int status = cli::RunSubCommand(3, arguments, {summary, streams.error, false});
+    std::vector<const char*> arguments = {"kvxostrace", "info"};
+    for (const std::string& file : files) arguments.push_back(file.c_str());
+    const int status = cli::RunSubCommand(static_cast<int>(arguments.size()), arguments.data(),
+                                          {summary, streams.error, false});
     if (status != cli::kExitDone || summary.flush()) return status;
     streams.error << "kvxostrace: " << path << ": cannot be written\n";
     return cli::kExitFailed;
 }
 
-int WriteResults(const std::string& file, const cli::Streams& streams) {
-    const QString base = ResultFolder() + "/" +
-                         QFileInfo(QDir::cleanPath(QFile::decodeName(file.c_str()))).fileName();
+int WriteResults(const std::vector<std::string>& files, const cli::Streams& streams) {
+    const QString first = QDir::cleanPath(QFile::decodeName(files.front().c_str()));
+    const QString base = ResultFolder() + "/" + QFileInfo(first).fileName();
     const std::string image = QFile::encodeName(base + ".png").toStdString();
     const std::string summary = QFile::encodeName(base + ".txt").toStdString();
-    if (const int failed = WriteSummary(file, summary, streams)) return failed;
+    if (const int failed = WriteSummary(files, summary, streams)) return failed;
     picture::RenderOptions options;
-    options.trace.path = file;
+    options.trace.path = files.front();
+    options.trace.open.moreFiles.assign(files.begin() + 1, files.end());
     options.output = image;
     if (const int failed = picture::RunRender(options, streams)) return failed;
     streams.out << "There is no display to open a window on.\nPicture: " << image
@@ -87,7 +90,7 @@ int WriteDemonstrationResults(const cli::Streams& streams) {
     const QTemporaryDir folder;
     const std::string path = QFile::encodeName(folder.filePath("demonstration.log")).toStdString();
     const std::string failure = simulation::WriteDemonstration(path);
-    if (failure.empty()) return WriteResults(path, streams);
+    if (failure.empty()) return WriteResults({path}, streams);
     streams.error << "kvxostrace: " << failure << "\n";
     return cli::kExitFailed;
 }
@@ -98,14 +101,16 @@ void PrepareToolkit() {
     FilterToolkitMessages();
 }
 
-int RunWorkbench(const std::string& file, const cli::Streams& streams) {
-    if (IsDisplayThere()) return RunWindow(file);
-    if (IsWorkspaceName(QFile::decodeName(file.c_str()))) {
-        streams.error << "kvxostrace: " << file
+int RunWorkbench(const std::vector<std::string>& files, const cli::Streams& streams) {
+    QStringList paths;
+    for (const std::string& file : files) paths << QFile::decodeName(file.c_str());
+    if (IsDisplayThere()) return RunWindow(TraceFiles(paths));
+    if (!files.empty() && IsWorkspaceName(paths.front())) {
+        streams.error << "kvxostrace: " << files.front()
                       << ": a workspace opens in a window, and there is no display\n";
         return cli::kExitFailed;
     }
-    return file.empty() ? WriteDemonstrationResults(streams) : WriteResults(file, streams);
+    return files.empty() ? WriteDemonstrationResults(streams) : WriteResults(files, streams);
 }
 
 }  // namespace kvx::desktop

@@ -2,6 +2,7 @@
 // The program without a sub-command: the window, or without a display a picture and a summary.
 
 #include <string>
+#include <vector>
 
 #include "workbench/cli/Streams.h"
 
@@ -10,7 +11,8 @@ namespace kvx::desktop {
 // Once, before a command that may use the toolkit.
 void PrepareToolkit();
 
-// file: a trace file or CTF folder; empty: the built-in demonstration. Answers an exit status.
-int RunWorkbench(const std::string& file, const cli::Streams& streams);
+// files: of one recording, or a CTF folder; none: the built-in demonstration. Answers an exit
+// status.
+int RunWorkbench(const std::vector<std::string>& files, const cli::Streams& streams);
 
 }  // namespace kvx::desktop

@@ -91,16 +91,14 @@ QString Workbench::Start(const QString& directory, const char* component) {
     return failure;
 }
 
-bool Workbench::Open(const QString& path) {
-    if (IsWorkspaceName(path)) return OpenWorkspace(path);
-    return Open(path,
-                StartReading(QFile::encodeName(path).toStdString(), ReadingOptions(settings_)));
+bool Workbench::Open(const TraceFiles& files) {
+    if (IsWorkspaceName(files.First())) return OpenWorkspace(files.First());
+    return Open(files, StartReading(files, ReadingOptions(settings_)));
 }
 
-bool Workbench::Open(const QString& path, std::unique_ptr<BackgroundRead> reading) {
-    if (!ShowOrTell(InService(reading->FirstLook(QFileInfo(path).fileName(), &window_))))
-        return false;
-    TraceIsIn(path);
+bool Workbench::Open(const TraceFiles& files, std::unique_ptr<BackgroundRead> reading) {
+    if (!ShowOrTell(InService(reading->FirstLook(files.Name(), &window_)))) return false;
+    TraceIsIn(files);
     if (!reading->IsReading()) return true;
     reading_ = std::move(reading);
     firstPosition_ = Position();
@@ -110,7 +108,7 @@ bool Workbench::Open(const QString& path, std::unique_ptr<BackgroundRead> readin
 }
 
 void Workbench::FollowReading() {
-    if (reading_->IsReady()) return ShowWhole(Read(tracePath_, *std::exchange(reading_, nullptr)));
+    if (reading_->IsReady()) return ShowWhole(Read(traceFiles_, *std::exchange(reading_, nullptr)));
     window_.statusBar()->showMessage(
         QStringLiteral("This is the beginning. The rest is being read: %L1 events so far.")
             .arg(reading_->Done()));
@@ -138,8 +136,8 @@ bool Workbench::OpenDemonstration() {
     return true;
 }
 
-Workbench::OpenedTrace Workbench::Read(const QString& path, BackgroundRead& reading) {
-    return InService(reading.Finish(QFileInfo(path).fileName(), &window_));
+Workbench::OpenedTrace Workbench::Read(const TraceFiles& files, BackgroundRead& reading) {
+    return InService(reading.Finish(files.Name(), &window_));
 }
 
 Workbench::OpenedTrace Workbench::InService(OpenedRecording recording) {
@@ -155,7 +153,7 @@ Workbench::OpenedTrace Workbench::ReadDemonstration() {
     const std::string file = QFile::encodeName(path).toStdString();
     const std::string failure = simulation::WriteDemonstration(file);
     if (!failure.empty()) return Error{failure};
-    OpenedTrace trace = Read(path, *StartReading(file));
+    OpenedTrace trace = Read(path, *StartReading(path));
     if (trace) newDemonstration_ = std::move(folder);
     return trace;
 }
@@ -222,11 +220,11 @@ void Workbench::DropRecording() {
     RecordingChanged();
 }
 
-// It is known by its file from now on.
-void Workbench::TraceIsIn(const QString& path) {
-    tracePath_ = QFileInfo(path).absoluteFilePath();
-    window_.Recent().Add(tracePath_);
-    window_.RememberFolderOf(tracePath_);
+// It is known by its files from now on.
+void Workbench::TraceIsIn(const TraceFiles& files) {
+    traceFiles_ = files.Absolute();
+    window_.Recent().Add(traceFiles_);
+    window_.RememberFolderOf(traceFiles_.First());
     window_.ShowRecording(trace_.get());
     window_.ShowUnsaved(target_ != nullptr);
     ShowState();
@@ -244,7 +242,7 @@ void Workbench::RecordingChanged() {
     showsFindings_ = false;
     timing_.SetRecording(trace_->ShareDecoded(), trace_->ShownProcessor());
     whileDecoding_.start(kWhileDecoding);
-    tracePath_.clear();
+    traceFiles_ = {};
     closedAt_.reset();
     docking_.UpdateCommands();
     window_.ShowRecording(trace_.get());

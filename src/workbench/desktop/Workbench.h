@@ -35,9 +35,9 @@ class Workbench final : private IWorkspaceHost {
 
     // Reads the file or folder, or the workspace, and shows it in place of what is open. When it
     // cannot be read, a message says so and what is open stays.
-    bool Open(const QString& path);
+    bool Open(const TraceFiles& files);
     // The same, when reading it was started before.
-    bool Open(const QString& path, std::unique_ptr<BackgroundRead> reading);
+    bool Open(const TraceFiles& files, std::unique_ptr<BackgroundRead> reading);
     // Shows a recording that was read already, in a service of its own; false when the component is
     // not there.
     bool Show(std::unique_ptr<service::TraceService> trace);
@@ -82,7 +82,7 @@ class Workbench final : private IWorkspaceHost {
 
     // Recordings.
     // Reads the whole of it.
-    OpenedTrace Read(const QString& path, BackgroundRead& reading);
+    OpenedTrace Read(const TraceFiles& files, BackgroundRead& reading);
     static OpenedTrace InService(OpenedRecording recording);
     // Reading that goes on while the beginning is shown.
     void FollowReading();
@@ -94,7 +94,7 @@ class Workbench final : private IWorkspaceHost {
     void ShowInWindows(std::unique_ptr<service::TraceService> trace);
     void Install(std::unique_ptr<service::TraceService> trace);
     void DropRecording();
-    void TraceIsIn(const QString& path);
+    void TraceIsIn(const TraceFiles& files);
     void RecordingChanged();
 
     // Workspaces and the target.
@@ -150,7 +150,7 @@ class Workbench final : private IWorkspaceHost {
     std::unique_ptr<QTemporaryDir> newDemonstration_;  // that is read and will be shown
     std::unique_ptr<TargetSession> target_;
     bool showsFindings_ = false;  // once they are there
-    QString tracePath_;           // absolute; empty: in no file that stays
+    TraceFiles traceFiles_;       // absolute; empty: in no file that stays
     ComponentModule component_;
     WorkspaceControl workspace_;
     HelpBook help_;

@@ -23,7 +23,7 @@ constexpr int kLargestBuffer = 10'000'000;
 }  // namespace
 
 void Workbench::ConnectMenus() {
-    window_.onOpen = [this](const QString& path) { Open(path); };
+    window_.onOpen = [this](const TraceFiles& files) { Open(files); };
     window_.onReload = [this] { Reload(); };
     window_.onReading = [this] {
         if (ReadingDialog(settings_, &window_).exec() == QDialog::Accepted) Reload();
@@ -79,9 +79,9 @@ void Workbench::ShowState() {
 QString Workbench::RecordingName() const {
     if (target_) return "Simulated target";
     if (!trace_->GetRecording()) return {};
-    if (tracePath_.isEmpty() && demonstration_) return "Demonstration";
-    const QString path = QFile::decodeName(trace_->GetRecording()->Path().c_str());
-    return QFileInfo(tracePath_.isEmpty() ? path : tracePath_).fileName();
+    if (traceFiles_.IsEmpty() && demonstration_) return "Demonstration";
+    if (!traceFiles_.IsEmpty()) return traceFiles_.Name();
+    return QFileInfo(QFile::decodeName(trace_->GetRecording()->Path().c_str())).fileName();
 }
 
 void Workbench::Export() {

@@ -56,7 +56,7 @@ void Workbench::DisconnectTarget() {
 }
 
 std::optional<WorkspaceTrace> Workbench::OpenTrace() const {
-    if (!tracePath_.isEmpty()) return WorkspaceTrace{tracePath_, trace_->ShownProcessor()};
+    if (!traceFiles_.IsEmpty()) return WorkspaceTrace{traceFiles_, trace_->ShownProcessor()};
     if (trace_->GetRecording() && demonstration_) return WorkspaceTrace{};
     return std::nullopt;
 }
@@ -153,10 +153,9 @@ void Workbench::EnterWorkspace(const QString& path, const desktop::Workspace& wo
 bool Workbench::ShowWorkspaceTrace(const desktop::Workspace& workspace, QStringList& damage) {
     const WorkspaceTrace& wanted = *workspace.trace;
     OpenedTrace trace =
-        wanted.path.isEmpty()
+        wanted.files.IsEmpty()
             ? ReadDemonstration()
-            : Read(wanted.path, *StartReading(QFile::encodeName(wanted.path).toStdString(),
-                                              ReadingOptions(settings_)));
+            : Read(wanted.files, *StartReading(wanted.files, ReadingOptions(settings_)));
     if (!trace) {
         damage << (trace.GetError().cancelled ? "The trace was not opened."
                                               : FromUtf8(trace.GetError().message));
@@ -175,7 +174,7 @@ void Workbench::ShowArranged(std::unique_ptr<service::TraceService> trace,
     trace->ArrangeLines(workspace.lines);
     DropRecording();
     ShowInWindows(std::move(trace));
-    if (!wanted.path.isEmpty()) TraceIsIn(wanted.path);
+    if (!wanted.files.IsEmpty()) TraceIsIn(wanted.files);
     host::IQOSTraceRange* const range = workspace.position ? Range() : nullptr;
     if (range && range->SetPosition(&*workspace.position) == E_INVALIDARG) {
         damage << "The times that were shown are not in the trace.";
@@ -184,7 +183,7 @@ void Workbench::ShowArranged(std::unique_ptr<service::TraceService> trace,
 
 // A log that was written anew is read anew; what it does not hold any more is no damage.
 void Workbench::Reload() {
-    if (tracePath_.isEmpty() || target_) return;
+    if (traceFiles_.IsEmpty() || target_) return;
     QStringList damage;
     if (!ShowWorkspaceTrace(Describe(), damage)) {
         window_.ShowError("Cannot Open Trace", Told(damage));

@@ -6,7 +6,7 @@ namespace kvx::desktop {
 
 void PrepareToolkit() {}
 
-int RunWorkbench(const std::string& /*file*/, const cli::Streams& streams) {
+int RunWorkbench(const std::vector<std::string>& /*files*/, const cli::Streams& streams) {
     streams.error << "kvxostrace: this program is built without its window; "
                      "\"kvxostrace --help\" lists the commands\n";
     return cli::kExitUsage;

@@ -22,6 +22,7 @@ constexpr int kVersion = 1;
 constexpr qint64 kLargestFile = 16 << 20;
 // A workspace that holds more of something is damaged.
 constexpr std::size_t kMostLines = 1 << 17;
+constexpr std::size_t kMostFiles = 64;  // of one recording
 constexpr std::size_t kMostTexts = 4096;
 constexpr qsizetype kMostDamage = 100;
 constexpr char kEnding[] = ".kvxw";
@@ -39,14 +40,20 @@ Json LayoutLine(const QByteArray& layout) {
     return {{"layout", layout.toBase64().toStdString()}, {"check", qChecksum(layout)}};
 }
 
-Json TraceLine(const WorkspaceTrace& trace, const QDir& folder) {
-    if (trace.path.isEmpty()) return {{"trace", "demonstration"}};
-    const QString relative = folder.relativeFilePath(trace.path);
-    // Beside the workspace or below it: both may move together.
+// Beside the workspace or below it: both may move together.
+std::string PathIn(const QDir& folder, const QString& path) {
+    const QString relative = folder.relativeFilePath(path);
     const bool isNear = !relative.startsWith("..") && QDir::isRelativePath(relative);
-    return {{"trace", "file"},
-            {"path", Utf8(isNear ? relative : trace.path)},
-            {"processor", trace.processor}};
+    return Utf8(isNear ? relative : path);
+}
+
+Json TraceLine(const WorkspaceTrace& trace, const QDir& folder) {
+    if (trace.files.IsEmpty()) return {{"trace", "demonstration"}};
+    Json line = {{"trace", "file"},
+                 {"path", PathIn(folder, trace.files.First())},
+                 {"processor", trace.processor}};
+    for (const QString& path : trace.files.More()) line["more"].push_back(PathIn(folder, path));
+    return line;
 }
 
 Json LinesLine(const service::LineArrangement& lines) {
@@ -115,11 +122,18 @@ class Reader {
     bool TakeTrace(const Json& json) {
         WorkspaceTrace trace;
         if (json["trace"] == "file") {
-            const Json path = json.value("path", Json());
             const Json processor = json.value("processor", Json(0U));
-            if (!path.is_string() || path == "" || !processor.is_number_unsigned()) return false;
+            if (!processor.is_number_unsigned()) return false;
             if (processor > std::numeric_limits<std::uint32_t>::max()) return false;
-            trace.path = QDir::cleanPath(folder_.absoluteFilePath(TextOf(path)));
+            Json paths = json.value("more", Json::array());
+            if (!paths.is_array() || paths.size() > kMostFiles) return false;
+            paths.insert(paths.begin(), json.value("path", Json()));
+            QStringList files;
+            for (const Json& path : paths) {
+                if (!path.is_string() || path == "") return false;
+                files << QDir::cleanPath(folder_.absoluteFilePath(TextOf(path)));
+            }
+            trace.files = TraceFiles(files);
             trace.processor = processor;
         } else if (json["trace"] != "demonstration") {
             return false;

@@ -7,15 +7,16 @@
 #include <optional>
 
 #include "host/OSTraceRange.h"
+#include "workbench/desktop/TraceFiles.h"
 #include "workbench/desktop/services/TextsStore.h"
 #include "workbench/service/LineOrder.h"
 #include "workbench/service/Result.h"
 
 namespace kvx::desktop {
 
-// The trace that is open: a file or folder, or the built-in demonstration.
+// The trace that is open: files or a folder, or the built-in demonstration.
 struct WorkspaceTrace {
-    QString path;  // absolute; empty: the demonstration
+    TraceFiles files;  // absolute; empty: the demonstration
     std::uint32_t processor = 0;
     friend bool operator==(const WorkspaceTrace&, const WorkspaceTrace&) = default;
 };

@@ -22,9 +22,11 @@ constexpr char kWorkspaces[] = "KVX workspaces (*.kvxw)";
 constexpr QSize kFirstSize(1280, 760);
 
 // The one local file or folder that is dragged, or an empty path.
-QString DraggedPath(const QMimeData& data) {
-    const QList<QUrl> urls = data.urls();
-    return urls.size() == 1 ? urls.front().toLocalFile() : QString();
+// None where something is dragged that is no file here.
+TraceFiles DraggedFiles(const QMimeData& data) {
+    QStringList paths;
+    for (const QUrl& url : data.urls()) paths << url.toLocalFile();
+    return paths.contains(QString()) ? TraceFiles() : TraceFiles(paths);
 }
 
 }  // namespace
@@ -41,7 +43,9 @@ MainWindow::MainWindow(Settings& settings, AppearanceSwitch& appearance)
     startPage_->onOpenFolder = [this] { ChooseFolder(); };
     startPage_->onDemonstration = [this] { onDemonstration(); };
     startPage_->onSimulation = [this] { onSimulation(); };
-    startPage_->onOpenRecent = [this](const QString& path) { Open(path); };
+    startPage_->onOpenRecent = [this](const QString& recording) {
+        Open(TraceFiles::FromText(recording));
+    };
     MakeFileMenu();
     MakeViewMenu();
     MakeTraceMenu();
@@ -181,15 +185,17 @@ void MainWindow::MakeStatusLine() {
 }
 
 void MainWindow::FillRecent() {
-    const QStringList paths = recent_.List();
-    startPage_->SetRecent(paths);
+    const QStringList recordings = recent_.List();
+    startPage_->SetRecent(recordings);
     recentMenu_->clear();
-    recentMenu_->setEnabled(!paths.isEmpty());
+    recentMenu_->setEnabled(!recordings.isEmpty());
     int number = 1;
-    for (const QString& path : paths) {
+    for (const QString& recording : recordings) {
         const QString key = number < 10 ? QStringLiteral("&%1 ").arg(number) : QString();
-        QString shown = path;
-        recentMenu_->addAction(key + shown.replace('&', "&&"), this, [this, path] { Open(path); });
+        const TraceFiles files = TraceFiles::FromText(recording);
+        QString shown = QFileInfo(files.First()).path() + '/' + files.Name();
+        recentMenu_->addAction(key + shown.replace('&', "&&"), this,
+                               [this, files] { Open(files); });
         ++number;
     }
     recentMenu_->addSeparator();
@@ -223,11 +229,11 @@ void MainWindow::RememberFolderOf(const QString& path) {
 }
 
 void MainWindow::ChooseTrace() {
-    const QString path = QFileDialog::getOpenFileName(
+    const QStringList paths = QFileDialog::getOpenFileNames(
         this, "Open Trace", LastFolder(),
         "Traces (*.log *.txt *.html *.dat *.btf *.SVDat *.svdat *.trx *.gz *.zst *.kvxw);;All "
         "files (*)");
-    if (!path.isEmpty()) Open(path);
+    if (!paths.isEmpty()) Open(TraceFiles(paths));
 }
 
 void MainWindow::ChooseWorkspace() {
@@ -274,9 +280,9 @@ void MainWindow::ChooseFolder() {
     if (!path.isEmpty()) Open(path);
 }
 
-void MainWindow::Open(const QString& path) {
-    RememberFolderOf(path);
-    onOpen(path);
+void MainWindow::Open(const TraceFiles& files) {
+    RememberFolderOf(files.First());
+    onOpen(files);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -287,16 +293,16 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-    if (!DraggedPath(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+    if (!DraggedFiles(*event->mimeData()).IsEmpty()) event->acceptProposedAction();
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
-    const QString path = DraggedPath(*event->mimeData());
-    if (path.isEmpty()) return;
+    const TraceFiles files = DraggedFiles(*event->mimeData());
+    if (files.IsEmpty()) return;
     event->acceptProposedAction();
     // The sender of the drop is not kept waiting while the trace is read.
     QMetaObject::invokeMethod(
-        this, [this, path] { Open(path); }, Qt::QueuedConnection);
+        this, [this, files] { Open(files); }, Qt::QueuedConnection);
 }
 
 }  // namespace kvx::desktop

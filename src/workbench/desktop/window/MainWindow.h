@@ -20,7 +20,7 @@ class MainWindow final : public QMainWindow {
     // settings and appearance must outlive the window.
     MainWindow(Settings& settings, AppearanceSwitch& appearance);
 
-    std::function<void(const QString& path)> onOpen;
+    std::function<void(const TraceFiles& files)> onOpen;
     std::function<void()> onReload;
     std::function<void()> onReading;
     std::function<void()> onClose;
@@ -86,7 +86,7 @@ class MainWindow final : public QMainWindow {
     void ChooseSavedRecording();
     void ChooseRules();
     QString ChooseSaved(const QString& title, const QString& name, const QString& filter);
-    void Open(const QString& path);
+    void Open(const TraceFiles& files);
 
     Settings& settings_;
     AppearanceSwitch& appearance_;

@@ -1,7 +1,5 @@
 #include "workbench/desktop/window/RecentFiles.h"
 
-#include <QFileInfo>
-
 namespace kvx::desktop {
 namespace {
 
@@ -14,17 +12,17 @@ QStringList RecentFiles::List() const {
     return settings_.Get(kName).toStringList();
 }
 
-void RecentFiles::Add(const QString& path) {
-    const QString absolute = QFileInfo(path).absoluteFilePath();
+void RecentFiles::Add(const TraceFiles& files) {
+    const QString text = files.Absolute().Text();
     QStringList list = List();
-    list.removeAll(absolute);
-    list.prepend(absolute);
+    list.removeAll(text);
+    list.prepend(text);
     settings_.Set(kName, list.mid(0, kKept));
 }
 
-void RecentFiles::Remove(const QString& path) {
+void RecentFiles::Remove(const QString& text) {
     QStringList list = List();
-    list.removeAll(path);
+    list.removeAll(text);
     settings_.Set(kName, list);
 }
 

@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include "workbench/desktop/Settings.h"
+#include "workbench/desktop/TraceFiles.h"
 
 namespace kvx::desktop {
 
@@ -12,9 +13,10 @@ class RecentFiles {
     // The settings must outlive the list.
     explicit RecentFiles(Settings& settings) : settings_(settings) {}
 
+    // Each as TraceFiles tells it as a text.
     QStringList List() const;
-    void Add(const QString& path);
-    void Remove(const QString& path);
+    void Add(const TraceFiles& files);
+    void Remove(const QString& text);
     void Clear();
 
   private:

@@ -1,9 +1,10 @@
 #include "workbench/desktop/window/StartPage.h"
 
-#include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include "workbench/desktop/TraceFiles.h"
 
 namespace kvx::desktop {
 namespace {
@@ -56,16 +57,16 @@ StartPage::StartPage(QWidget* parent) : QWidget(parent), recent_(new QWidget) {
     page->addStretch();
 }
 
-void StartPage::SetRecent(const QStringList& paths) {
+void StartPage::SetRecent(const QStringList& recordings) {
     Clear(*recent_->layout());
-    recent_->setVisible(!paths.isEmpty());
+    recent_->setVisible(!recordings.isEmpty());
     recent_->layout()->addWidget(Line("Recent", 1.0));
-    for (const QString& path : paths.mid(0, kRecentShown)) {
-        auto* link =
-            new QLabel("<a href='open'>" + QFileInfo(path).fileName().toHtmlEscaped() + "</a>");
+    for (const QString& recording : recordings.mid(0, kRecentShown)) {
+        const QString name = TraceFiles::FromText(recording).Name();
+        auto* link = new QLabel("<a href='open'>" + name.toHtmlEscaped() + "</a>");
         link->setAlignment(Qt::AlignHCenter);
-        link->setToolTip(path);
-        connect(link, &QLabel::linkActivated, this, [this, path] { onOpenRecent(path); });
+        link->setToolTip(recording);
+        connect(link, &QLabel::linkActivated, this, [this, recording] { onOpenRecent(recording); });
         recent_->layout()->addWidget(link);
     }
 }

@@ -11,13 +11,13 @@ class StartPage final : public QWidget {
     explicit StartPage(QWidget* parent = nullptr);
 
     // Shows these traces as links, newest first.
-    void SetRecent(const QStringList& paths);
+    void SetRecent(const QStringList& recordings);
 
     std::function<void()> onOpenTrace;
     std::function<void()> onOpenFolder;
     std::function<void()> onDemonstration;
     std::function<void()> onSimulation;
-    std::function<void(const QString& path)> onOpenRecent;
+    std::function<void(const QString& recording)> onOpenRecent;
 
   private:
     QWidget* recent_;
