@@ -10,11 +10,11 @@ namespace {
 constexpr std::uint32_t kFirstCapacity = host::kListBlock;
 constexpr std::size_t kRegionEvents = std::size_t{64} << 20;
 
-// By what a list with so many events grows: the larger it is, the more it costs to move it, and
-// room that is not written to costs nothing.
+// By what a list with so many events grows. A small list shares pages with others; the places that a
+// large one has grown out of are lost, and room that is not written to costs nothing.
 std::uint32_t Growth(std::uint32_t count) {
-    if (count < 4096) return 2;
-    return count < 65536 ? 16 : 256;
+    if (count < 256) return 2;
+    return count < 4096 ? 16 : 4096;
 }
 
 }  // namespace
