@@ -10,8 +10,8 @@ namespace {
 constexpr std::uint32_t kFirstCapacity = host::kListBlock;
 constexpr std::size_t kRegionEvents = std::size_t{64} << 20;
 
-// By what a list with so many events grows. A small list shares pages with others; the places that a
-// large one has grown out of are lost, and room that is not written to costs nothing.
+// By what a list with so many events grows. A small list shares pages with others; the places that
+// a large one has grown out of are lost, and room that is not written to costs nothing.
 std::uint32_t Growth(std::uint32_t count) {
     if (count < 256) return 2;
     return count < 4096 ? 16 : 4096;
