@@ -22,6 +22,7 @@ ALLOWED = {
     "platform/os": [],
     "platform/none": ["platform"],
     "platform/qt": ["platform"],
+    "platform/win32": ["platform"],
     "host": ["platform"],
     "utils": ["platform", "host"],
     "trace": ["platform", "host"] + MODELS,
@@ -54,13 +55,13 @@ ALLOWED = {
     "workbench": WORKBENCH,
 }
 # What nobody but these may include, although a parent folder is allowed.
-PRIVATE = {"platform/qt": {"platform/qt"}}
+PRIVATE = {each: {each} for each in ("platform/qt", "platform/win32")}
 # Where the system may be named: which one it is, is chosen by the build and by these.
 MAY_NAME_SYSTEM = ("platform",)
 SYSTEM = re.compile(r"^\s*#\s*(?:if|ifdef|ifndef|elif)\b.*\b(?:_WIN32|_WIN64|WIN32|__MINGW\w+|__linux__|__linux|__unix__|__APPLE__)\b")
 SYSTEM_HEADERS = re.compile(r"(?:windows|io|direct|unistd|dlfcn|spawn|fcntl|pwd|sys/\w+)\.h$")
 # A program that exists for one system.
-ONE_SYSTEM = ("platform/os", "workbench/ctf_reader", "workbench/desktop")
+ONE_SYSTEM = ("platform/os", "platform/win32", "workbench/ctf_reader", "workbench/desktop")
 MAY_SEE_TOOLKIT = ("platform/qt", "workbench/desktop", "workbench/picture", "workbench")
 NO_TOOLKIT = ("workbench/service", "workbench/kernels", "workbench/formats", "workbench/exports",
               "workbench/simulation", "workbench/timing", "workbench/target", "workbench/cli")
