@@ -38,11 +38,9 @@ class TestRecording final : public service::Recording {
     std::string Detail(std::uint32_t) const override { return {}; }
     std::string NameOf(std::uint32_t) const override { return {}; }
     std::int64_t TimeOf(std::uint32_t record) const override { return records_.at(record).time; }
-    const service::LossCounters& Losses() const override { return losses; }
-    const std::vector<std::string>& Warnings() const override { return warnings; }
 
-    service::LossCounters losses;
-    std::vector<std::string> warnings;
+    void Lose(service::Loss loss, std::uint64_t count) { losses_.Add(loss, count); }
+    void Warn(std::string warning) { warnings_.push_back(std::move(warning)); }
 
   private:
     std::vector<std::uint32_t> processors_;

@@ -357,9 +357,9 @@ TEST_F(WorkbenchTest, LossesStandInTheStatusLineWithTheirMeaning) {
     Show();
     EXPECT_TRUE(indicator->isHidden());
     auto recording = std::make_unique<TestRecording>();
-    recording->losses.Add(service::Loss::CutRecord);
-    recording->losses.Add(service::Loss::UnreadableRecords, 1233);
-    recording->warnings.push_back("a < b");
+    recording->Lose(service::Loss::CutRecord, 1);
+    recording->Lose(service::Loss::UnreadableRecords, 1233);
+    recording->Warn("a < b");
     Show(std::move(recording));
     EXPECT_FALSE(indicator->isHidden());
     EXPECT_TRUE(indicator->text().remove(',').startsWith("1234 losses"))

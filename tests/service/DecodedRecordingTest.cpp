@@ -51,8 +51,6 @@ class GatedRecording final : public service::Recording {
     std::string Detail(std::uint32_t) const override { return {}; }
     std::string NameOf(std::uint32_t) const override { return "wai_sem"; }
     std::int64_t TimeOf(std::uint32_t record) const override { return records_[record].time; }
-    const service::LossCounters& Losses() const override { return losses_; }
-    const std::vector<std::string>& Warnings() const override { return warnings_; }
 
   private:
     // One call in each ten records, which returns with the next, on processor 2 where there is one;
@@ -74,8 +72,6 @@ class GatedRecording final : public service::Recording {
     std::vector<Record> records_;
     std::vector<std::uint32_t> processors_{1};
     std::vector<service::DeclaredContext> contexts_;
-    std::vector<std::string> warnings_;
-    service::LossCounters losses_;
     service::TraceClock clock_{service::TimeUnit::Microseconds};
 };
 

@@ -131,8 +131,6 @@ class GappedRecording final : public service::Recording {
     std::string Detail(std::uint32_t) const override { return {}; }
     std::string NameOf(std::uint32_t) const override { return {}; }
     std::int64_t TimeOf(std::uint32_t record) const override { return records_[record].time; }
-    const service::LossCounters& Losses() const override { return losses_; }
-    const std::vector<std::string>& Warnings() const override { return warnings_; }
 
     void Add(std::int64_t time, std::uint32_t processor, service::RecordKind kind,
              std::uint64_t subject, const char* name = "") {
@@ -153,8 +151,6 @@ class GappedRecording final : public service::Recording {
     std::vector<std::uint32_t> processors_{1, 2};
     std::vector<service::DeclaredContext> contexts_;
     std::vector<service::Record> records_;
-    service::LossCounters losses_;
-    std::vector<std::string> warnings_;
 };
 
 TEST(Decoder, NothingThatWasKnownHoldsOnAcrossAGap) {

@@ -17,22 +17,31 @@ constexpr std::array kFormats = {
     &kTraceEvents, &kTraceRecorder, &kTracealyzer, &kVcd,
 };
 
+// cut: why the file's end is missing; empty where it is not. A recording that cannot be opened for
+// that is told of the same way.
+Result<std::unique_ptr<Recording>> WithoutTail(Result<std::unique_ptr<Recording>> recording,
+                                               const std::string& cut) {
+    if (cut.empty()) return recording;
+    if (!recording) return recording.GetError().cancelled ? recording.GetError() : Error{cut};
+    (*recording)->NoteDamagedTail(cut);
+    return recording;
+}
+
 Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptions& options,
                                         IOpenProgress* progress) {
     Candidate candidate{path, nullptr};
     std::error_code error;
     const bool folder = std::filesystem::is_directory(path, error);
-    std::optional<MappedFile> file;
+    std::optional<FileContent> content;
+    std::string cut;
     if (!folder) {
-        auto mapped = MapFile(path);
-        if (!mapped) return mapped.GetError();
-        if (IsCompressed(mapped->Text())) {
-            mapped = Decompress(path, mapped->Text(), progress);
-            if (!mapped) return mapped.GetError();
-        }
-        if (mapped->Text().empty()) return Error{path + ": the file is empty"};
-        file = std::move(*mapped);
-        candidate.file = &*file;
+        auto read = ReadContent(path, progress);
+        if (!read) return read.GetError();
+        cut = std::move(read->cut);
+        if (read->file.Text().empty())
+            return Error{cut.empty() ? path + ": the file is empty" : cut};
+        content = std::move(*read);
+        candidate.file = &content->file;
     }
     const Format* found = nullptr;
     for (const auto* format : kFormats)
@@ -41,10 +50,11 @@ Result<std::unique_ptr<Recording>> Open(const std::string& path, const OpenOptio
     if (found && !options.moreFiles.empty() && !found->takesSeveralFiles)
         return Error{options.moreFiles.front() + ": a second file: " + path + " (" + found->name +
                      ") is a recording by itself"};
-    if (found) return found->open(candidate, options, progress);
+    if (found) return WithoutTail(found->open(candidate, options, progress), cut);
     if (folder) std::filesystem::directory_iterator(path, error);
     if (folder && error) return Error{path + ": " + error.message()};
     if (folder) return Error{path + ": the folder holds no CTF trace (no file \"metadata\" in it)"};
+    if (!cut.empty()) return Error{cut};
     return Error{path + ": not a trace of a known format (\"kvxostrace formats\" lists them)"};
 }
 

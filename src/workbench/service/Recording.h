@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "workbench/service/Kernel.h"
@@ -73,9 +74,14 @@ class Recording {
     // False: part of why tasks wait and become ready has to be concluded (Inference.h).
     virtual bool RecordsStates() const { return true; }
     // What was lost and noted while the file was opened.
-    virtual const LossCounters& Losses() const = 0;
+    const LossCounters& Losses() const { return losses_; }
     // What people should be told of it, one sentence each.
-    virtual const std::vector<std::string>& Warnings() const = 0;
+    const std::vector<std::string>& Warnings() const { return warnings_; }
+    // For whoever opens it: the file behind it went on, and that is not there.
+    void NoteDamagedTail(std::string warning) {
+        losses_.Add(Loss::DamagedTail);
+        warnings_.push_back(std::move(warning));
+    }
 
     // Whose calls the records speak of. Holds for the life of the program.
     virtual const Kernel& GetKernel() const { return UnknownKernel(); }
@@ -83,6 +89,10 @@ class Recording {
     virtual std::int64_t TimeOrigin() const { return 0; }
     // False: the records never say when a task becomes ready.
     virtual bool TellsReady() const { return true; }
+
+  protected:
+    LossCounters losses_;
+    std::vector<std::string> warnings_;
 };
 
 }  // namespace kvx::service

@@ -29,21 +29,9 @@ std::uint64_t MostBytes() {
     return os::PhysicalMemory() / 4 * 3;
 }
 
-}  // namespace
-
-bool IsCompressed(std::string_view bytes) {
-    return KindOf(bytes) != nullptr;
-}
-
-Result<MappedFile> Decompress(const std::string& path, std::string_view bytes,
-                              IOpenProgress* progress) {
-    const Kind& kind = *KindOf(bytes);
-    const auto fails = [&](const char* what, std::string_view rest) {
-        return Error{path +
-                     FormatText(": %s data that %s at byte %zu; what comes before can be had "
-                                "with \"%s -dc\"",
-                                kind.name, what, bytes.size() - rest.size(), kind.name)};
-    };
+Result<FileContent> Decompress(const std::string& path, const Kind& kind, std::string_view bytes,
+                               IOpenProgress* progress) {
+    std::string cut;
     if (!kind.open)
         return Error{path + ": compressed by " + kind.name +
                      ", which this program was built without; decompress it first"};
@@ -59,18 +47,36 @@ Result<MappedFile> Decompress(const std::string& path, std::string_view bytes,
         std::size_t made = 0;
         const auto before = rest.size();
         step = stream->Take(rest, block, made);
-        if (step == IDecompressor::Step::Damaged) return fails("are damaged", rest);
+        if (step == IDecompressor::Step::Damaged)
+            return Error{path + FormatText(": %s data that are damaged at byte %zu; what comes "
+                                           "before can be had with \"%s -dc\"",
+                                           kind.name, bytes.size() - rest.size(), kind.name)};
         if (!file.Append({block.data(), made}) || file.Size() > most)
             return Error{path + ": decompressed it does not fit into memory"};
-        if (step == IDecompressor::Step::GoOn && made == 0 && rest.size() == before)
-            return fails("end too early", rest);
+        if (step == IDecompressor::Step::GoOn && made == 0 && rest.size() == before) {
+            cut = path + FormatText(
+                             ": %s data that end too early, at byte %zu; what comes after "
+                             "is not shown",
+                             kind.name, bytes.size() - rest.size());
+            break;
+        }
         if (progress && !progress->Progress(bytes.size() - rest.size(), bytes.size()))
             return Error{path + ": opening was cancelled", true};
     }
     std::string reason;
     auto map = file.Map(reason);
     if (!map) return Error{path + ": " + reason};
-    return std::move(*map);
+    return FileContent{std::move(*map), std::move(cut)};
+}
+
+}  // namespace
+
+Result<FileContent> ReadContent(const std::string& path, IOpenProgress* progress) {
+    auto file = MapFile(path);
+    if (!file) return file.GetError();
+    const Kind* const kind = KindOf(file->Text());
+    if (kind) return Decompress(path, *kind, file->Text(), progress);
+    return FileContent{std::move(*file), {}};
 }
 
 }  // namespace kvx::formats

@@ -9,12 +9,14 @@
 
 namespace kvx::formats {
 
-// Whether the bytes begin like those of a compressed file.
-bool IsCompressed(std::string_view bytes);
+struct FileContent {
+    MappedFile file;  // mapped, or decompressed in memory
+    std::string cut;  // where compressed data end too early, for people; empty: they do not
+};
 
-// The content of a compressed file, in memory that its path leads to. path is for messages. An
-// error says at which byte the compressed data are damaged or end. progress may be null.
-Result<MappedFile> Decompress(const std::string& path, std::string_view bytes,
-                              IOpenProgress* progress);
+// What stands in a file. Of compressed data that are cut, what comes before the cut; damaged ones
+// are an error that says at which byte, for nobody knows where the damage begins. progress may be
+// null.
+Result<FileContent> ReadContent(const std::string& path, IOpenProgress* progress);
 
 }  // namespace kvx::formats

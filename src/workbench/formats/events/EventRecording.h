@@ -47,8 +47,6 @@ class EventRecording final : public Recording {
     bool TellsReady() const override { return trace_.tellsReady; }
     const service::Kernel& GetKernel() const override;
     std::int64_t TimeOrigin() const override { return trace_.origin; }
-    const service::LossCounters& Losses() const override { return losses_; }
-    const std::vector<std::string>& Warnings() const override { return warnings_; }
 
   private:
     service::Record At(std::uint32_t record) const;
@@ -59,8 +57,6 @@ class EventRecording final : public Recording {
     service::TraceClock clock_;
     std::vector<std::uint32_t> processors_;
     std::vector<service::DeclaredContext> contexts_;
-    service::LossCounters losses_;
-    std::vector<std::string> warnings_;
 };
 
 }  // namespace kvx::formats

@@ -39,8 +39,7 @@ StandardRecording::StandardRecording(OpenedLog log)
     NoteProcessors();
     // The lines do not say which processor wrote them: with several, steps back are no more than
     // their interleaving.
-    if (processors_.size() == 1)
-        log_.losses.Add(service::Loss::TimeStepsBack, log_.index.stepsBack);
+    if (processors_.size() == 1) losses_.Add(service::Loss::TimeStepsBack, log_.index.stepsBack);
     LookThrough("\"TASK.dispatch()\", \"TASK.state=\", \"TASK.enterSVC()\"");
 }
 

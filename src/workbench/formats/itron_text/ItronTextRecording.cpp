@@ -24,7 +24,7 @@ ItronTextRecording::ItronTextRecording(OpenedLog log)
     : TextLog(std::move(log), KernelOf(log.resources)), isOurs_(!log_.resources.kernel.empty()) {
     processors_ = log_.index.processors;
     if (processors_.empty()) TakeOneProcessor();
-    log_.losses.Add(service::Loss::TimeStepsBack, log_.index.stepsBack);
+    losses_.Add(service::Loss::TimeStepsBack, log_.index.stepsBack);
     LookThrough("\"dispatch to task\", \"task N becomes\", \"enter to\"");
 }
 

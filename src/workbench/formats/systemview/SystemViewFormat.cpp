@@ -10,12 +10,18 @@ namespace kvx::formats {
 namespace systemview {
 namespace {
 
-Result<MappedFile> OpenFurther(const std::string& path, IOpenProgress* progress) {
-    auto file = MapFile(path);
-    if (file && IsCompressed(file->Text())) file = Decompress(path, file->Text(), progress);
-    if (file && !Recognises(file->Text()))
+// What is wrong, if anything is.
+std::optional<Error> AddFurther(const std::string& path, Loaded& loaded, IOpenProgress* progress) {
+    auto content = ReadContent(path, progress);
+    if (!content) return content.GetError();
+    if (!Recognises(content->file.Text()))
         return Error{path + ": not a SystemView recording, as the first file is"};
-    return file;
+    if (!content->cut.empty()) {
+        loaded.losses.Add(service::Loss::DamagedTail);
+        loaded.warnings.push_back(std::move(content->cut));
+    }
+    loaded.files.push_back(std::move(content->file));
+    return std::nullopt;
 }
 
 // Files of one core each are numbered in their order.
@@ -45,9 +51,7 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
     loaded.path = candidate.path;
     loaded.files.push_back(std::move(*candidate.file));
     for (const auto& path : options.moreFiles) {
-        auto file = OpenFurther(path, progress);
-        if (!file) return file.GetError();
-        loaded.files.push_back(std::move(*file));
+        if (auto failure = AddFurther(path, loaded, progress)) return *failure;
     }
     auto cores = CoresOf(loaded);
     if (!cores) return Error{candidate.path + ": " + cores.GetError().message};

@@ -53,8 +53,9 @@ SystemViewRecording::SystemViewRecording(Loaded loaded, const OpenOptions& optio
     setsPriority_.resize(facts_.used.size());
     for (std::uint32_t id = kFirstCall; id < facts_.used.size(); ++id)
         setsPriority_[id] = kernel_.SetsPriority(forms_.NameOf(id));
-    const auto& more = forms_.Warnings();
-    loaded_.warnings.insert(loaded_.warnings.end(), more.begin(), more.end());
+    losses_ = loaded_.losses;
+    warnings_ = std::move(loaded_.warnings);
+    warnings_.insert(warnings_.end(), forms_.Warnings().begin(), forms_.Warnings().end());
     firstTime_ = TimeOf(0);
     Declare();
 }

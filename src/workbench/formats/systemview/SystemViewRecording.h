@@ -21,8 +21,8 @@ struct Loaded {
     std::string author;
     std::vector<MappedFile> files;  // the stream reads their bytes
     std::unique_ptr<Stream> stream;
-    service::LossCounters losses;
-    std::vector<std::string> warnings;
+    service::LossCounters losses;       // so far
+    std::vector<std::string> warnings;  // so far
 };
 
 class SystemViewRecording final : public Recording {
@@ -45,8 +45,6 @@ class SystemViewRecording final : public Recording {
     std::string NameOf(std::uint32_t record) const override;
     std::int64_t TimeOf(std::uint32_t record) const override;
     std::string FactsOf(const service::ContextKey& context) const override;
-    const service::LossCounters& Losses() const override { return loaded_.losses; }
-    const std::vector<std::string>& Warnings() const override { return loaded_.warnings; }
     const service::Kernel& GetKernel() const override { return kernel_; }
 
   private:

@@ -29,6 +29,8 @@ Result<OpenedLog> OpenLog(const std::string& path, MappedFile file, const OpenOp
 
 TextLog::TextLog(OpenedLog log, const service::Kernel& kernel)
     : log_(std::move(log)), kernel_(kernel), clock_(log_.resources.timeUnit) {
+    losses_ = log_.losses;
+    warnings_ = std::move(log_.warnings);
     origin_ = service::OriginOf(log_.index.firstTime, log_.index.lastTime, clock_);
 }
 
@@ -93,9 +95,9 @@ Record TextLog::At(std::uint32_t record) const {
 void TextLog::LookThrough(const char* lookedFor) {
     CountCutLine();
     if (!SaysAnything())
-        log_.warnings.push_back(log_.path +
-                                ": no line says anything of tasks or system calls (looked for " +
-                                lookedFor + "); nothing is shown");
+        warnings_.push_back(log_.path +
+                            ": no line says anything of tasks or system calls (looked for " +
+                            lookedFor + "); nothing is shown");
 }
 
 bool TextLog::SaysAnything() {
@@ -113,7 +115,7 @@ void TextLog::CountCutLine() {
     auto text = log_.file.Text();
     if (text.ends_with('\n') || text.ends_with('\r')) return;
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
-    if (IsCut(text.substr(text.rfind('\n') + 1))) log_.losses.Add(Loss::CutRecord);
+    if (IsCut(text.substr(text.rfind('\n') + 1))) losses_.Add(Loss::CutRecord);
 }
 
 // Whether a line that the end of the file ends was not finished.

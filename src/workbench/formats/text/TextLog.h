@@ -20,8 +20,8 @@ struct OpenedLog {
     MappedFile file;
     ResourceFile resources;
     LineIndex index;
-    service::LossCounters losses;
-    std::vector<std::string> warnings;
+    service::LossCounters losses;       // so far
+    std::vector<std::string> warnings;  // so far
 };
 
 // staysBehind: see LineRules.
@@ -49,8 +49,6 @@ class TextLog : public Recording {
     std::string NameOf(std::uint32_t record) const override { return std::string(At(record).name); }
     std::int64_t TimeOf(std::uint32_t record) const override { return At(record).time; }
     std::uint32_t ProcessorOf(std::uint32_t record) const override { return At(record).processor; }
-    const service::LossCounters& Losses() const override { return log_.losses; }
-    const std::vector<std::string>& Warnings() const override { return log_.warnings; }
     const service::Kernel& GetKernel() const override { return kernel_; }
     std::int64_t TimeOrigin() const override { return origin_; }
 

@@ -39,8 +39,6 @@ class ThreadXRecording final : public Recording {
         return times_[steps_[record].event];
     }
     std::string FactsOf(const service::ContextKey& context) const override;
-    const service::LossCounters& Losses() const override { return losses_; }
-    const std::vector<std::string>& Warnings() const override { return warnings_; }
     const service::Kernel& GetKernel() const override;
 
   private:
@@ -64,8 +62,6 @@ class ThreadXRecording final : public Recording {
     std::unordered_map<std::uint32_t, std::uint64_t> threads_;  // number by pointer, from 1
     std::unordered_map<std::uint32_t, const Object*> objects_;  // by pointer
     std::map<std::uint32_t, std::string> otherCalls_;           // names made up, by event
-    service::LossCounters losses_;
-    std::vector<std::string> warnings_;
 };
 
 }  // namespace kvx::formats::threadx
