@@ -169,6 +169,32 @@ TEST_F(Demonstration, OverviewShowsAndMovesWhatTheChartShows) {
     EXPECT_LT(Position().displayStart, before.displayStart / 4);
 }
 
+// It is there from the first recording on, small, under the chart; hidden once it stays hidden.
+TEST(OverviewDock, IsUnderTheChartUntilItIsHidden) {
+    Settings settings;
+    Workbench workbench{settings};
+    ASSERT_EQ(workbench.Start(QString::fromLocal8Bit(qgetenv("KVX_BIN_DIR"))), "");
+    QMainWindow& window = workbench.Window();
+    window.resize(1000, 700);
+    window.show();
+    QTest::qWait(20);
+    auto& dock = *static_cast<QDockWidget*>(workbench.Timing().Strip().parentWidget());
+    EXPECT_FALSE(dock.isVisible()) << "without a recording";
+    auto trace = std::make_unique<service::TraceService>();
+    trace->SetRecording(std::make_unique<test::TestRecording>());
+    ASSERT_TRUE(workbench.Show(std::move(trace)));
+    QTest::qWait(20);
+    EXPECT_TRUE(dock.isVisible());
+    EXPECT_LT(dock.height(), window.height() / 5);
+    EXPECT_GT(dock.y(), window.height() / 2);
+    dock.toggleViewAction()->trigger();
+    workbench.CloseRecording();
+    ASSERT_TRUE(workbench.OpenDemonstration());
+    for (int i = 0; i < 3000 && !workbench.Timing().Facts(); ++i) QTest::qWait(10);
+    EXPECT_TRUE(workbench.Timing().Findings().isVisible());
+    EXPECT_FALSE(dock.isVisible());
+}
+
 TEST(OverviewLoad, AddsUpWhatRanInEachSlice) {
     auto decoded = std::make_shared<service::DecodedRecording>(
         std::make_unique<test::TestRecording>(std::vector{0u}, 40100));

@@ -12,7 +12,6 @@ namespace kvx {
 namespace {
 
 constexpr std::uint32_t kNoContext = 0xFFFFFFFFu;
-constexpr std::uint32_t kNoEvent = 0xFFFFFFFFu;
 
 class ChartSearch {
   public:

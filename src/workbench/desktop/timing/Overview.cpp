@@ -8,8 +8,9 @@
 namespace kvx::desktop {
 namespace {
 
-constexpr int kTicks = 7;          // height of the row of findings
-constexpr double kReach = 5;       // pixels beside an edge of the frame that take hold of it
+constexpr int kHeight = 52;   // what other docks need is taken from the chart, not from the strip
+constexpr int kTicks = 7;     // height of the row of findings
+constexpr double kReach = 5;  // pixels beside an edge of the frame that take hold of it
 constexpr double kLeastFrame = 4;  // pixels, as it is drawn
 
 // Neighbours differ; the last colour is that of all others together.
@@ -22,8 +23,7 @@ QColor ColourOf(std::size_t context) {
 }  // namespace
 
 Overview::Overview(QWidget* parent) : QWidget(parent) {
-    setMinimumHeight(36);
-    setMaximumHeight(160);
+    setFixedHeight(kHeight);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
 }

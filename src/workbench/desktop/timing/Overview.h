@@ -26,8 +26,6 @@ class Overview final : public QWidget {
     // What the chart shows; none: it shows nothing.
     void SetDisplay(std::optional<std::pair<double, double>> display);
 
-    QSize sizeHint() const override { return {600, 64}; }
-
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

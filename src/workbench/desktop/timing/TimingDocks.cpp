@@ -101,16 +101,21 @@ void TimingDocks::Fault(const QString& message) {
     if (onRulesFault) onRulesFault(message);
 }
 
-// The strip under the chart; findings and tables in one place below, the
-// explanation beside them.
+// The strip under the chart, shown until somebody hides it; findings and tables in one place below,
+// the explanation beside them.
 void TimingDocks::Place(QDockWidget& above) {
     if (std::exchange(arePlaced_, true)) return;
     for (QDockWidget* const dock : all_) {
         dock->toggleViewAction()->setEnabled(true);
-        if (window_.restoreDockWidget(dock)) continue;
-        if (dock == overviewDock_)
+        // A layout that was restored before has put them where they stand.
+        const bool stands = window_.dockWidgetArea(dock) != Qt::NoDockWidgetArea;
+        if (stands || window_.restoreDockWidget(dock)) continue;
+        if (dock == overviewDock_) {
             window_.splitDockWidget(&above, dock, Qt::Vertical);
-        else if (dock == findings_)
+            dock->show();
+            continue;
+        }
+        if (dock == findings_)
             window_.splitDockWidget(overviewDock_, dock, Qt::Vertical);
         else if (dock == explanation_)
             window_.splitDockWidget(findings_, dock, Qt::Horizontal);
@@ -250,7 +255,6 @@ void TimingDocks::SelectAgain() {
 
 void TimingDocks::ShowFindings() {
     if (!facts_ || !findings_->Shown()) return;
-    overviewDock_->show();
     explanation_->show();
     findings_->show();
     findings_->raise();
