@@ -127,6 +127,33 @@ std::vector<std::string> EventsOf(const CtfWriter& ctf, std::vector<std::string>
     return Events(*trace);
 }
 
+// Who is switched out is who runs, whether it is told or not.
+TEST(Ctf, ZephyrMayNotSayWhoIsSwitchedOut) {
+    const auto eventsOf = [](bool told) {
+        CtfWriter ctf(kZephyrHeader);
+        ctf.Declare("thread_switched_in", kIn, kThread);
+        ctf.Declare("thread_switched_out", kOut, told ? kThread : "");
+        ctf.Declare("semaphore_take_enter", kTake, "uint32_t id; uint32_t timeout;");
+        ctf.Declare("semaphore_take_blocking", kBlock, "uint32_t id; uint32_t timeout;");
+        std::uint32_t before = kRest;
+        const auto turn = [&](std::uint32_t time, std::uint32_t to) {
+            auto& out = ctf.Event(time, kOut);
+            if (told) out.Put(before).Name("x");
+            ctf.Event(time, kIn).Put(to).Name("x");
+            before = to;
+        };
+        ctf.Event(5, kIn).Put(kRest).Name("x");
+        turn(10, kMain);
+        ctf.Event(20, kTake).Put(kSem).Put(5u);
+        ctf.Event(21, kBlock).Put(kSem).Put(5u);
+        turn(22, kWork);
+        turn(30, kMain);
+        return EventsOf(ctf, {"ready_times_unknown 1"});
+    };
+    EXPECT_EQ(eventsOf(false), eventsOf(true));
+    EXPECT_THAT(eventsOf(false), Contains("22 state x: WAI (SEM)"));
+}
+
 TEST(Ctf, ZephyrReadyTimesFollowFromWhatReleasedTheThread) {
     auto ctf = NewZephyr();
     ctf.Event(10, kOut).Put(kMain).Name("main");

@@ -71,8 +71,10 @@ void Decoder::LearnAhead(Processor& on) {
         if (on.known || next->processor != on.number) continue;
         if (next->kind == RecordKind::DispatchTo || next->kind == RecordKind::Runs) return;
         if (next->kind == RecordKind::Switch) return Learn(on, next->from);
-        if (next->kind == RecordKind::DispatchFrom || next->kind == RecordKind::SwitchedOut)
-            return Learn(on, next->subject);
+        if (next->kind == RecordKind::DispatchFrom || next->kind == RecordKind::SwitchedOut) {
+            if (next->subject.kind != ContextKind::Unknown) Learn(on, next->subject);
+            return;
+        }
     }
 }
 
@@ -156,8 +158,13 @@ void Decoder::OnDispatchFrom(Processor& on, const ContextKey& from) {
     OnDispatchTo(on, {ContextKind::Task, 0});
 }
 
+// Where it is not told who is switched out, it is who runs.
 void Decoder::OnSwitchedOut(Processor& on, const ContextKey& from) {
     UnwindHandlers(on);
+    if (from.kind == ContextKind::Unknown) {
+        if (on.running) OnSwitchedOut(on, {ContextKind::Task, on.running->id});
+        return;
+    }
     Learn(on, from);
     if (from.id == 0) return;
     Task& task = TaskOf(from, on.number);

@@ -65,7 +65,11 @@ class Pass {
                 if (running_ && handlers_ == 0) running_->blocks = running_->sleeps = false;
                 return;
             case RecordKind::SwitchedOut:
-                return OnOut(sleepers_[record.subject.id]);
+                if (record.subject.kind != ContextKind::Unknown)
+                    OnOut(sleepers_[record.subject.id]);
+                else if (running_)
+                    OnOut(*running_);
+                return;
             case RecordKind::State:
                 return OnState(record.subject.id, record.state);
             case RecordKind::Suspend:

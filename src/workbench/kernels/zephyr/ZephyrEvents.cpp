@@ -39,15 +39,28 @@ constexpr std::string_view kEnter = "_enter";
 constexpr std::string_view kBlocking = "_blocking";
 constexpr std::string_view kExit = "_exit";
 
+// What the scheduler does is no call, even where it is not told with which thread.
+bool PlanWithoutThread(std::string_view name, EventPlan& plan) {
+    constexpr std::array kScheduler = {"thread_switched_in", "thread_ready", "thread_pend",
+                                       "thread_pending"};
+    if (name == "thread_switched_out") {
+        plan.kind = RecordKind::SwitchedOut;
+        plan.subjectKind = ContextKind::Unknown;
+        return true;
+    }
+    return std::ranges::find(kScheduler, name) != std::end(kScheduler);
+}
+
 bool PlanThread(const EventShape& shape, EventPlan& plan) {
     const auto at = std::ranges::find(kThreadEvents, shape.name, &ThreadEvent::name);
     if (at == kThreadEvents.end()) return false;
+    plan.subject = shape.Find({"thread_id"});
+    plan.subjectName = shape.Find({"name"});
+    if (!plan.subject) return PlanWithoutThread(shape.name, plan);
     plan.kind = at->kind;
     plan.state = at->state;
     plan.tellsReady = at->tellsReady;
-    plan.subject = shape.Find({"thread_id"});
-    plan.subjectName = shape.Find({"name"});
-    return static_cast<bool>(plan.subject);
+    return true;
 }
 
 // The handlers that run when a timer expires or is stopped are the timer's, in whatever they run.
