@@ -13,6 +13,7 @@
 #include "TestRecording.h"
 #include "host/OSTraceRange.h"
 #include "host/Services.h"
+#include "workbench/desktop/QtText.h"
 #include "workbench/desktop/Workbench.h"
 
 namespace kvx::desktop {
@@ -25,11 +26,11 @@ constexpr AnalysisForm kForm = {"things", "things", "Things", kColumns};
 // Row n is called "thing n" and is n * 7919 % count large.
 class Things final : public Analysis {
   public:
-    explicit Things(int count) : count_(count) {}
+    explicit Things(int count, CString name = "thing ") : count_(count), name_(std::move(name)) {}
     const AnalysisForm& Form() const override { return kForm; }
     int RowCount() const override { return count_; }
     CString Cell(int row, int column) const override {
-        return column == 0 ? "thing " + std::to_string(row) : std::to_string(Size(row));
+        return column == 0 ? name_ + std::to_string(row) : std::to_string(Size(row));
     }
     std::int64_t SortNumber(int row, int) const override { return Size(row); }
     Members Values(int) const override { return {}; }
@@ -38,6 +39,7 @@ class Things final : public Analysis {
   private:
     std::int64_t Size(int row) const { return std::int64_t{row} * 7919 % count_; }
     int count_;
+    CString name_;
 };
 
 TEST(RowPicker, SortsAndFiltersInPieces) {
@@ -90,6 +92,25 @@ TEST(TableDock, FiltersCopiesAndTellsWhatIsSelected) {
     dock.SetFilter("");
     dock.View().sortByColumn(1, Qt::DescendingOrder);
     EXPECT_EQ(dock.View().model()->index(0, 1).data().toString(), "9");
+}
+
+// Nothing that stands in the first rows is cut off; what the user has set stays.
+TEST(TableDock, ColumnsAreWideEnoughUntilTheUserSetsThem) {
+    TableDock dock("Things", kForm, nullptr);
+    QTableView& view = dock.View();
+    dock.resize(900, 400);
+    dock.show();
+    const CString longName = "a thing with a name of some length ";
+    dock.Show(std::make_shared<Things>(10, longName));
+    EXPECT_GE(view.columnWidth(0), view.fontMetrics().horizontalAdvance(FromUtf8(longName + "9")));
+    const int wide = view.columnWidth(0);
+    dock.Say("Another recording.");
+    dock.Show(std::make_shared<Things>(10));
+    EXPECT_LT(view.columnWidth(0), wide);
+    view.setColumnWidth(0, 33);
+    dock.Say("Another recording.");
+    dock.Show(std::make_shared<Things>(10));
+    EXPECT_EQ(view.columnWidth(0), 33);
 }
 
 class Demonstration : public testing::Test {

@@ -18,6 +18,8 @@ namespace kvx::desktop {
 namespace {
 
 constexpr int kMargin = 4;
+constexpr int kWidest = 40;         // characters that a column is made wide for by itself
+constexpr int kRowsLookedAt = 100;  // for that
 
 }  // namespace
 
@@ -50,11 +52,9 @@ TableDock::TableDock(const QString& name, const AnalysisForm& form, QWidget* par
     view_->setContextMenuPolicy(Qt::CustomContextMenu);
     view_->horizontalHeader()->setHighlightSections(false);
     view_->verticalHeader()->hide();
-    const int characterWidth = fontMetrics().averageCharWidth();
     view_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + kMargin);
-    int section = 0;
-    for (const AnalysisColumn& column : form.columns)
-        view_->setColumnWidth(section++, (column.width + 2) * characterWidth);
+    view_->horizontalHeader()->setResizeContentsPrecision(kRowsLookedAt);
+    SetWidths(form);
     view_->horizontalHeader()->setStretchLastSection(form.columns.back().kind == ValueKind::Text);
     view_->installEventFilter(this);
     filter_->installEventFilter(this);
@@ -69,6 +69,11 @@ TableDock::TableDock(const QString& name, const AnalysisForm& form, QWidget* par
     setWidget(content);
     setFocusProxy(view_);
 
+    connect(view_->horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section) {
+        // The last one follows the room that there is.
+        const bool follows = section == model_.columnCount() - 1;
+        if (widths_ != Widths::BeingFitted && !follows) widths_ = Widths::Users;
+    });
     connect(filter_, &QLineEdit::textChanged, this,
             [this](const QString& text) { model_.Filter(text); });
     connect(view_->selectionModel(), &QItemSelectionModel::currentChanged, this,
@@ -79,7 +84,10 @@ TableDock::TableDock(const QString& name, const AnalysisForm& form, QWidget* par
     });
     connect(view_, &QTableView::customContextMenuRequested, this,
             [this](const QPoint& at) { ShowMenu(at); });
-    model_.onRows = [this] { ShowCount(); };
+    model_.onRows = [this] {
+        ShowCount();
+        FitWidths();
+    };
     Say({});
 }
 
@@ -88,12 +96,34 @@ void TableDock::Show(std::shared_ptr<const Analysis> analysis) {
     model_.Show(std::move(analysis));
 }
 
+// As the columns ask for, until there are rows.
+void TableDock::SetWidths(const AnalysisForm& form) {
+    int section = 0;
+    for (const AnalysisColumn& column : form.columns)
+        view_->setColumnWidth(section++, (column.width + 2) * fontMetrics().averageCharWidth());
+}
+
+// Wide enough for the first rows of a recording, but for the last column, which has the rest of the
+// room.
+void TableDock::FitWidths() {
+    if (widths_ != Widths::ToFit || model_.rowCount() == 0) return;
+    widths_ = Widths::BeingFitted;
+    const int widest = kWidest * fontMetrics().averageCharWidth();
+    for (int section = 0; section < model_.columnCount() - 1; ++section) {
+        view_->resizeColumnToContents(section);
+        view_->setColumnWidth(section, std::min(view_->columnWidth(section), widest));
+    }
+    widths_ = Widths::Fitted;
+}
+
 void TableDock::Say(const QString& text) {
     words_->setText(text);
     words_->setVisible(!text.isEmpty());
     rows_->setVisible(text.isEmpty());
     filter_->setEnabled(text.isEmpty());
-    if (!text.isEmpty()) model_.Show(nullptr);
+    if (text.isEmpty()) return;
+    model_.Show(nullptr);
+    if (widths_ == Widths::Fitted) widths_ = Widths::ToFit;
 }
 
 void TableDock::PutBeside(QWidget& choice, QWidget& picture) {

@@ -45,6 +45,8 @@ class TableDock : public QDockWidget {
     void ShowMenu(const QPoint& at);
     void ShowCount();
     void Selected(const QModelIndex& index);
+    void SetWidths(const AnalysisForm& form);
+    void FitWidths();
 
     TableModel model_;
     QHBoxLayout* bar_;
@@ -54,6 +56,8 @@ class TableDock : public QDockWidget {
     QLabel* range_;
     QLabel* words_;
     QTableView* view_;
+    // Of the columns. Those that the user has set stay.
+    enum class Widths { ToFit, BeingFitted, Fitted, Users } widths_ = Widths::ToFit;
 };
 
 }  // namespace kvx::desktop
