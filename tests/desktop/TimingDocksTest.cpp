@@ -322,6 +322,12 @@ TEST_F(Demonstration, DocksGoWithTheRecordingAndComeBack) {
     ASSERT_TRUE(workbench_.Show(std::move(trace)));
     EXPECT_TRUE(docks.Findings().isVisible());
     WaitForFacts();
+    // It tells of no waits: an empty table would say that there were none.
+    EXPECT_EQ(docks.Table("waits").Shown(), nullptr);
+    QStringList words;
+    for (const QLabel* label : docks.Table("waits").findChildren<QLabel*>()) words << label->text();
+    EXPECT_TRUE(words.join(' ').contains("show no wait that ends a job"))
+        << words.join(' ').toStdString();
 }
 
 TEST(Histogram, CountsValuesIntoBarsOfEqualRatio) {

@@ -26,6 +26,13 @@ const Kind* ValueIn(const Members& members, const char* key) {
     return value ? std::get_if<Kind>(&value->data) : nullptr;
 }
 
+// Why there may be nothing, where the recording does not tell it.
+QString WithNotes(const char* text, const std::vector<std::string>& notes) {
+    QStringList lines{text};
+    for (const std::string& note : notes) lines << FromUtf8(note);
+    return lines.join("\n\n");
+}
+
 }  // namespace
 
 TimingDocks::TimingDocks(QMainWindow& window, QMenu& menu)
@@ -225,8 +232,12 @@ void TimingDocks::Take(std::shared_ptr<const TimingFacts> facts) {
     for (std::size_t i = 0; i < index.size(); ++i) {
         const auto at = std::ranges::find(tables_, index[i].form, &TableOf::form);
         if (at == tables_.end()) continue;
+        const Analysis* const table = facts_->tables[i].get();
         // The table borrows from the facts, which the pointer keeps with it.
-        at->dock->Show(std::shared_ptr<const Analysis>(facts_, facts_->tables[i].get()));
+        if (table->RowCount() > 0)
+            at->dock->Show(std::shared_ptr<const Analysis>(facts_, table));
+        else
+            at->dock->Say(WithNotes("There is nothing to show.", facts_->model->Notes()));
     }
     SayRange();
     SelectAgain();
@@ -237,7 +248,7 @@ void TimingDocks::ShowFound() {
     limit_->setEnabled(true);
     if (!facts_->failure.empty()) Fault(FromUtf8(facts_->failure));
     if (facts_->found.violations.empty() && facts_->found.findings.empty())
-        findings_->Say("Nothing was found.");
+        findings_->Say(WithNotes("Nothing was found.", facts_->found.notes));
     else
         findings_->Show(std::make_shared<FindingsTable>(facts_));
     ShowOverview();
@@ -246,7 +257,8 @@ void TimingDocks::ShowFound() {
 void TimingDocks::SelectAgain() {
     const std::string name = std::exchange(shownAgain_, {});
     TableDock& table = Table("timing");
-    for (int row = 0; !name.empty() && row < table.Shown()->RowCount(); ++row) {
+    if (name.empty() || !table.Shown()) return;
+    for (int row = 0; row < table.Shown()->RowCount(); ++row) {
         const auto context = ContextOf(*table.Shown(), row);
         if (context && facts_->model->AllContexts().NameOf(*context) == name)
             return table.Select(row);
