@@ -79,7 +79,7 @@ TEST_F(Save, OffersTheFileWrittenLast) {
     EXPECT_EQ(boxes.LastFile().directory, "$(CONFIGDIR)");
     SaveTo("");
     EXPECT_EQ(boxes.LastFile().name, "one.csv");
-    EXPECT_EQ(boxes.LastFile().directory, folder_.string());
+    EXPECT_EQ(boxes.LastFile().directory, folder_.generic_string());
     SaveTo("");
     EXPECT_EQ(boxes.LastFile().name, "one.csv");
     // A window of its own knows nothing of it.

@@ -3,12 +3,14 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 
 #include "component/ModuleBoxes.h"
 #include "component/SmallTrace.h"
 #include "component/TestHost.h"
+#include "platform/os/Module.h"
 
 namespace kvx::test {
 namespace {
@@ -21,6 +23,12 @@ constexpr std::uint32_t kOpenOSTrace = 32770;
 constexpr std::uint32_t kExpand = 47104;
 constexpr std::uint32_t kTraceStop = 47402;
 
+// The file of a module, as it is named here.
+std::string FileOf(const std::string& module) {
+    const std::string suffix(os::kModuleSuffix);
+    return (suffix == ".so" ? "lib" : "") + module + suffix;
+}
+
 // The component in a folder of its own, with the resource library of a test or without one.
 class CopiedModule {
   public:
@@ -28,7 +36,7 @@ class CopiedModule {
     explicit CopiedModule(const std::string& resources, std::size_t length = 0) {
         top_ = fs::temp_directory_path() / ("kvx_component_" + std::to_string(::getpid()));
         folder_ = top_;
-        const std::size_t shortest = (folder_ / "libKvxOSTrace.so").string().size();
+        const std::size_t shortest = (folder_ / FileOf("KvxOSTrace")).string().size();
         while (length > shortest + 202) {
             folder_ /= std::string(100, 'x');
             length -= 101;
@@ -36,10 +44,10 @@ class CopiedModule {
         if (length > shortest + 1) folder_ /= std::string(length - shortest - 1, 'x');
         fs::create_directories(folder_);
         const fs::path from = BinDirectory();
-        fs::copy_file(from / "libKvxOSTrace.so", folder_ / "libKvxOSTrace.so");
+        fs::copy_file(from / FileOf("KvxOSTrace"), folder_ / FileOf("KvxOSTrace"));
         if (!resources.empty()) {
-            fs::copy_file(from / ("libresource_" + resources + ".so"),
-                          folder_ / "libKvxOSTraceExtRes.so");
+            fs::copy_file(from / FileOf("resource_" + resources),
+                          folder_ / FileOf("KvxOSTraceExtRes"));
         }
     }
     ~CopiedModule() { fs::remove_all(top_); }

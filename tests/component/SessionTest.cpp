@@ -2,18 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QImage>
-#include <QPixmap>
-#include <QTest>
-#include <QWidget>
-
 #include "component/ModuleBoxes.h"
 #include "component/SmallTrace.h"
 #include "component/TestHost.h"
 #include "host/FormatViewClient.h"
 #include "host/OSTraceRange.h"
 #include "platform/base/Resources.h"
+#include "support/DrawnWindow.h"
+#include "support/toolkit/Toolkit.h"
 
 namespace kvx::test {
 namespace {
@@ -66,10 +62,10 @@ TEST(Session, AChangedDisplayIsNewsToAllViewsButItsSender) {
     host.Send(host::kEventTraceReady);
     host.docking.Command(47501);  // the table of system calls follows the indicator
     const HWND analyze = host.docking.Docking();
-    QWidget* const view = reinterpret_cast<QWidget*>(analyze)->childAt(100, 150);
-    ASSERT_NE(view, nullptr);
+    const HWND view = WindowAt(analyze, {100, 150});
+    ASSERT_NE(view, analyze);
     host.broadcasts.clear();
-    QTest::mouseClick(view, Qt::LeftButton, {}, {60, 60});  // goes to the call of a row
+    ClickMouse(view, {60, 60});  // goes to the call of a row
     ASSERT_FALSE(host.broadcasts.empty());
     EXPECT_EQ(host.broadcasts.back().id, host::kEventDisplayChanged);
     const std::uintptr_t sender = host.broadcasts.back().datum;
@@ -160,25 +156,21 @@ TEST(Session, ADockingWindowThatCannotBeMadeLeavesNoWindow) {
 TEST(Session, ADarkDesktopKeepsTheChartOnLightGround) {
     TestHost host;
     const ModuleBoxes boxes;
-    const QPalette before = QApplication::palette();
-    QPalette dark = before;
-    dark.setColor(QPalette::Base, QColor(25, 25, 25));
-    dark.setColor(QPalette::Window, QColor(45, 45, 45));
-    QApplication::setPalette(dark);
+    if (!SetDarkDesktop(true)) GTEST_SKIP() << "this desktop is never dark";
     host.trace.Load(SmallTrace());
     {
         const Session session(host);
         host.docking.Command(kOpenOSTrace);
         host.Send(host::kEventTraceReady);
-        auto* const control = reinterpret_cast<QWidget*>(host.docking.Control());
+        CWnd* const control = CWnd::FromHandle(host.docking.Control());
         ASSERT_NE(control, nullptr);
-        control->resize(600, 300);
-        const QImage picture = control->grab().toImage();
+        control->MoveWindow(0, 0, 600, 300);
+        const Surface picture = DrawingOf(control->m_hWnd);
         // In the chart below the lines, and in the face of a table cell.
-        EXPECT_GT(picture.pixelColor(500, 220).lightness(), 200);
-        EXPECT_GT(picture.pixelColor(20, 200).lightness(), 150);
+        EXPECT_GT(GetRValue(picture.At(500, 220)), 200u);
+        EXPECT_GT(GetRValue(picture.At(20, 200)), 150u);
     }
-    QApplication::setPalette(before);
+    SetDarkDesktop(false);
 }
 
 TEST(Session, FontAndColoursAreKeptAsProperties) {

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QWidget>
-
 #include "host/Identifiers.h"
 #include "platform/base/Text.h"
 
@@ -232,8 +230,8 @@ HRESULT TestDocking::RegisterWindow(HWND window, HWND control, std::uint32_t ide
     registration.control = control;
     registration.target = target;
     registration.owners.push_back(owner);
-    auto* const outer = reinterpret_cast<QWidget*>(window);
-    reinterpret_cast<QWidget*>(control)->resize(outer->size());
+    const SIZE size = CWnd::FromHandle(window)->GetClientRect().Size();
+    CWnd::FromHandle(control)->MoveWindow(0, 0, size.cx, size.cy);
     return S_OK;
 }
 

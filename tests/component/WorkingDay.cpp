@@ -1,11 +1,9 @@
 #include "component/WorkingDay.h"
 
-#include <QPixmap>
-#include <QWidget>
-
 #include "host/FormatViewClient.h"
 #include "host/OSTraceRange.h"
 #include "host/WorkSpaceClient.h"
+#include "support/DrawnWindow.h"
 
 namespace kvx::test {
 namespace {
@@ -25,7 +23,7 @@ void OpenWindows(TestHost& host) {
 
 void LookAtWindows(TestHost& host) {
     for (const auto& window : host.docking.windows) {
-        reinterpret_cast<QWidget*>(window->GetSafeHwnd())->grab();
+        DrawingOf(window->GetSafeHwnd());
     }
 }
 

@@ -2,13 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <QTest>
-#include <QWidget>
-
 #include "component/ModuleBoxes.h"
 #include "component/SmallTrace.h"
 #include "component/TestHost.h"
 #include "host/WorkSpaceClient.h"
+#include "support/DrawnWindow.h"
+#include "support/toolkit/Toolkit.h"
 
 namespace kvx::test {
 namespace {
@@ -61,13 +60,12 @@ TEST(Workspace, WindowsColoursAndSettingsComeBack) {
 void WidenSomeColumn(TestHost& host, HWND docking) {
     for (const auto& [identifier, registration] : host.docking.registrations) {
         if (registration.docking != docking || !registration.control) continue;
-        auto* const control = reinterpret_cast<QWidget*>(registration.control);
-        QWidget* const view = control->childAt(100, 100);
-        ASSERT_NE(view, nullptr);
+        const HWND view = WindowAt(registration.control, {100, 100});
+        ASSERT_NE(view, registration.control);
         for (int x = 10; x < 200 && !Modified(host); ++x) {
-            QTest::mousePress(view, Qt::LeftButton, {}, {x, 5});
-            QTest::mouseMove(view, {x + 30, 5});
-            QTest::mouseRelease(view, Qt::LeftButton, {}, {x + 30, 5});
+            PressMouse(view, {x, 5});
+            MoveMouse(view, {x + 30, 5});
+            ReleaseMouse(view, {x + 30, 5});
         }
     }
     EXPECT_EQ(Modified(host), 1);
@@ -156,7 +154,7 @@ TEST(Workspace, DamagedTextsCostOnlyThemselves) {
         EXPECT_EQ(Client(host)->WorkspaceOpened(1, 2, nullptr, 4), S_OK);
         EXPECT_EQ(host.docking.windows.size(), each.windows) << each.texts.begin()->second;
         host.Send(host::kEventTraceReady);
-        if (each.windows) reinterpret_cast<QWidget*>(host.docking.Docking())->grab();
+        if (each.windows) DrawingOf(host.docking.Docking());
         EXPECT_EQ(Client(host)->WorkspaceSaving(1, 2, 4), S_OK);
         EXPECT_EQ(host.store.texts[count], std::to_string(each.windows));
     }
@@ -174,7 +172,7 @@ TEST(Workspace, ModesAndWidthsOfTheAnalyzeWindowAreNotTrusted) {
         const Session session(host);
         EXPECT_EQ(Client(host)->WorkspaceOpened(1, 2, nullptr, 4), S_OK);
         ASSERT_EQ(host.docking.windows.size(), 1u);
-        reinterpret_cast<QWidget*>(host.docking.Docking())->grab();
+        DrawingOf(host.docking.Docking());
         EXPECT_EQ(host.docking.Command(47501), S_OK);
         EXPECT_EQ(host.docking.StateOf(47501).checked, 1);
     }

@@ -5,14 +5,12 @@
 
 #include <gtest/gtest.h>
 
-#include <QImage>
-#include <QPixmap>
-#include <QWidget>
 #include <vector>
 
 #include "platform/Backend.h"
 #include "platform/base/Keys.h"
 #include "platform/windows/Cursor.h"
+#include "support/DrawnWindow.h"
 
 namespace {
 
@@ -90,8 +88,15 @@ class Layout {
         Send(WM_MOUSEMOVE, to.x, to.y);
         Send(WM_LBUTTONUP, to.x, to.y);
     }
-    QWidget* Widget(CWnd& wnd) const { return reinterpret_cast<QWidget*>(wnd.GetSafeHwnd()); }
-    QImage Picture() { return Widget(window)->grab().toImage(); }
+    // Row by row.
+    std::vector<std::uint32_t> Picture() const {
+        const kvx::Surface drawn = kvx::test::DrawingOf(window.GetSafeHwnd());
+        const SIZE size = drawn.DeviceSize();
+        return {drawn.Data(), drawn.Data() + std::ptrdiff_t{size.cx} * size.cy};
+    }
+    std::size_t At(int x, int y) const {
+        return static_cast<std::size_t>(y * window.GetClientRect().Width() + x);
+    }
 
   private:
     WINRECT table_[6];
@@ -171,16 +176,16 @@ TEST_F(SizerBar, ItsShapeWhenItIsFirstAskedDecidesItsDirection) {
 
 TEST_F(SizerBar, AnInvertedBarFollowsTheMouseAndLeavesNoTrace) {
     Layout layout;
-    const QImage before = layout.Picture();
+    const auto before = layout.Picture();
     CPoint corner = layout.bar.GetWindowRect().TopLeft();
     layout.window.ScreenToClient(&corner);
     const int top = corner.y;
     layout.Send(WM_LBUTTONDOWN, 3, 2);
     layout.Send(WM_MOUSEMOVE, 3, 42);
-    const QImage during = layout.Picture();
-    for (int y = 0; y < before.height(); ++y) {
+    const auto during = layout.Picture();
+    for (int y = 0; y < layout.window.GetClientRect().Height(); ++y) {
         const bool inBar = y >= top + 40 && y < top + 40 + kThickness;
-        EXPECT_EQ(during.pixel(100, y) != before.pixel(100, y), inBar) << y;
+        EXPECT_EQ(during[layout.At(100, y)] != before[layout.At(100, y)], inBar) << y;
     }
     layout.Send(WM_LBUTTONUP, 3, 42);
     EXPECT_EQ(layout.Picture(), before);
@@ -189,7 +194,7 @@ TEST_F(SizerBar, AnInvertedBarFollowsTheMouseAndLeavesNoTrace) {
 TEST_F(SizerBar, EscapeAndACancelledModeEndADragSilently) {
     for (const UINT message : {WM_CHAR, WM_CANCELMODE}) {
         Layout layout;
-        const QImage before = layout.Picture();
+        const auto before = layout.Picture();
         layout.Send(WM_LBUTTONDOWN, 3, 2);
         layout.Send(WM_MOUSEMOVE, 3, 20);
         layout.bar.SendMessage(WM_CHAR, 'x');  // does not end it

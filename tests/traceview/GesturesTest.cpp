@@ -1,14 +1,11 @@
 // What the mouse has begun, while the display moves under it, and when something else comes before
 // the window: drags go on or leave everything as it was, tips follow what was painted last.
 
-#include <QApplication>
-#include <QDialog>
-#include <QKeyEvent>
-#include <QMenu>
 #include <functional>
 
 #include "framework/StatusFrameWnd.h"
 #include "platform/controls/StatusBarCtrl.h"
+#include "support/toolkit/Toolkit.h"
 #include "traceview/TraceWindow.h"
 
 namespace kvx::test {
@@ -19,7 +16,7 @@ class Gestures : public TraceWindow {
     // Paints, and lets the window look at what it painted.
     void Settle() {
         view->UpdateWindow();
-        QApplication::processEvents();
+        test::Settle();
     }
     CPoint OnBar() const { return {Geometry().X(330.0), Geometry().LineCentre(2)}; }
     void ShowTip() {
@@ -42,15 +39,7 @@ class Gestures : public TraceWindow {
     }
     // A real dialog or menu of the host over the window, for as long as it stands.
     void Over(const std::function<void()>& look, bool menu) {
-        std::unique_ptr<QWidget> other;
-        if (menu)
-            other = std::make_unique<QMenu>();
-        else
-            other = std::make_unique<QDialog>();
-        other->setWindowModality(menu ? Qt::NonModal : Qt::ApplicationModal);
-        other->show();
-        QApplication::processEvents();
-        look();
+        WhileBehind(view->m_hWnd, menu, look);
     }
 };
 
@@ -201,23 +190,17 @@ TEST_F(Gestures, AltWithTheArrowsGoesBackAndForward) {
     Command(ids::kExpand);
     const double scale = Geometry().scale;
     Command(ids::kAdjust);
-    const auto press = [&](int key, Qt::KeyboardModifiers modifiers) {
-        QKeyEvent event(QEvent::KeyPress, key, modifiers);
-        QApplication::sendEvent(reinterpret_cast<QWidget*>(view->GetSafeHwnd()), &event);
+    const auto alt = [&](UINT key) {
+        PressAltKey(view->m_hWnd, key);
+        ReleaseAlt(view->m_hWnd);
     };
-    const auto alt = [&](int key) {
-        press(Qt::Key_Alt, Qt::AltModifier);
-        press(key, Qt::AltModifier);
-        QKeyEvent up(QEvent::KeyRelease, Qt::Key_Alt, Qt::NoModifier);
-        QApplication::sendEvent(reinterpret_cast<QWidget*>(view->GetSafeHwnd()), &up);
-    };
-    alt(Qt::Key_Left);
+    alt(VK_LEFT);
     EXPECT_EQ(Geometry().scale, scale);
-    alt(Qt::Key_Left);
+    alt(VK_LEFT);
     EXPECT_EQ(Geometry().scale, whole);
-    alt(Qt::Key_Left);
+    alt(VK_LEFT);
     EXPECT_EQ(Geometry().scale, whole);
-    alt(Qt::Key_Right);
+    alt(VK_RIGHT);
     EXPECT_EQ(Geometry().scale, scale);
 }
 

@@ -1,18 +1,28 @@
 #include "traceview/TraceWindow.h"
 
-#include <QApplication>
-#include <QPushButton>
+#include "platform/controls/Button.h"
 
 namespace kvx::test {
+namespace {
+
+// Presses the button as a click that waits in the queue.
+void PressStop(HWND window) {
+    IWindows& windows = Backend().Windows();
+    for (const HWND child : windows.Children(window)) {
+        PressStop(child);
+        const auto* const button = dynamic_cast<const CButton*>(CWnd::FromHandle(child));
+        if (button && button->IsWindowVisible() && button->GetWindowText() == "STOP")
+            ::PostMessage(window, WM_COMMAND, MakeCommand(button->GetDlgCtrlID()),
+                          reinterpret_cast<LPARAM>(child));
+    }
+}
+
+}  // namespace
 
 void TraceWindow::StopAfter(int blocks) {
-    service.onCall = [blocks, seen = 0](const std::string& operation) mutable {
+    service.onCall = [this, blocks, seen = 0](const std::string& operation) mutable {
         if (operation.rfind("Analyze", 0) != 0 || ++seen != blocks) return;
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            auto* const stop = window->findChild<QPushButton*>();
-            if (!window->isVisible() || !stop || stop->text() != "STOP") continue;
-            QMetaObject::invokeMethod(stop, "click", Qt::QueuedConnection);
-        }
+        PressStop(Main().GetSafeHwnd());
     };
 }
 

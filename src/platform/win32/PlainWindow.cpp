@@ -26,8 +26,9 @@ bool IsBubble(DWORD style) {
     return (style & (WS_CHILD | WS_POPUP)) == WS_POPUP && !HasCaption(style);
 }
 
-// Edges and scroll bars are made here.
+// Edges and scroll bars are made here. A window of its own that is no bubble has a caption.
 DWORD SystemStyle(DWORD style) {
+    if (!(style & (WS_CHILD | WS_POPUP))) style |= WS_CAPTION;
     style &= ~DWORD{WS_VISIBLE | WS_DISABLED | WS_HSCROLL | WS_VSCROLL};
     if (!HasCaption(style)) style &= ~DWORD{WS_BORDER | WS_DLGFRAME | WS_THICKFRAME};
     return style | WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
@@ -35,7 +36,8 @@ DWORD SystemStyle(DWORD style) {
 
 DWORD SystemExStyle(const WindowRequest& request) {
     if (IsBubble(request.style)) return WS_EX_TOOLWINDOW | WS_EX_NOACTIVATE | WS_EX_TOPMOST;
-    DWORD style = HasCaption(request.style) ? request.exStyle & WS_EX_DLGMODALFRAME : 0;
+    DWORD style =
+        HasCaption(SystemStyle(request.style)) ? request.exStyle & WS_EX_DLGMODALFRAME : 0;
     if (!(request.style & WS_TABSTOP)) style |= WS_EX_CONTROLPARENT;
     return style;
 }

@@ -21,8 +21,15 @@ bool NeverActive(win::HWND window) {
 
 }  // namespace
 
+// The limit of an edit field holds for whoever fills it; the system's holds for the user.
 void Win32Windows::SetText(HWND window, const CString& text) {
-    win::SetWindowTextW(ToSystem(window), ToLines(text).c_str());
+    const win::HWND handle = ToSystem(window);
+    std::wstring shown = ToLines(text);
+    const auto own = OwnWindow::Of(handle);
+    if (own && own->Kind() == WindowKind::Edit)
+        shown.resize(std::min(shown.size(), static_cast<std::size_t>(
+                                                win::SendMessageW(handle, EM_GETLIMITTEXT, 0, 0))));
+    win::SetWindowTextW(handle, shown.c_str());
 }
 
 CString Win32Windows::Text(HWND window) const {

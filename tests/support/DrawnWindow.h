@@ -1,0 +1,50 @@
+#pragma once
+// What a window and the windows in it have drawn, whatever shows it: their surfaces, put together
+// at their places. Scroll bars, edges and controls, which the toolkit draws, are left as they lie:
+// grey.
+
+#include <algorithm>
+
+#include "platform/Backend.h"
+#include "platform/base/Rects.h"
+#include "platform/windows/WindowMap.h"
+#include "platform/windows/WindowState.h"
+#include "platform/windows/Wnd.h"
+
+namespace kvx::test {
+
+inline void AddDrawing(Surface& picture, HWND window, POINT corner) {
+    IWindows& windows = Backend().Windows();
+    WindowState* const state = WindowState::Of(FindWindow(window));
+    const POINT at = windows.ClientOrigin(window) - corner;
+    if (const auto drawn = state ? state->Picture() : nullptr) {
+        const RECT part = Intersection(RectAt(at, drawn->DeviceSize()), picture.DeviceBounds());
+        for (int y = part.top; y < part.bottom; ++y)
+            std::copy_n(drawn->Row(y - at.y) + part.left - at.x, part.Width(),
+                        picture.Row(y) + part.left);
+    }
+    for (const HWND child : windows.Children(window))
+        if (windows.IsShown(child) && windows.TopLevel(child) != child)
+            AddDrawing(picture, child, corner);
+}
+
+// Of the client area. Paints what is not painted yet. On a screen of a pixel a logical pixel.
+inline Surface DrawingOf(HWND window) {
+    IWindows& windows = Backend().Windows();
+    Surface picture(windows.ClientSize(window), RGB(192, 192, 192));
+    AddDrawing(picture, window, windows.ClientOrigin(window));
+    return picture;
+}
+
+// The innermost window at a point of the window's client area; the window itself where none is.
+inline HWND WindowAt(HWND window, POINT at) {
+    IWindows& windows = Backend().Windows();
+    const POINT screen = windows.ClientOrigin(window) + at;
+    for (const HWND child : windows.Children(window))
+        if (windows.IsShown(child) && windows.TopLevel(child) != child &&
+            windows.ScreenBounds(child).PtInRect(screen))
+            return WindowAt(child, screen - windows.ClientOrigin(child));
+    return window;
+}
+
+}  // namespace kvx::test

@@ -1,0 +1,89 @@
+#include <QApplication>
+#include <QDialog>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QTest>
+#include <QWidget>
+#include <memory>
+
+#include "platform/base/Keys.h"
+#include "support/toolkit/Toolkit.h"
+
+namespace kvx::test {
+namespace {
+
+QWidget* WidgetOf(HWND window) {
+    return reinterpret_cast<QWidget*>(window);
+}
+
+QPoint InWidget(HWND window, POINT at) {
+    return WidgetOf(window)->contentsRect().topLeft() + QPoint(at.x, at.y);
+}
+
+int KeyOf(UINT key) {
+    switch (key) {
+        case VK_LEFT:
+            return Qt::Key_Left;
+        case VK_RIGHT:
+            return Qt::Key_Right;
+        default:
+            return static_cast<int>(key);
+    }
+}
+
+void SendKey(HWND window, QEvent::Type type, int key, Qt::KeyboardModifiers modifiers) {
+    QKeyEvent event(type, key, modifiers);
+    QApplication::sendEvent(WidgetOf(window), &event);
+}
+
+}  // namespace
+
+void PressMouse(HWND window, POINT at) {
+    QTest::mousePress(WidgetOf(window), Qt::LeftButton, {}, InWidget(window, at));
+}
+
+void MoveMouse(HWND window, POINT at) {
+    QTest::mouseMove(WidgetOf(window), InWidget(window, at));
+}
+
+void ReleaseMouse(HWND window, POINT at) {
+    QTest::mouseRelease(WidgetOf(window), Qt::LeftButton, {}, InWidget(window, at));
+}
+
+void PressAltKey(HWND window, UINT key) {
+    SendKey(window, QEvent::KeyPress, Qt::Key_Alt, Qt::AltModifier);
+    SendKey(window, QEvent::KeyPress, KeyOf(key), Qt::AltModifier);
+}
+
+void ReleaseAlt(HWND window) {
+    SendKey(window, QEvent::KeyRelease, Qt::Key_Alt, Qt::NoModifier);
+}
+
+void Settle() {
+    QApplication::processEvents();
+}
+
+void WhileBehind(HWND, bool menu, const std::function<void()>& look) {
+    std::unique_ptr<QWidget> other;
+    if (menu)
+        other = std::make_unique<QMenu>();
+    else
+        other = std::make_unique<QDialog>();
+    other->setWindowModality(menu ? Qt::NonModal : Qt::ApplicationModal);
+    other->show();
+    QApplication::processEvents();
+    look();
+}
+
+bool SetDarkDesktop(bool dark) {
+    static const QPalette before = QApplication::palette();
+    QPalette palette = before;
+    if (dark) {
+        palette.setColor(QPalette::Base, QColor(25, 25, 25));
+        palette.setColor(QPalette::Window, QColor(45, 45, 45));
+    }
+    QApplication::setPalette(palette);
+    return true;
+}
+
+}  // namespace kvx::test

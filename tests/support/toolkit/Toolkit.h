@@ -1,0 +1,34 @@
+#pragma once
+// The user's hands on the toolkit itself, and what others show with it: the same for the tests of
+// every back-end, each with its own source file beside this one.
+
+#include <functional>
+
+#include "platform/base/Types.h"
+
+namespace kvx::test {
+
+// The left button and the mouse, as the toolkit brings them to the window. Client coordinates.
+void PressMouse(HWND window, POINT at);
+void MoveMouse(HWND window, POINT at);
+void ReleaseMouse(HWND window, POINT at);
+inline void ClickMouse(HWND window, POINT at) {
+    PressMouse(window, at);
+    ReleaseMouse(window, at);
+}
+
+// A key goes down, or up again, while Alt is held.
+void PressAltKey(HWND window, UINT key);
+void ReleaseAlt(HWND window);
+
+// Dispatches what waits, and what that causes.
+void Settle();
+
+// Runs the function while a dialog (or menu) of somebody who knows the toolkit alone stands before
+// the window.
+void WhileBehind(HWND window, bool menu, const std::function<void()>& look);
+
+// Whether this back-end's desktop can be made dark; then it is, until it is made light again.
+bool SetDarkDesktop(bool dark);
+
+}  // namespace kvx::test

@@ -1,0 +1,86 @@
+#include "platform/win32/Convert.h"
+#include "support/toolkit/Toolkit.h"
+
+namespace kvx::test {
+namespace {
+
+constexpr win::LPARAM kAltHeld = win::LPARAM{1} << 29;
+
+void SendMouse(HWND window, UINT message, UINT buttons, POINT at) {
+    const auto packed = static_cast<win::LPARAM>((static_cast<std::uint32_t>(at.y) << 16) |
+                                                 (static_cast<std::uint32_t>(at.x) & 0xFFFFu));
+    win::SendMessageW(win32::ToSystem(window), message, buttons, packed);
+}
+
+void HoldAlt(bool held) {
+    unsigned char keys[256] = {};
+    win::GetKeyboardState(keys);
+    keys[VK_MENU] = held ? 0x80 : 0;
+    win::SetKeyboardState(keys);
+}
+
+const std::function<void()>* g_look = nullptr;
+
+void CALLBACK LookAndEnd(win::HWND, UINT, win::UINT_PTR timer, win::DWORD) {
+    win::KillTimer(nullptr, timer);
+    (*g_look)();
+    win::EndMenu();
+}
+
+}  // namespace
+
+void PressMouse(HWND window, POINT at) {
+    SendMouse(window, WM_LBUTTONDOWN, MK_LBUTTON, at);
+}
+
+void MoveMouse(HWND window, POINT at) {
+    SendMouse(window, WM_MOUSEMOVE, MK_LBUTTON, at);
+}
+
+void ReleaseMouse(HWND window, POINT at) {
+    SendMouse(window, WM_LBUTTONUP, 0, at);
+}
+
+void PressAltKey(HWND window, UINT key) {
+    HoldAlt(true);
+    win::SendMessageW(win32::ToSystem(window), WM_SYSKEYDOWN, VK_MENU, kAltHeld);
+    win::SendMessageW(win32::ToSystem(window), WM_SYSKEYDOWN, key, kAltHeld);
+}
+
+void ReleaseAlt(HWND window) {
+    HoldAlt(false);
+    win::SendMessageW(win32::ToSystem(window), WM_SYSKEYUP, VK_MENU, 0);
+}
+
+// The mouse of the screen rests somewhere, and tells of it when windows come and go.
+void Settle() {
+    win::MSG message = {};
+    while (win::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message >= WM_MOUSEFIRST && message.message <= WM_MOUSELAST) continue;
+        win::TranslateMessage(&message);
+        win::DispatchMessageW(&message);
+    }
+}
+
+// A modal dialog of the system disables its owner; a menu runs its own loop.
+void WhileBehind(HWND window, bool menu, const std::function<void()>& look) {
+    const win::HWND top = win::GetAncestor(win32::ToSystem(window), GA_ROOT);
+    if (!menu) {
+        win::EnableWindow(top, 0);
+        look();
+        win::EnableWindow(top, 1);
+        return;
+    }
+    const win::HMENU shown = win::CreatePopupMenu();
+    win::AppendMenuW(shown, 0, 1, L"Item");
+    g_look = &look;
+    win::SetTimer(nullptr, 0, 1, LookAndEnd);
+    win::TrackPopupMenuEx(shown, TPM_RETURNCMD, 0, 0, top, nullptr);
+    win::DestroyMenu(shown);
+}
+
+bool SetDarkDesktop(bool) {
+    return false;
+}
+
+}  // namespace kvx::test
