@@ -286,8 +286,7 @@ HRESULT CKvxOSTraceDataCommandSink::IsOpen(std::uint16_t* flag) {
 COSTraceView* CKvxOSTraceDataCommandSink::TraceView() {
     if (traceKind_.controls.empty()) return nullptr;
     auto* const control = static_cast<CKvxOSTraceInstanceCtrl*>(traceKind_.controls.front());
-    COSTraceView* const view = control->Frame().TraceView();
-    return view && view->Display() ? view : nullptr;
+    return control->Frame().TraceView();
 }
 
 template <class Change>

@@ -22,6 +22,7 @@ using ::testing::ElementsAre;
 constexpr std::uint32_t kOpenOSTrace = 32770;
 constexpr std::uint32_t kExpand = 47104;
 constexpr std::uint32_t kTraceStop = 47402;
+constexpr std::uint32_t kTraceRestart = 47403;
 
 // The file of a module, as it is named here.
 std::string FileOf(const std::string& module) {
@@ -160,6 +161,10 @@ TEST(Libraries, WithoutADebuggerLibraryTheHostPerformsTheFunctions) {
     EXPECT_EQ(host.debuggerCalls.first, 1050u);
     EXPECT_EQ(host.debuggerCalls.second, reinterpret_cast<std::uintptr_t>(&host.framework))
         << "the interface that the host gave for its frame";
+    for (const std::intptr_t answer : {0, 1, 2}) {
+        host.debuggerCalls.answer = answer;
+        EXPECT_EQ(host.docking.StateOf(kTraceRestart).enabled, answer != 1) << answer;
+    }
 }
 
 }  // namespace

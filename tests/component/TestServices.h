@@ -34,12 +34,13 @@ class TestDebuggerCalls : public Counted<IQDebuggerCalls> {
     std::vector<std::string> called;
     std::uintptr_t first = 0;  // arguments of the latest call
     std::uintptr_t second = 0;
+    std::intptr_t answer = 0;
     std::intptr_t KVX_CALL Call(const char* function, const std::uintptr_t* arguments,
                                 std::uint32_t) override {
         called.emplace_back(function);
         first = arguments[0];
         second = arguments[1];
-        return 0;
+        return answer;
     }
 };
 

@@ -56,6 +56,25 @@ TEST(Workspace, WindowsColoursAndSettingsComeBack) {
     EXPECT_EQ(host.docking.windows.size(), 1u);
 }
 
+TEST(Workspace, EachOfSeveralWindowsComesBack) {
+    TestHost host;
+    const ModuleBoxes boxes;
+    host.store.texts = {
+        {"OSTraceCtrlAnalyzeViews", "2"},
+        {"OSAnalyzeWndInstanceKey0", "one"},
+        {"OSAnalyzeWndInstanceKey1", "two"},
+        {"OSAnalyzeViewView", "1,5,8,5,12,7,22,22,22,22,8,18,5,12,8,22,22,22,7,13,35,35,22"}};
+    const Session session(host);
+    EXPECT_EQ(Client(host)->WorkspaceOpened(1, 2, Bstr("demo").Get(), 4), S_OK);
+    EXPECT_EQ(host.docking.windows.size(), 2u);
+    host.store.texts.clear();
+    EXPECT_EQ(Client(host)->WorkspaceSaving(1, 2, 4), S_OK);
+    EXPECT_EQ(host.store.texts["OSAnalyzeWndInstanceKey0"], "one");
+    EXPECT_EQ(host.store.texts["OSAnalyzeWndInstanceKey1"], "two");
+    // They share one record of how they look: the last one has it from what came back.
+    EXPECT_TRUE(host.store.texts["OSAnalyzeViewView"].starts_with("1,"));
+}
+
 // Drags in the window until something that is saved has changed: a column's edge is somewhere.
 void WidenSomeColumn(TestHost& host, HWND docking) {
     for (const auto& [identifier, registration] : host.docking.registrations) {

@@ -9,6 +9,7 @@
 
 #include "host/Component.h"
 #include "host/Identifiers.h"
+#include "platform/Backend.h"
 #include "platform/base/Module.h"
 
 namespace kvx::test {
@@ -85,6 +86,23 @@ TEST_F(BareProcess, WithACoreApplication) {
 TEST_F(BareProcess, WithAGuiApplication) {
     const QGuiApplication application(count_, arguments_);
     ExpectAWordAndNoStart();
+}
+
+TEST(ModuleAlone, BringsTheToolkitInAndTakesItOutAgain) {
+    const fs::path from = std::getenv("KVX_BIN_DIR");
+    const HMODULE module = LoadLibrary((from / "KvxOSTrace.dll").string());
+    ASSERT_NE(module, nullptr);
+    const auto create = GetProcAddress<CreateInstanceFn>(module, "CreateInstance");
+    const auto destroy = GetProcAddress<DestroyInstanceFn>(module, "DestroyInstance");
+    EXPECT_EQ(InstalledBackend(), nullptr);
+    create(1);
+    EXPECT_NE(InstalledBackend(), nullptr) << "with its first instance";
+    create(2);
+    destroy(1);
+    EXPECT_NE(InstalledBackend(), nullptr);
+    destroy(2);
+    EXPECT_EQ(InstalledBackend(), nullptr) << "with its last one";
+    FreeLibrary(module);
 }
 
 }  // namespace

@@ -218,6 +218,7 @@ class PacketTrace {
     std::uint32_t contentOfSecond = 8 * (kHead + 3);
     std::uint32_t sizeOfSecond = 8 * kPacket;
     std::uint64_t indexedOffset = kPacket;
+    std::uint64_t indexedSize = 8 * kPacket;
     std::size_t cut = 0;  // bytes off the end of the stream
 
     // The metadata in packets of 64 bytes and what stands in front of each.
@@ -237,7 +238,8 @@ class PacketTrace {
         folder.Write("trace/metadata", metadata);
         folder.Write("trace/channel0", stream);
         folder.Write("trace/index/channel0.idx", "\xC1\xF1\xDC\xC1" + Big(1, 4) + Big(0, 4) +
-                                                     Big(56, 4) + Entry(0) + Entry(indexedOffset));
+                                                     Big(56, 4) + Entry(0, 8 * kPacket) +
+                                                     Entry(indexedOffset, indexedSize));
         return folder.Path("trace");
     }
 
@@ -260,9 +262,8 @@ class PacketTrace {
         packet.resize(kPacket);
         return packet;
     }
-    static std::string Entry(std::uint64_t offset) {
-        return Big(offset, 8) + Big(8 * kPacket, 8) + Big(8 * (kHead + 3), 8) +
-               std::string(32, '\0');
+    static std::string Entry(std::uint64_t offset, std::uint64_t size) {
+        return Big(offset, 8) + Big(size, 8) + Big(8 * (kHead + 3), 8) + std::string(32, '\0');
     }
 };
 
@@ -280,6 +281,9 @@ TEST(BadInput, DamagedCtfFilesAreKeptFromTheLibrary) {
         {"content beyond the file",
          [](PacketTrace& t) { t.contentOfSecond = t.sizeOfSecond = 8000; }, 3, 1,
          "channel0: byte 32: the packet has 1000 bytes, but only 32 are left"},
+        {"content a byte beyond the file",
+         [](PacketTrace& t) { t.contentOfSecond = t.sizeOfSecond = 8 * 33; }, 3, 1,
+         "channel0: byte 32: the packet has 33 bytes, but only 32 are left"},
         {"packet beyond all files", [](PacketTrace& t) { t.sizeOfSecond = 0xFFFFFFF8; }, 3, 1,
          "channel0: byte 32: the packet says that it has 536870911 bytes"},
         {"more used than there is", [](PacketTrace& t) { t.sizeOfSecond = 64; }, 3, 1,
@@ -288,6 +292,8 @@ TEST(BadInput, DamagedCtfFilesAreKeptFromTheLibrary) {
          "channel0: byte 32: the file ends in the header of a packet"},
         {"padding cut", [](PacketTrace& t) { t.cut = 9; }, 6, 0, ""},
         {"index", [](PacketTrace& t) { t.indexedOffset = 1u << 20; }, 6, 0,
+         "index/channel0.idx: entry 2 does not agree"},
+        {"index beyond the stream", [](PacketTrace& t) { t.indexedSize = 8 * 33; }, 6, 0,
          "index/channel0.idx: entry 2 does not agree"}};
     for (const auto& row : kCases) {
         PacketTrace packets;

@@ -1,8 +1,12 @@
-// Where the metadata of CTF traces places the fields that tell how long packets are.
+// Where the metadata of CTF traces places the fields that tell how long packets are, and what is
+// said of the program that reads them.
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include "platform/base/Text.h"
+#include "workbench/formats/ctf/HelperProcess.h"
 #include "workbench/formats/ctf/PacketLayout.h"
 
 namespace kvx::formats::ctf {
@@ -55,6 +59,9 @@ TEST(PacketLayout, FieldsStandWhereTheirTypesPutThem) {
         {"trace { packet.header := struct missing; };", "- -"},
         {"trace { packet.header := struct { unknown_t x; unsigned long magic; }; };", "- -"},
         {"trace { packet.header := struct { struct { uint8_t a; } x; uint8_t magic; }; };", "- -"},
+        {"typealias floating_point { size = 32; } := float_t;"
+         "trace { packet.header := struct { float_t x; unsigned long magic; }; };",
+         "- -"},
         {"trace { packet.header := struct { uint8_t x[0]; uint8_t magic; }; };", "- -"},
         {"trace { packet.header := struct { uint8_t x[n]; uint8_t magic; }; };", "- -"},
     };
@@ -103,6 +110,12 @@ TEST(PacketLayout, FieldsAreReadInTheOrderOfBytes) {
     EXPECT_EQ(layout.Read({24, 16}, bytes), std::nullopt) << "behind the end";
     EXPECT_EQ(layout.Read({4, 8}, bytes), std::nullopt) << "between the bytes";
     EXPECT_EQ(layout.Read({0, 12}, bytes), std::nullopt);
+}
+
+TEST(HelperProcess, WhyItEndedIsTold) {
+    EXPECT_EQ(WhyEnded({0, 0}), "");
+    EXPECT_EQ(WhyEnded({0, 1}), "the CTF library gave up (status 1)");
+    EXPECT_EQ(WhyEnded({SIGABRT, 0}), "the CTF library gave up (Aborted)");
 }
 
 }  // namespace

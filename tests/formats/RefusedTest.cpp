@@ -40,5 +40,14 @@ TEST(Refused, IsNamedWithAWayOut) {
     refuses("alone", "\xC1\x1F\xFC\xC1 and more", "stream of a CTF trace", "open its folder");
 }
 
+// Only what records each processor by itself is opened in several files.
+TEST(Refused, TwoLogsAreNotOneRecording) {
+    const TempFolder folder;
+    formats::OpenOptions options;
+    options.moreFiles = {folder.Write("b.log", "[2]B.dispatch()\n")};
+    for (const char* line : {"[1]A.dispatch()\n", "[1] dispatch to task 1.\n"})
+        EXPECT_FALSE(formats::OpenRecording(folder.Write("a.log", line), options)) << line;
+}
+
 }  // namespace
 }  // namespace kvx::test

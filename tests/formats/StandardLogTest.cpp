@@ -118,6 +118,11 @@ TEST(StandardLog, CallsAreToldFromTheirParameters) {
     }
 }
 
+TEST(StandardLog, ParametersAreShownHoweverShort) {
+    EXPECT_THAT(EventsOfLog("[1]A.dispatch()\n[2]A.enterSVC(own_call,1,x)\n"),
+                Contains("2 call A: own_call(1, x)"));
+}
+
 // Of lines with one time a return stays behind its own call only.
 TEST(StandardLog, AReturnBelongsToItsCall) {
     using formats::itron_standard::ReturnStaysBehindCall;

@@ -28,6 +28,8 @@ TEST_F(StopDialog, ShowsProgressAtTheCornerOfItsParent) {
     dialog.SetProgress(200, 50);
     ASSERT_TRUE(dialog.Create());
     EXPECT_EQ(dialog.GetWindowText(), "Analyzing...");
+    EXPECT_EQ(dialog.Check_QXTraceStop(), 0);
+    EXPECT_EQ(CWnd::GetFocus(), dialog.GetDlgItem(IDCANCEL)) << "Enter and Space stop";
     EXPECT_EQ(dialog.GetWindowRect().TopLeft(), parent.GetWindowRect().TopLeft());
     EXPECT_GT(dialog.GetWindowRect().Width(), 50);
     auto* const bar = static_cast<CProgressCtrl*>(dialog.GetDlgItem(kProgress));
@@ -56,6 +58,8 @@ TEST_F(StopDialog, GivesItsParentBackHoweverItEnds) {
         EXPECT_FALSE(parent.IsWindowEnabled());
         ASSERT_TRUE(dialog.Create());
         EXPECT_NE(dialog.GetWindowText(), "") << "the template's own title";
+        EXPECT_EQ(dialog.Check_QXTraceStop(), 0);
+        EXPECT_EQ(CWnd::GetFocus(), dialog.GetDlgItem(IDCANCEL));
     }
     EXPECT_TRUE(parent.IsWindowEnabled());
     {

@@ -57,6 +57,13 @@ TEST(WinMgr, ToFitGetsItsSizeAndRestTakesWhatIsLeft) {
     EXPECT_EQ(LayOut(table, 50, 10, 2).Height(), 0);
 }
 
+// A group that takes the rest has had its least size before.
+TEST(WinMgr, AGroupTakesAllThatIsLeft) {
+    std::vector<WINRECT> table{Row(),      Column(),   Row(),      Fixed(1, 20), Rest(2),
+                               EndGroup(), EndGroup(), EndGroup(), EndTable()};
+    EXPECT_EQ(LayOut(table, 50, 100, 2), (CRect{0, 20, 50, 100}));
+}
+
 TEST(WinMgr, FixedMayShrinkOnlyWhenNegative) {
     std::vector<WINRECT> soft{Row(), Fixed(1, -30), Rest(2), EndGroup(), EndTable()};
     EXPECT_EQ(LayOut(soft, 10, 20, 1).Height(), 20);

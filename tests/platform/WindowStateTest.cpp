@@ -243,13 +243,26 @@ TEST_F(WindowStateTest, ScrollBarsComeAndGoWithTheirRange) {
     view->SetScrollRange(SB_VERT, 0, 0);
     EXPECT_FALSE(view->GetStyle() & WS_VSCROLL);
     view->SetScrollRange(SB_HORZ, 0, 65535);
+    view->EnableScrollBar(SB_BOTH, ESB_ENABLE_BOTH);
     view->EnableScrollBar(SB_HORZ, ESB_DISABLE_BOTH);
     EXPECT_FALSE(backend.windows.At(view->m_hWnd).bars[SB_HORZ].enabled);
+    EXPECT_TRUE(backend.windows.At(view->m_hWnd).bars[SB_VERT].enabled) << "each by itself";
     view->ShowScrollBar(SB_BOTH, false);
     EXPECT_EQ(view->GetClientRect(), kPlace);
     SCROLLINFO info;
     view->GetScrollInfo(SB_HORZ, &info);
     EXPECT_EQ(info.nMax, 65535);
+}
+
+TEST_F(WindowStateTest, WhatIsNotThereAnswersNothing) {
+    CWnd none;
+    EXPECT_EQ(none.GetScrollPos(SB_VERT), 0);
+    EXPECT_FALSE(none.DestroyWindow());
+    EXPECT_EQ(top.SendDlgItemMessage(77, WM_USER), 0);
+    CWnd control;
+    EXPECT_FALSE(control.SubclassDlgItem(77, &top));
+    EXPECT_TRUE(control.SubclassDlgItem(1, &top)) << "the view's window";
+    EXPECT_TRUE(control.DestroyWindow());
 }
 
 TEST_F(WindowStateTest, CaptureIsToldWhenItIsLost) {

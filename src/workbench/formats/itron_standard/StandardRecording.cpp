@@ -81,7 +81,7 @@ void StandardRecording::ParseMessage(std::uint32_t number, std::string_view mess
 
 std::string StandardRecording::ParseDetail(std::string_view message) const {
     const auto statement = ParseStatement(message);
-    if (!statement || statement->isAttribute) return {};
+    if (!statement) return {};
     return ParseArguments(ParseServiceCall(statement->arguments).arguments);
 }
 
