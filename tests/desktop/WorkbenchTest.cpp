@@ -328,6 +328,20 @@ TEST_F(WorkbenchTest, WhatCannotBeReadLeavesWhatIsOpen) {
     EXPECT_TRUE(Window().Recent().List().isEmpty());
 }
 
+// File dialogs begin where the last file was, and never where there is nothing.
+TEST_F(WorkbenchTest, AFolderThatIsNotThereIsNotRemembered) {
+    Start();
+    const QTemporaryDir folder;
+    Window().RememberFolderOf(folder.filePath("day.kvxw"));
+    Window().RememberFolderOf("/nowhere/at/all.log");
+    EXPECT_EQ(Window().LastFolder(), folder.path());
+    ASSERT_TRUE(workbench_->OpenDemonstration());
+    BoxAnswer box;
+    EXPECT_FALSE(workbench_->SaveRecording("/nowhere/at/all.log"));
+    ASSERT_EQ(box.texts.size(), 1);
+    EXPECT_TRUE(box.texts[0].contains("/nowhere/at/all.log")) << box.texts[0].toStdString();
+}
+
 TEST_F(WorkbenchTest, LogOpensByDropAndIsRemembered) {
     Start();
     const QTemporaryDir folder;

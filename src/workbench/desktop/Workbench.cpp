@@ -255,8 +255,8 @@ bool Workbench::SaveRecording(const QString& path) {
     const std::string to = QFile::encodeName(path).toStdString();
     QString failure;
     for (const auto& [source, copy] :
-         {std::pair(simulation::ResourcePath(from), simulation::ResourcePath(to)),
-          std::pair(from, to)}) {
+         {std::pair(from, to),
+          std::pair(simulation::ResourcePath(from), simulation::ResourcePath(to))}) {
         if (failure.isEmpty())
             failure = CopyFile(QFile::decodeName(source.c_str()), QFile::decodeName(copy.c_str()));
     }

@@ -225,7 +225,8 @@ QString MainWindow::LastFolder() const {
 }
 
 void MainWindow::RememberFolderOf(const QString& path) {
-    settings_.Set(kFolder, QFileInfo(path).absolutePath());
+    const QString folder = QFileInfo(path).absolutePath();
+    if (QDir(folder).exists()) settings_.Set(kFolder, folder);
 }
 
 void MainWindow::ChooseTrace() {
