@@ -2,15 +2,14 @@
 
 #include <algorithm>
 
+#include "workbench/formats/text/LineCursor.h"
 #include "workbench/service/TraceClock.h"
 
 namespace kvx::formats::btf {
 namespace {
 
 std::string_view Trim(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t";
-    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+    return TrimStart(TrimEnd(text));
 }
 
 std::string Lower(std::string_view text) {

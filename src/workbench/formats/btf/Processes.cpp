@@ -55,8 +55,7 @@ bool Processes::IsCore(std::string_view name, std::uint16_t core) const {
 std::uint16_t Processes::Core(std::string_view name) {
     const auto [at, isNew] = cores_.try_emplace(std::string(name));
     if (!isNew) return at->second;
-    const auto letters = name.find_last_not_of("0123456789");
-    const auto digits = name.substr(letters == std::string_view::npos ? 0 : letters + 1);
+    const auto digits = name.substr(TrimDigits(name).size());
     const auto number = LineCursor(digits).AcceptNumber<std::uint16_t>();
     auto core = number && *number <= kMostCore ? *number : std::uint16_t{0};
     while (!takenCores_.insert(core).second) ++core;

@@ -53,10 +53,6 @@ bool IsNameByte(char c) {
            c == '.';
 }
 
-std::string_view TrimEnd(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(" \t") + 1);
-}
-
 // A decimal number to the next blank, which may be negative.
 std::optional<std::uint64_t> ParseNumber(std::string_view text) {
     LineCursor cursor(text);
@@ -271,7 +267,7 @@ std::optional<EventText> SplitEvent(std::string_view text) {
         event.form = EventText::Form::CallExit;
         rest.remove_prefix(4);
     } else if (rest.front() == ':') {
-        rest.remove_prefix(std::min(rest.find_first_not_of(" \t", 1), rest.size()));
+        rest = TrimStart(rest.substr(1));
     } else {
         return std::nullopt;
     }

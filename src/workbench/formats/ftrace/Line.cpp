@@ -7,21 +7,18 @@
 namespace kvx::formats::ftrace {
 namespace {
 
-constexpr std::string_view kBlanks = " \t";
 constexpr std::size_t kMostFlags = 10;
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 bool SkipBlanks(std::string_view& text) {
-    const auto begin = std::min(text.find_first_not_of(kBlanks), text.size());
-    text.remove_prefix(begin);
-    return begin > 0;
+    const auto size = text.size();
+    text = TrimStart(text);
+    return text.size() < size;
 }
 
-std::string_view TrimEnd(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+// To the first blank.
+std::string_view FirstWord(std::string_view text) {
+    return text.substr(
+        0, static_cast<std::size_t>(std::ranges::find_if(text, IsBlankOrTab) - text.begin()));
 }
 
 // "106439.675578" in nanoseconds; digits beyond those are cut off. Takes the colon behind it too.
@@ -53,9 +50,9 @@ bool TakeTail(std::string_view text, Line& line) {
     if (!SkipBlanks(text) && (text.empty() || !IsDigit(text.front()))) return false;
     auto at = text;
     if (!TakeTime(at, line)) {
-        const auto end = std::min(text.find_first_of(kBlanks), text.size());
-        if (end > kMostFlags) return false;
-        at = text.substr(end);
+        const auto flags = FirstWord(text).size();
+        if (flags > kMostFlags) return false;
+        at = text.substr(flags);
         if (!SkipBlanks(at) || !TakeTime(at, line)) return false;
     }
     SkipBlanks(at);
@@ -66,24 +63,23 @@ bool TakeTail(std::string_view text, Line& line) {
 // "comm-pid" or, as perf writes it, "comm pid" and "comm pid/tid".
 bool TakeTask(std::string_view text, Line& line) {
     text = TrimEnd(text);
-    const auto last = text.find_last_not_of("0123456789");
-    if (last == std::string_view::npos || last + 1 == text.size()) return false;
-    const auto pid = LineCursor(text.substr(last + 1)).AcceptNumber<std::int32_t>();
+    auto name = TrimDigits(text);
+    if (name.empty() || name.size() == text.size()) return false;
+    const auto pid = LineCursor(text.substr(name.size())).AcceptNumber<std::int32_t>();
     if (!pid) return false;
     line.pid = static_cast<std::uint64_t>(*pid);
-    if (text[last] == '/') {
-        const auto process = text.find_last_not_of("0123456789", last - (last > 0 ? 1 : 0));
-        if (process == std::string_view::npos || text[process] != ' ') return false;
-        text = TrimEnd(text.substr(0, process));
-    } else if (text[last] == '-') {
-        text = text.substr(0, last);
-    } else if (text[last] == ' ') {
-        text = TrimEnd(text.substr(0, last));
-    } else {
+    if (name.ends_with('/')) {
+        name.remove_suffix(1);
+        name = TrimDigits(name);
+        if (!name.ends_with(' ')) return false;
+    } else if (name.ends_with('-')) {
+        name.remove_suffix(1);
+        line.comm = TrimStart(name);
+        return true;
+    } else if (!name.ends_with(' ')) {
         return false;
     }
-    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-    line.comm = text;
+    line.comm = TrimStart(TrimEnd(name));
     return true;
 }
 
@@ -115,7 +111,7 @@ bool TakeWithoutBrackets(std::string_view text, Line& line) {
         LineCursor place(rest);
         const auto cpu = place.AcceptNumber<std::uint32_t>();
         if (!cpu || *cpu >= kMostProcessors) continue;
-        const auto flags = place.Rest().substr(0, place.Rest().find_first_of(kBlanks));
+        const auto flags = FirstWord(place.Rest());
         if (flags.size() < 3 || flags.size() > kMostFlags || Contains(flags, ":")) continue;
         line.cpu = *cpu;
         const auto task = text.substr(0, text.size() - cursor.Rest().size());
@@ -139,14 +135,12 @@ bool IsRelativeLine(std::string_view text) {
     if (unit == std::string_view::npos || unit == 0 || !IsDigit(text[unit - 1])) return false;
     auto rest = text.substr(unit + 2);
     if (!rest.empty() && !IsDigit(rest.front()) && rest.front() != ':') rest.remove_prefix(1);
-    const auto number = text.find_last_not_of("0123456789", unit - 1);
-    const bool apart = number != std::string_view::npos && text[number] == ' ';
+    const bool apart = TrimDigits(text.substr(0, unit)).ends_with(' ');
     return apart && rest.starts_with(':') && Contains(text, "-");
 }
 
 std::optional<LostEvents> ParseLoss(std::string_view text) {
-    text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-    LineCursor cursor(text);
+    LineCursor cursor(TrimStart(text));
     const auto cpu = cursor.Accept("CPU:") ? cursor.AcceptNumber<std::uint32_t>() : std::nullopt;
     if (!cpu || *cpu >= kMostProcessors || !cursor.Accept(" [")) return std::nullopt;
     const bool kernel = cursor.Accept("LOST ");

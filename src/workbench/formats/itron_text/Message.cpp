@@ -41,7 +41,7 @@ constexpr std::array<StateName, 6> kStates = {{{"RUNNABLE", TaskState::Runnable}
 // Nothing is left but the full stop, which may be missing.
 bool AtStop(LineCursor cursor) {
     cursor.Accept(".");
-    return cursor.Rest().find_first_not_of(" \t") == std::string_view::npos;
+    return TrimStart(cursor.Rest()).empty();
 }
 
 // The form that the parameters of a call have: nothing, or " name=value" and so on.

@@ -8,6 +8,32 @@
 
 namespace kvx::formats {
 
+inline bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+inline bool IsBlankOrTab(char c) {
+    return c == ' ' || c == '\t';
+}
+
+// Blanks and tabs. Written out: the library's searches for one of several characters call a
+// function for every byte.
+inline std::string_view TrimStart(std::string_view text) {
+    while (!text.empty() && IsBlankOrTab(text.front())) text.remove_prefix(1);
+    return text;
+}
+
+inline std::string_view TrimEnd(std::string_view text) {
+    while (!text.empty() && IsBlankOrTab(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+// Without the digits at its end.
+inline std::string_view TrimDigits(std::string_view text) {
+    while (!text.empty() && IsDigit(text.back())) text.remove_suffix(1);
+    return text;
+}
+
 inline bool Contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }

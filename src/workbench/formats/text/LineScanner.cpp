@@ -51,10 +51,6 @@ struct LineEndsOfChunk {
     std::size_t count = 0;
 };
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 }  // namespace
 
 bool LineScanner::Scan(IOpenProgress* progress) {
