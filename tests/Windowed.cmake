@@ -57,3 +57,10 @@ if(WIN32)
 endif()
 add_dependencies(test_component KvxOSTrace KvxOSTraceExtRes KvxDebugger debugger_no_eval resource_type
                  resource_product resource_ordinal resource_right)
+
+# Pictures of both windows, for comparison across back-ends.
+add_executable(window_pictures pictures/WindowPictures.cpp component/TestHost.cpp component/TestDocking.cpp
+               component/TestServices.cpp)
+target_link_libraries(window_pictures PRIVATE kvx_host kvx_picture kvx_toolkit GTest::gtest)
+set_target_properties(window_pictures PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+add_dependencies(window_pictures KvxOSTrace KvxOSTraceExtRes KvxDebugger)

@@ -1,7 +1,7 @@
 #pragma once
 // What a window and the windows in it have drawn, whatever shows it: their surfaces, put together
-// at their places. Scroll bars, edges and controls, which the toolkit draws, are left as they lie:
-// grey.
+// at their places. Scroll bars, edges and controls, which the toolkit draws, have a colour of their
+// own.
 
 #include <algorithm>
 
@@ -13,10 +13,17 @@
 
 namespace kvx::test {
 
+constexpr COLORREF kNotDrawn = RGB(1, 2, 3);
+
 inline void AddDrawing(Surface& picture, HWND window, POINT corner) {
     IWindows& windows = Backend().Windows();
     WindowState* const state = WindowState::Of(FindWindow(window));
     const POINT at = windows.ClientOrigin(window) - corner;
+    RECT whole = windows.ScreenBounds(window);
+    whole.OffsetRect(POINT{} - corner);
+    whole = Intersection(whole, picture.DeviceBounds());
+    for (int y = whole.top; y < whole.bottom; ++y)
+        std::fill_n(picture.Row(y) + whole.left, whole.Width(), ToPixel(kNotDrawn));
     if (const auto drawn = state ? state->Picture() : nullptr) {
         const RECT part = Intersection(RectAt(at, drawn->DeviceSize()), picture.DeviceBounds());
         for (int y = part.top; y < part.bottom; ++y)
@@ -31,7 +38,7 @@ inline void AddDrawing(Surface& picture, HWND window, POINT corner) {
 // Of the client area. Paints what is not painted yet. On a screen of a pixel a logical pixel.
 inline Surface DrawingOf(HWND window) {
     IWindows& windows = Backend().Windows();
-    Surface picture(windows.ClientSize(window), RGB(192, 192, 192));
+    Surface picture(windows.ClientSize(window), kNotDrawn);
     AddDrawing(picture, window, windows.ClientOrigin(window));
     return picture;
 }

@@ -2,8 +2,10 @@
 #include <QDialog>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QPixmap>
 #include <QTest>
 #include <QWidget>
+#include <algorithm>
 #include <memory>
 
 #include "platform/base/Keys.h"
@@ -61,6 +63,18 @@ void ReleaseAlt(HWND window) {
 
 void Settle() {
     QApplication::processEvents();
+}
+
+Surface ScreenOf(HWND window) {
+    const QImage shown = WidgetOf(window)
+                             ->grab(WidgetOf(window)->contentsRect())
+                             .toImage()
+                             .convertToFormat(QImage::Format_RGB32);
+    Surface picture({shown.width(), shown.height()}, 0);
+    for (int y = 0; y < shown.height(); ++y)
+        std::copy_n(reinterpret_cast<const QRgb*>(shown.constScanLine(y)), shown.width(),
+                    picture.Row(y));
+    return picture;
 }
 
 void WhileBehind(HWND, bool menu, const std::function<void()>& look) {

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "platform/base/Types.h"
+#include "platform/drawing/Surface.h"
 
 namespace kvx::test {
 
@@ -23,6 +24,9 @@ void ReleaseAlt(HWND window);
 
 // Dispatches what waits, and what that causes.
 void Settle();
+
+// The client area as the screen shows it, with all that lies in it.
+Surface ScreenOf(HWND window);
 
 // Runs the function while a dialog (or menu) of somebody who knows the toolkit alone stands before
 // the window.

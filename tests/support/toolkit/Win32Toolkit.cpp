@@ -62,6 +62,32 @@ void Settle() {
     }
 }
 
+Surface ScreenOf(HWND window) {
+    const win::HWND handle = win32::ToSystem(window);
+    win::RECT client = {};
+    win::GetClientRect(handle, &client);
+    const SIZE size = win32::ToRect(client).Size();
+    const win::HDC screen = win::GetDCEx(handle, nullptr, DCX_CACHE);
+    const win::HDC copy = win::CreateCompatibleDC(screen);
+    const win::HBITMAP bitmap = win::CreateCompatibleBitmap(screen, size.cx, size.cy);
+    const win::HGDIOBJ before = win::SelectObject(copy, bitmap);
+    win::BitBlt(copy, 0, 0, size.cx, size.cy, screen, 0, 0, SRCCOPY);
+    win::SelectObject(copy, before);
+    Surface picture(size, 0);
+    win::BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = size.cx;
+    info.bmiHeader.biHeight = -size.cy;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    win::GetDIBits(copy, bitmap, 0, static_cast<UINT>(size.cy), picture.Row(0), &info,
+                   DIB_RGB_COLORS);
+    win::DeleteDC(copy);
+    win::DeleteObject(bitmap);
+    win::ReleaseDC(handle, screen);
+    return picture;
+}
+
 // A modal dialog of the system disables its owner; a menu runs its own loop.
 void WhileBehind(HWND window, bool menu, const std::function<void()>& look) {
     const win::HWND top = win::GetAncestor(win32::ToSystem(window), GA_ROOT);
