@@ -1,4 +1,4 @@
-#include "workbench/desktop/services/HostObject.h"
+#include "hosting/HostObject.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,7 @@
 
 #include "host/DebuggerFunctions.h"
 #include "workbench/desktop/QtText.h"
-#include "workbench/desktop/services/HostServices.h"
-#include "workbench/desktop/services/LoadedModule.h"
+#include "workbench/desktop/services/WorkbenchServices.h"
 
 namespace kvx::desktop {
 namespace {
@@ -31,14 +30,14 @@ class Listener final : public IQComponent {
     HRESULT KVX_CALL Reserved4() override { return S_OK; }
     HRESULT KVX_CALL Terminate(std::int16_t) override { return S_OK; }
 
-    HostObject* host = nullptr;
+    hosting::HostObject* host = nullptr;
     IQComponent* removes = nullptr;
     std::uintptr_t last = 0;
     int events = 0;
 };
 
 TEST(HostObject, KeepsServicesUntilTheirOwnerTakesThemBack) {
-    HostObject host;
+    hosting::HostObject host;
     int first = 0;
     int second = 0;
     void* out = &first;
@@ -56,7 +55,7 @@ TEST(HostObject, KeepsServicesUntilTheirOwnerTakesThemBack) {
 }
 
 TEST(HostObject, AdvisesEachClientAsOftenAsItAsked) {
-    HostObject host;
+    hosting::HostObject host;
     int client = 0;
     host.Advise(kSome, &client);
     host.Advise(kSome, &client);
@@ -70,7 +69,7 @@ TEST(HostObject, AdvisesEachClientAsOftenAsItAsked) {
 }
 
 TEST(HostObject, EventReachesEveryComponentStillThere) {
-    HostObject host;
+    hosting::HostObject host;
     Listener first;
     Listener second;
     host.AddComponent(&first);
@@ -94,9 +93,9 @@ class Services : public testing::Test {
     Interface* Get(const GUID& id) {
         return host::Service<Interface>(&host_, id);
     }
-    HostObject host_;
+    hosting::HostObject host_;
     Settings settings_;
-    HostServices services_{host_, settings_, QString::fromLocal8Bit(qgetenv("KVX_BIN_DIR"))};
+    WorkbenchServices services_{host_, settings_, qgetenv("KVX_BIN_DIR").toStdString()};
 };
 
 TEST_F(Services, NoTargetRuns) {
@@ -165,20 +164,21 @@ TEST_F(Services, TextsAreTheUsersOwnOrThoseOfTheWorkspaceThatIsOpen) {
 TEST_F(Services, DebuggerLibraryExportsEveryFunctionThatIsLookedUp) {
     void* module = nullptr;
     ASSERT_EQ(Get<IQDebuggerLibrary>(host::kDebuggerLibrary)->GetModule(&module), S_OK);
+    auto* const library = static_cast<HMODULE>(module);
     for (const char* name : host::kDirectFunctionNames) {
-        EXPECT_NE(FindSymbol(module, name), nullptr) << name;
+        EXPECT_NE(GetProcAddress(library, name), nullptr) << name;
     }
     using Info = std::intptr_t (*)(std::uintptr_t, std::uintptr_t);
-    const auto info = reinterpret_cast<Info>(FindSymbol(module, "IN1_Get_service_info"));
+    const auto info = GetProcAddress<Info>(library, "IN1_Get_service_info");
     EXPECT_EQ(info(1050, 0), 1) << "nothing can be measured in a recording";
     using Message = const char* (*)();
-    EXPECT_STREQ(reinterpret_cast<Message>(FindSymbol(module, "ERR_GetErrMsg"))(), "");
+    EXPECT_STREQ(GetProcAddress<Message>(library, "ERR_GetErrMsg")(), "");
 }
 
 TEST(DebuggerLibraryMissing, IsAFailureAndNoCrash) {
-    HostObject host;
+    hosting::HostObject host;
     Settings settings;
-    const HostServices services(host, settings, "/nowhere");
+    const WorkbenchServices services(host, settings, "/nowhere");
     void* module = &host;
     EXPECT_LT(host::Service<IQDebuggerLibrary>(&host, host::kDebuggerLibrary)->GetModule(&module),
               0);

@@ -6,8 +6,6 @@
 
 #include <map>
 
-#include "workbench/desktop/services/LoadedModule.h"
-
 namespace kvx::desktop {
 namespace {
 
@@ -16,7 +14,7 @@ constexpr std::int64_t kTenth = 100'000;  // microseconds
 // A component that writes down the events, and what it finds when they come.
 class Witness final : public IQComponent {
   public:
-    explicit Witness(HostObject& host) : host_(host) { host_.AddComponent(this); }
+    explicit Witness(hosting::HostObject& host) : host_(host) { host_.AddComponent(this); }
     ~Witness() { host_.RemoveComponent(this); }
 
     std::string Take() { return std::exchange(log_, {}); }
@@ -47,7 +45,7 @@ class Witness final : public IQComponent {
     HRESULT KVX_CALL Terminate(std::int16_t) override { return S_OK; }
 
   private:
-    HostObject& host_;
+    hosting::HostObject& host_;
     std::string log_;
 };
 
@@ -60,7 +58,8 @@ class TargetSessionTest : public testing::Test {
         void* module = nullptr;
         services_.Debugger().GetModule(&module);
         using Info = std::intptr_t (*)(std::uintptr_t, std::uintptr_t);
-        const auto info = reinterpret_cast<Info>(FindSymbol(module, "IN1_Get_service_info"));
+        const auto info = reinterpret_cast<Info>(
+            GetProcAddress(static_cast<HMODULE>(module), "IN1_Get_service_info"));
         return info && info(1050, 0) != 1;
     }
     bool IsTraceThere() {
@@ -71,8 +70,8 @@ class TargetSessionTest : public testing::Test {
     std::int64_t FirstTime() { return trace_.GetRecording()->FirstTime(); }
 
     Settings settings_;
-    HostObject host_;
-    HostServices services_{host_, settings_, QString::fromLocal8Bit(qgetenv("KVX_BIN_DIR"))};
+    hosting::HostObject host_;
+    WorkbenchServices services_{host_, settings_, qgetenv("KVX_BIN_DIR").toStdString()};
     service::TraceService trace_;
     Witness witness_{host_};
     TargetSession session_{host_, services_, trace_, 3000};

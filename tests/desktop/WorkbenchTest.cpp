@@ -17,6 +17,7 @@
 #include "TestRecording.h"
 #include "fakecomponent/FakeComponent.h"
 #include "host/CommandIds.h"
+#include "platform/base/Module.h"
 #include "workbench/desktop/QtText.h"
 
 namespace kvx::desktop {
@@ -34,10 +35,10 @@ QString BinDirectory() {
 class WorkbenchTest : public testing::Test {
   protected:
     void SetUp() override {
-        void* module = LoadModule(BinDirectory(), kFake).handle;
+        const HMODULE module = LoadLibrary(BinDirectory().toStdString() + "/" + kFake + ".dll");
         ASSERT_NE(module, nullptr);
-        takeLog_ = reinterpret_cast<test::FakeTakeLogFn>(FindSymbol(module, "FakeTakeLog"));
-        set_ = reinterpret_cast<test::FakeSetFn>(FindSymbol(module, "FakeSet"));
+        takeLog_ = GetProcAddress<test::FakeTakeLogFn>(module, "FakeTakeLog");
+        set_ = GetProcAddress<test::FakeSetFn>(module, "FakeSet");
         takeLog_();
         workbench_ = std::make_unique<Workbench>(settings_);
     }

@@ -13,7 +13,8 @@ std::string SystemFolder();
 std::string SystemLibraryFolder();
 // Name of the logged-on user.
 std::string UserName();
-// Where the user keeps files for programs.
+// Where the user keeps files of his own, and files for programs.
+std::string HomeFolder();
 std::string UserDataFolder();
 // The running program's file.
 std::string ProgramFile();

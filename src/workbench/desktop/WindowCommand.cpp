@@ -7,9 +7,11 @@
 #include <QTimer>
 #include <fstream>
 
+#include "hosting/ModuleFolder.h"
 #include "workbench/cli/OpenTrace.h"
 #include "workbench/cli/SubCommands.h"
 #include "workbench/desktop/Display.h"
+#include "workbench/desktop/QtText.h"
 #include "workbench/desktop/ToolkitMessages.h"
 #include "workbench/desktop/Workbench.h"
 #include "workbench/desktop/window/ApplicationIcon.h"
@@ -34,7 +36,7 @@ int RunWindow(const TraceFiles& files) {
     QApplication::setDesktopFileName("kvxostrace");
     QApplication::setWindowIcon(ApplicationIcon());
     Workbench workbench(settings);
-    const QString failure = workbench.Start(ModuleDirectory());
+    const QString failure = workbench.Start(FromUtf8(hosting::ModuleFolder()));
     workbench.Window().show();
     QTimer::singleShot(0, &application, [&] {
         if (!failure.isEmpty()) workbench.Window().ShowError("Cannot Start Component", failure);

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "host/CommandIds.h"
+#include "hosting/ModuleFolder.h"
 #include "workbench/desktop/CopyFile.h"
 #include "workbench/desktop/QtText.h"
 #include "workbench/desktop/window/ReadingDialog.h"
@@ -28,7 +29,7 @@ Workbench::Workbench(Settings& settings)
       appearance_(AppearanceOf(settings.Get("Window/appearance").toString())),
       window_(settings, appearance_),
       targetMenu_(window_, window_.HelpMenu()),
-      services_(host_, settings, ModuleDirectory()),
+      services_(host_, settings, hosting::ModuleFolder()),
       docking_(window_, settings, window_.HelpMenu()),
       timing_(window_, window_.ViewMenu()),
       dialogs_(settings, &window_),
@@ -85,10 +86,10 @@ Workbench::~Workbench() {
 }
 
 QString Workbench::Start(const QString& directory, const char* component) {
-    QString failure = component_.Load(directory, component);
-    if (failure.isEmpty()) failure = component_.Connect();
-    if (failure.isEmpty()) EnterUsersWorkspace();
-    return failure;
+    CString failure = component_.Load(directory.toStdString(), component);
+    if (failure.empty()) failure = component_.Connect();
+    if (failure.empty()) EnterUsersWorkspace();
+    return FromUtf8(failure);
 }
 
 bool Workbench::Open(const TraceFiles& files) {

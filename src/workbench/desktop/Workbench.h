@@ -5,13 +5,13 @@
 #include <QTimer>
 #include <memory>
 
+#include "hosting/ComponentModule.h"
 #include "workbench/desktop/BackgroundRead.h"
 #include "workbench/desktop/docking/MenuKeys.h"
 #include "workbench/desktop/docking/PaintWatch.h"
 #include "workbench/desktop/docking/WorkbenchDocking.h"
-#include "workbench/desktop/services/ComponentModule.h"
-#include "workbench/desktop/services/HostServices.h"
 #include "workbench/desktop/services/ServiceDialogs.h"
+#include "workbench/desktop/services/WorkbenchServices.h"
 #include "workbench/desktop/sessions/TargetMenu.h"
 #include "workbench/desktop/sessions/WorkspaceControl.h"
 #include "workbench/desktop/timing/TimingDocks.h"
@@ -65,7 +65,7 @@ class Workbench final : private IWorkspaceHost {
 
     MainWindow& Window() { return window_; }
     WorkbenchDocking& Docking() { return docking_; }
-    HostObject& Host() { return host_; }
+    hosting::HostObject& Host() { return host_; }
     TimingDocks& Timing() { return timing_; }
     // Without a recording while none is open. Another object with every recording.
     service::TraceService& Trace() { return *trace_; }
@@ -136,11 +136,11 @@ class Workbench final : private IWorkspaceHost {
 
     Settings& settings_;
     MenuKeys menuKeys_;
-    HostObject host_;
+    hosting::HostObject host_;
     AppearanceSwitch appearance_;
     MainWindow window_;
     TargetMenu targetMenu_;
-    HostServices services_;
+    WorkbenchServices services_;
     WorkbenchDocking docking_;
     TimingDocks timing_;
     PaintWatch paints_;
@@ -151,7 +151,7 @@ class Workbench final : private IWorkspaceHost {
     std::unique_ptr<TargetSession> target_;
     bool showsFindings_ = false;  // once they are there
     TraceFiles traceFiles_;       // absolute; empty: in no file that stays
-    ComponentModule component_;
+    hosting::ComponentModule component_;
     WorkspaceControl workspace_;
     HelpBook help_;
     QTimer whileDecoding_;                     // losses are found then

@@ -72,7 +72,7 @@ void Workbench::AskBufferSize() {
 void Workbench::ShowState() {
     window_.ShowLosses(*trace_);
     const QString recording = RecordingName();
-    services_.Project().SetOpen(recording, window_.LastFolder());
+    services_.Project().SetOpen(recording.toStdString(), window_.LastFolder().toStdString());
     window_.ShowTitle(recording, QFileInfo(workspace_.Path()).fileName(), workspace_.IsModified());
 }
 
@@ -121,7 +121,7 @@ void Workbench::ShowAbout() {
                        .arg(KVX_VERSION);
     if (const auto version = component_.Version()) {
         text += QStringLiteral("<p>Component: %1, version %2.%3</p>")
-                    .arg(component_.Name().toHtmlEscaped())
+                    .arg(FromUtf8(component_.Name()).toHtmlEscaped())
                     .arg(version->first)
                     .arg(version->second);
     }

@@ -27,11 +27,15 @@ std::string UserName() {
     return error == 0 && found ? std::string(found->pw_name) : std::string();
 }
 
+std::string HomeFolder() {
+    const char* const home = std::getenv("HOME");
+    return home ? home : "";
+}
+
 std::string UserDataFolder() {
     if (const char* data = std::getenv("XDG_DATA_HOME"); data && *data == '/') return data;
-    if (const char* home = std::getenv("HOME"); home && *home)
-        return std::string(home) + "/.local/share";
-    return {};
+    const std::string home = HomeFolder();
+    return home.empty() ? std::string() : home + "/.local/share";
 }
 
 std::string ProgramFile() {

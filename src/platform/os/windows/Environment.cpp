@@ -8,6 +8,15 @@
 #include "platform/os/windows/Wide.h"
 
 namespace kvx::os {
+namespace {
+
+std::string UsersFolder(int which) {
+    wchar_t folder[MAX_PATH];
+    if (SHGetFolderPathW(nullptr, which, nullptr, 0, folder) != S_OK) return {};
+    return Narrow(folder);
+}
+
+}  // namespace
 
 std::string SystemFolder() {
     wchar_t folder[MAX_PATH];
@@ -25,10 +34,12 @@ std::string UserName() {
     return GetUserNameW(name, &length) && length > 0 ? Narrow({name, length - 1}) : std::string();
 }
 
+std::string HomeFolder() {
+    return UsersFolder(CSIDL_PROFILE);
+}
+
 std::string UserDataFolder() {
-    wchar_t folder[MAX_PATH];
-    if (SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, 0, folder) != S_OK) return {};
-    return Narrow(folder);
+    return UsersFolder(CSIDL_LOCAL_APPDATA);
 }
 
 std::string ProgramFile() {

@@ -6,16 +6,16 @@
 #include <vector>
 
 #include "host/Identifiers.h"
+#include "hosting/Interface.h"
 #include "workbench/desktop/Settings.h"
 #include "workbench/desktop/docking/CommandSet.h"
 #include "workbench/desktop/docking/CommandToolbar.h"
 #include "workbench/desktop/docking/CommandUpdates.h"
 #include "workbench/desktop/docking/DockingWindows.h"
-#include "workbench/desktop/services/Interface.h"
 
 namespace kvx::desktop {
 
-class WorkbenchDocking final : public Implementation<IQDockingHost, host::kDockingHost> {
+class WorkbenchDocking final : public hosting::Implementation<IQDockingHost, host::kDockingHost> {
   public:
     // window and settings must outlive the host. Menus of docking windows stand in the menu bar
     // before that action.

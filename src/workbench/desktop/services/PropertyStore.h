@@ -3,12 +3,12 @@
 
 #include "host/Identifiers.h"
 #include "host/Services.h"
+#include "hosting/Interface.h"
 #include "workbench/desktop/Settings.h"
-#include "workbench/desktop/services/Interface.h"
 
 namespace kvx::desktop {
 
-class PropertyStore final : public Implementation<IQPropertyStore, host::kPropertyStore> {
+class PropertyStore final : public hosting::Implementation<IQPropertyStore, host::kPropertyStore> {
   public:
     // The settings must outlive the store.
     explicit PropertyStore(Settings& settings) : settings_(settings) {}

@@ -8,15 +8,16 @@
 
 #include "host/Identifiers.h"
 #include "host/Services.h"
+#include "hosting/Interface.h"
 #include "workbench/desktop/Settings.h"
-#include "workbench/desktop/services/Interface.h"
 
 namespace kvx::desktop {
 
 // By key.
 using WorkspaceTexts = std::map<QString, QString>;
 
-class TextsStore final : public Implementation<IQWorkspaceStoreService, host::kWorkspaceStore> {
+class TextsStore final
+    : public hosting::Implementation<IQWorkspaceStoreService, host::kWorkspaceStore> {
   public:
     // The settings must outlive the store.
     explicit TextsStore(Settings& settings) : settings_(settings) {}

@@ -15,8 +15,8 @@ constexpr std::int64_t kLongestTick = 100'000;  // microseconds
 
 }  // namespace
 
-TargetSession::TargetSession(HostObject& host, HostServices& services, service::TraceService& trace,
-                             std::size_t capacity)
+TargetSession::TargetSession(hosting::HostObject& host, WorkbenchServices& services,
+                             service::TraceService& trace, std::size_t capacity)
     : host_(host), services_(services), trace_(trace), target_(capacity) {
     trace_.SetMeasurement(&target_);
     services_.Debugger().SetMeasurementAvailable(true);

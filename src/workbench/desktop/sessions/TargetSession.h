@@ -8,8 +8,8 @@
 #include <QTimer>
 #include <functional>
 
-#include "workbench/desktop/services/HostObject.h"
-#include "workbench/desktop/services/HostServices.h"
+#include "hosting/HostObject.h"
+#include "workbench/desktop/services/WorkbenchServices.h"
 #include "workbench/service/TraceService.h"
 #include "workbench/target/SimulatedTarget.h"
 
@@ -19,8 +19,8 @@ class TargetSession {
   public:
     // Connects. All must outlive the session; the trace service has no recording. capacity: records
     // of the trace memory.
-    TargetSession(HostObject& host, HostServices& services, service::TraceService& trace,
-                  std::size_t capacity);
+    TargetSession(hosting::HostObject& host, WorkbenchServices& services,
+                  service::TraceService& trace, std::size_t capacity);
     // Halts and disconnects; the trace service has no recording afterwards.
     ~TargetSession();
     TargetSession(const TargetSession&) = delete;
@@ -58,8 +58,8 @@ class TargetSession {
     void DropRecording();
     void Changed() const;
 
-    HostObject& host_;
-    HostServices& services_;
+    hosting::HostObject& host_;
+    WorkbenchServices& services_;
     service::TraceService& trace_;
     target::SimulatedTarget target_;
     QTemporaryDir folder_;

@@ -9,7 +9,7 @@ namespace {
 // The one workspace that is open; any number but 0, which means the user's own settings.
 constexpr std::uintptr_t kOpenWorkspace = 1;
 
-std::vector<IQWorkSpaceClient2*> ClientsOf(const HostObject& host) {
+std::vector<IQWorkSpaceClient2*> ClientsOf(const hosting::HostObject& host) {
     return host.Clients<IQWorkSpaceClient2>(host::kWorkSpaceClient2);
 }
 

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "workbench/desktop/services/HostObject.h"
+#include "hosting/HostObject.h"
 #include "workbench/desktop/sessions/WorkspaceFile.h"
 
 namespace kvx::desktop {
@@ -24,7 +24,7 @@ class IWorkspaceHost {
 class WorkspaceControl {
   public:
     // All must outlive the object.
-    WorkspaceControl(HostObject& host, TextsStore& store, IWorkspaceHost& workbench)
+    WorkspaceControl(hosting::HostObject& host, TextsStore& store, IWorkspaceHost& workbench)
         : host_(host), store_(store), workbench_(workbench) {}
 
     // Empty while none is opened from a file.
@@ -45,7 +45,7 @@ class WorkspaceControl {
   private:
     void TellSaving();
 
-    HostObject& host_;
+    hosting::HostObject& host_;
     TextsStore& store_;
     IWorkspaceHost& workbench_;
     QString path_;

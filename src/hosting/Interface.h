@@ -5,7 +5,7 @@
 #include "host/Host.h"
 #include "platform/base/Guarded.h"
 
-namespace kvx::desktop {
+namespace kvx::hosting {
 
 template <class Interface, GUID Id>
 class Implementation : public Interface {
@@ -22,4 +22,4 @@ class Implementation : public Interface {
     ~Implementation() = default;
 };
 
-}  // namespace kvx::desktop
+}  // namespace kvx::hosting

@@ -1,13 +1,13 @@
 #pragma once
 // A component module, known through its five entry points alone, and the one component object that
-// the Workbench makes of it.
+// a host makes of it.
 
 #include <optional>
 
-#include "workbench/desktop/services/HostObject.h"
-#include "workbench/desktop/services/LoadedModule.h"
+#include "hosting/HostObject.h"
+#include "platform/base/Types.h"
 
-namespace kvx::desktop {
+namespace kvx::hosting {
 
 class ComponentModule {
   public:
@@ -19,14 +19,16 @@ class ComponentModule {
     ComponentModule& operator=(const ComponentModule&) = delete;
 
     // Loads the module and lets it register. A text that says what failed, or an empty one.
-    QString Load(const QString& directory, const char* name);
+    // It stays loaded until the program ends: the toolkit keeps references to what modules
+    // registered with it.
+    CString Load(const CString& directory, const CString& name);
     // Makes the component object, starts it up and reports the debugger as connected.
-    QString Connect();
+    CString Connect();
     // The way back; does nothing when not connected.
     void Disconnect();
 
     // Registered by the component: its name.
-    const QString& Name() const { return name_; }
+    const CString& Name() const { return name_; }
     std::optional<std::pair<int, int>> Version() const;
     bool IsConnected() const { return component_ != nullptr; }
 
@@ -37,9 +39,9 @@ class ComponentModule {
     CreateInstanceFn create_ = nullptr;
     DestroyInstanceFn destroy_ = nullptr;
     GetComponentVersionFn version_ = nullptr;
-    QString name_;
+    CString name_;
     GUID identifier_;
     IQComponent* component_ = nullptr;
 };
 
-}  // namespace kvx::desktop
+}  // namespace kvx::hosting

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "host/Component.h"
-#include "workbench/desktop/services/Interface.h"
+#include "hosting/Interface.h"
 
-namespace kvx::desktop {
+namespace kvx::hosting {
 
 class HostObject final : public IQHost {
   public:
@@ -50,4 +50,4 @@ class HostObject final : public IQHost {
     std::vector<std::pair<GUID, void*>> clients_;
 };
 
-}  // namespace kvx::desktop
+}  // namespace kvx::hosting

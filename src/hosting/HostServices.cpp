@@ -1,29 +1,30 @@
-#include "workbench/desktop/services/HostServices.h"
+#include "hosting/HostServices.h"
 
-#include <QDir>
+#include <filesystem>
 
-#include "workbench/desktop/QtText.h"
-#include "workbench/desktop/services/LoadedModule.h"
+#include "platform/base/Automation.h"
+#include "platform/os/Environment.h"
 
-namespace kvx::desktop {
+namespace kvx::hosting {
 namespace {
 
 constexpr char kDebuggerLibraryName[] = "KvxDebugger";
 
-HRESULT Give(const QString& text, BSTR* out) {
+HRESULT Give(const CString& text, BSTR* out) {
     if (!out) return E_POINTER;
-    *out = NewBstr(text);
+    *out = ToBstr(text);
     return *out ? S_OK : E_OUTOFMEMORY;
 }
 
 }  // namespace
 
-DebuggerLibrary::DebuggerLibrary(const QString& directory)
-    : directory_(directory), module_(LoadModule(directory, kDebuggerLibraryName).handle) {}
+DebuggerLibrary::DebuggerLibrary(const CString& directory)
+    : directory_(directory),
+      module_(LoadLibrary(directory + "/" + kDebuggerLibraryName + ".dll")) {}
 
 void DebuggerLibrary::SetMeasurementAvailable(bool available) {
     using SetFn = void(KVX_CALL*)(int);
-    if (const auto set = reinterpret_cast<SetFn>(FindSymbol(module_, "SetMeasurementAvailable"))) {
+    if (const auto set = GetProcAddress<SetFn>(module_, "SetMeasurementAvailable")) {
         set(available ? 1 : 0);
     }
 }
@@ -51,14 +52,16 @@ HRESULT NamingService::GetShortName(std::uintptr_t, std::uintptr_t, BSTR* name) 
 }
 
 HRESULT ProjectInformation::GetHomeDirectory(BSTR* directory) {
-    return Give(QDir::homePath(), directory);
+    return Give(os::HomeFolder(), directory);
 }
 
 HRESULT ProjectInformation::GetTemporaryDirectory(BSTR* directory) {
-    return Give(QDir::tempPath(), directory);
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+    return error ? E_FAIL : Give(folder.string(), directory);
 }
 
-void ProjectInformation::SetOpen(const QString& name, const QString& directory) {
+void ProjectInformation::SetOpen(const CString& name, const CString& directory) {
     name_ = name;
     directory_ = directory;
 }
@@ -80,11 +83,11 @@ HRESULT ProjectInformation::GiveName(BSTR* name) const {
 }
 
 HRESULT ProjectInformation::GiveDirectory(BSTR* directory) const {
-    return name_.isEmpty() ? E_FAIL : Give(directory_, directory);
+    return name_.empty() ? E_FAIL : Give(directory_, directory);
 }
 
-HostServices::HostServices(HostObject& host, Settings& settings, const QString& directory)
-    : host_(host), debuggerLibrary_(directory), properties_(settings), workspace_(settings) {
+HostServices::HostServices(HostObject& host, const CString& directory)
+    : host_(host), debuggerLibrary_(directory) {
     Add(host::kRunState, static_cast<IQRunState*>(&runState_));
     Add(host::kDebuggerLibrary, static_cast<IQDebuggerLibrary*>(&debuggerLibrary_));
     Add(host::kDebuggerCalls, static_cast<IQDebuggerCalls*>(&debuggerCalls_));
@@ -92,8 +95,6 @@ HostServices::HostServices(HostObject& host, Settings& settings, const QString& 
     Add(host::kNamingService, static_cast<IQNamingService*>(&naming_));
     Add(host::kProjectInformation, static_cast<IQProjectInformation*>(&project_));
     Add(host::kCustomPlaceholders, static_cast<IQCustomPlaceholders*>(&placeholders_));
-    Add(host::kPropertyStore, static_cast<IQPropertyStore*>(&properties_));
-    Add(host::kWorkspaceStore, static_cast<IQWorkspaceStoreService*>(&workspace_));
     for (const GUID& id : {host::kHostFrame, host::kFrameworkA, host::kFrameworkB,
                            host::kFrameworkC, host::kDebugB, host::kDebugC, host::kDebugD,
                            host::kDebugE, host::kDebugF, host::kDebugG, host::kDebugH}) {
@@ -110,4 +111,4 @@ void HostServices::Add(const GUID& id, void* service) {
     added_.emplace_back(id, service);
 }
 
-}  // namespace kvx::desktop
+}  // namespace kvx::hosting

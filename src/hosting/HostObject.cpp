@@ -1,10 +1,10 @@
-#include "workbench/desktop/services/HostObject.h"
+#include "hosting/HostObject.h"
 
 #include <algorithm>
 
 #include "host/Identifiers.h"
 
-namespace kvx::desktop {
+namespace kvx::hosting {
 
 void HostObject::AddComponent(IQComponent* component) {
     components_.push_back(component);
@@ -83,4 +83,4 @@ HRESULT HostObject::RemoveService(const GUID& service, void* implementation) {
     return S_OK;
 }
 
-}  // namespace kvx::desktop
+}  // namespace kvx::hosting

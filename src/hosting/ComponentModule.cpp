@@ -1,9 +1,10 @@
-#include "workbench/desktop/services/ComponentModule.h"
+#include "hosting/ComponentModule.h"
 
 #include "host/Identifiers.h"
-#include "workbench/desktop/QtText.h"
+#include "platform/base/Automation.h"
+#include "platform/base/Module.h"
 
-namespace kvx::desktop {
+namespace kvx::hosting {
 namespace {
 
 // The one instance; any number does.
@@ -16,54 +17,54 @@ class Registration final : public Implementation<IQLibraryRegistration, IID_IUnk
     HRESULT KVX_CALL RegisterComponent(BSTR name, std::int32_t, std::int32_t, std::int32_t,
                                        const GUID* component) override {
         if (!name || !component) return E_POINTER;
-        name_ = FromBstr(name);
+        name_ = ToUtf8(name);
         identifier_ = *component;
         return S_OK;
     }
-    QString name_;
+    CString name_;
     GUID identifier_;
 };
 
 template <class Function>
-bool Find(void* module, const char* name, Function* function) {
-    *function = reinterpret_cast<Function>(FindSymbol(module, name));
+bool Find(HMODULE module, const char* name, Function* function) {
+    *function = GetProcAddress<Function>(module, name);
     return *function != nullptr;
 }
 
 }  // namespace
 
-QString ComponentModule::Load(const QString& directory, const char* name) {
-    const LoadedModule module = LoadModule(directory, name);
-    if (!module.handle) return module.error;
-    const bool complete = Find(module.handle, "LibraryRegister2", &register_) &&
-                          Find(module.handle, "QueryInterface2", &query_) &&
-                          Find(module.handle, "CreateInstance", &create_) &&
-                          Find(module.handle, "DestroyInstance", &destroy_) &&
-                          Find(module.handle, "GetComponentVersion", &version_);
+CString ComponentModule::Load(const CString& directory, const CString& name) {
+    CString error;
+    const HMODULE module = LoadLibrary(directory + "/" + name + ".dll", &error);
+    if (!module) return error;
+    const bool complete =
+        Find(module, "LibraryRegister2", &register_) && Find(module, "QueryInterface2", &query_) &&
+        Find(module, "CreateInstance", &create_) && Find(module, "DestroyInstance", &destroy_) &&
+        Find(module, "GetComponentVersion", &version_);
     if (!complete) {
         create_ = nullptr;
-        return QStringLiteral("%1 lacks an entry point of a component.").arg(name);
+        return name + " lacks an entry point of a component.";
     }
     Registration registration;
     register_(&registration);
     name_ = registration.name_;
     identifier_ = registration.identifier_;
-    if (name_.isEmpty()) return QStringLiteral("%1 registered no component.").arg(name);
+    if (name_.empty()) return name + " registered no component.";
     return {};
 }
 
-QString ComponentModule::Connect() {
-    if (!create_ || component_) return QStringLiteral("There is no component to connect.");
+CString ComponentModule::Connect() {
+    if (!create_ || component_) return "There is no component to connect.";
     void* interface = nullptr;
     if (Failed(create_(kInstanceKey)) || Failed(query_(kInstanceKey, &identifier_, &interface)) ||
         !interface) {
         destroy_(kInstanceKey);
-        return QStringLiteral("%1 could not be created.").arg(name_);
+        return name_ + " could not be created.";
     }
     auto* component = static_cast<IQComponent*>(interface);
     if (Failed(component->Initialize(&host_, kYes))) {
         destroy_(kInstanceKey);
-        return QStringLiteral("%1 could not be started.").arg(name_);
+        return name_ + " could not be started.";
     }
     component_ = component;
     host_.AddComponent(component_);
@@ -89,4 +90,4 @@ std::optional<std::pair<int, int>> ComponentModule::Version() const {
     return std::pair(major, minor);
 }
 
-}  // namespace kvx::desktop
+}  // namespace kvx::hosting

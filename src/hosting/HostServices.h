@@ -1,13 +1,12 @@
 #pragma once
-// The smaller services of the host.
+// The smaller services of a host, but for its stores.
 
 #include "host/Identifiers.h"
 #include "host/Services.h"
-#include "workbench/desktop/services/HostObject.h"
-#include "workbench/desktop/services/PropertyStore.h"
-#include "workbench/desktop/services/TextsStore.h"
+#include "hosting/HostObject.h"
+#include "platform/base/Module.h"
 
-namespace kvx::desktop {
+namespace kvx::hosting {
 
 // Whether the target program runs; none does while a recorded file is shown.
 class RunState final : public Implementation<IQRunState, host::kRunState> {
@@ -23,7 +22,7 @@ class RunState final : public Implementation<IQRunState, host::kRunState> {
 class DebuggerLibrary final : public Implementation<IQDebuggerLibrary, host::kDebuggerLibrary> {
   public:
     // Loads the library from the directory; when that fails there is none.
-    explicit DebuggerLibrary(const QString& directory);
+    explicit DebuggerLibrary(const CString& directory);
 
     // Whether there is a target whose measurement can be stopped and started.
     void SetMeasurementAvailable(bool available);
@@ -33,8 +32,8 @@ class DebuggerLibrary final : public Implementation<IQDebuggerLibrary, host::kDe
     HRESULT KVX_CALL GetBaseName(BSTR* name) override;
 
   private:
-    QString directory_;
-    void* module_ = nullptr;
+    CString directory_;
+    HMODULE module_ = nullptr;
 };
 
 // Debugger functions that the library does not export: there is no target to perform them on.
@@ -65,7 +64,7 @@ class ProjectInformation final
     : public Implementation<IQProjectInformation, host::kProjectInformation> {
   public:
     // Empty: none is open.
-    void SetOpen(const QString& name, const QString& directory);
+    void SetOpen(const CString& name, const CString& directory);
 
     HRESULT KVX_CALL GetHomeDirectory(BSTR* directory) override;
     HRESULT KVX_CALL GetTemporaryDirectory(BSTR* directory) override;
@@ -81,11 +80,11 @@ class ProjectInformation final
     HRESULT GiveName(BSTR* name) const;
     HRESULT GiveDirectory(BSTR* directory) const;
 
-    QString name_;
-    QString directory_;
+    CString name_;
+    CString directory_;
 };
 
-// The Workbench defines no placeholders of its own.
+// A host here defines no placeholders of its own.
 class CustomPlaceholders final
     : public Implementation<IQCustomPlaceholders, host::kCustomPlaceholders> {
   public:
@@ -98,20 +97,20 @@ class KeptService final : public Implementation<IQUnknown, IID_IUnknown> {};
 // All of them, known to the host object from construction to destruction.
 class HostServices {
   public:
-    // host and settings must outlive the services. directory: where the debugger library stands.
-    HostServices(HostObject& host, Settings& settings, const QString& directory);
+    // host must outlive the services. directory: where the debugger library stands.
+    HostServices(HostObject& host, const CString& directory);
     ~HostServices();
     HostServices(const HostServices&) = delete;
     HostServices& operator=(const HostServices&) = delete;
 
     RunState& Running() { return runState_; }
     DebuggerLibrary& Debugger() { return debuggerLibrary_; }
-    TextsStore& Workspace() { return workspace_; }
     ProjectInformation& Project() { return project_; }
 
-  private:
+    // Known to the host object for as long.
     void Add(const GUID& id, void* service);
 
+  private:
     HostObject& host_;
     RunState runState_;
     DebuggerLibrary debuggerLibrary_;
@@ -120,10 +119,8 @@ class HostServices {
     NamingService naming_;
     ProjectInformation project_;
     CustomPlaceholders placeholders_;
-    PropertyStore properties_;
-    TextsStore workspace_;
     KeptService kept_;
     std::vector<std::pair<GUID, void*>> added_;
 };
 
-}  // namespace kvx::desktop
+}  // namespace kvx::hosting
