@@ -147,6 +147,7 @@ class IWindows {
     // Dispatches what waits for the window and its children, without waiting; null: everything.
     virtual void DispatchWaiting(HWND window) = 0;
     virtual int Run() = 0;
+    virtual void Quit() = 0;  // Run returns
 
     virtual HWND MainWindow() const = 0;
     virtual void SetMainWindow(HWND window) = 0;

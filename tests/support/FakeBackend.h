@@ -146,6 +146,7 @@ class FakeWindows final : public IWindows {
     void AcceptDrops(HWND, bool) override {}
     void DispatchWaiting(HWND) override { RunPosted(); }
     int Run() override { return 0; }
+    void Quit() override {}
     HWND MainWindow() const override { return nullptr; }
     void SetMainWindow(HWND) override {}
 

@@ -33,6 +33,10 @@ void AfxSetMainWnd(HWND window) {
     kvx::Backend().Windows().SetMainWindow(window);
 }
 
+void PostQuitMessage() {
+    kvx::Backend().Windows().Quit();
+}
+
 void DispatchWaitingMessages(HWND window) {
     kvx::Backend().Windows().DispatchWaiting(window);
 }

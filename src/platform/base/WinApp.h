@@ -11,7 +11,7 @@ class CWinApp : public CObject {
     ~CWinApp() override;
     virtual bool InitInstance() { return true; }
     virtual int ExitInstance() { return 0; }
-    // Dispatches messages until the toolkit's loop ends, then ExitInstance.
+    // Dispatches messages until the toolkit's loop ends (PostQuitMessage), then ExitInstance.
     virtual int Run();
 
     CWnd* m_pMainWnd = nullptr;
@@ -24,6 +24,9 @@ CWinApp* AfxGetApp();
 CWnd* AfxGetMainWnd();
 // Names the main window of the process; a window of any toolkit class.
 void AfxSetMainWnd(HWND window);
+
+// Ends the message loop, once what waits is done.
+void PostQuitMessage();
 
 // Dispatches every message that waits for the window and its children, without waiting, and paints
 // them; messages of other windows stay queued. Null: everything that waits. The window may be

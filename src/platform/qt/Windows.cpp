@@ -150,4 +150,8 @@ int QtWindows::Run() {
     return QCoreApplication::exec();
 }
 
+void QtWindows::Quit() {
+    QCoreApplication::quit();
+}
+
 }  // namespace kvx::qt

@@ -57,6 +57,7 @@ class QtWindows final : public IWindows {
 
     void DispatchWaiting(HWND window) override;
     int Run() override;
+    void Quit() override;
 
     HWND MainWindow() const override;
     void SetMainWindow(HWND window) override;

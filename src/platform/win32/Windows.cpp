@@ -136,4 +136,8 @@ int Win32Windows::Run() {
     return RunMessages();
 }
 
+void Win32Windows::Quit() {
+    win::PostQuitMessage(0);
+}
+
 }  // namespace kvx::win32

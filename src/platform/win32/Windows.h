@@ -52,6 +52,7 @@ class Win32Windows final : public IWindows {
 
     void DispatchWaiting(HWND window) override;
     int Run() override;
+    void Quit() override;
 
     HWND MainWindow() const override;
     void SetMainWindow(HWND window) override;

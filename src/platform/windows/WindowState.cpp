@@ -39,12 +39,33 @@ LRESULT WindowState::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_SIZE && !living_) return 0;
     if (message == WM_SIZE) Invalidate({0, 0, ParamX(lParam), ParamY(lParam)}, true);
     const HWND handle = Handle();
+    if (IsTakenBefore(message, wParam, lParam)) return 0;
     const LRESULT result = Dispatch(*owner_, message, wParam, lParam);
     if (message == WM_SYSCOLORCHANGE && Of(FindWindow(handle)) == this) {
         surface_ = std::make_shared<Surface>();
         owner_->Invalidate();
     }
     return result;
+}
+
+bool WindowState::IsTakenBefore(UINT message, WPARAM wParam, LPARAM lParam) {
+    static bool keyTaken = false;
+    const bool key = message == WM_KEYDOWN;
+    if (message == WM_CHAR) return keyTaken;
+    if (!key && message != WM_LBUTTONDOWN && message != WM_LBUTTONUP && message != WM_RBUTTONDOWN)
+        return false;
+    HWND next = Handle();
+    bool taken = false;
+    while (next && !taken) {
+        CWnd* const window = FindWindow(next);
+        const bool child = !window || (window->GetStyle() & WS_CHILD);
+        next = child ? Backend().Windows().Parent(next) : nullptr;
+        taken = window && Guarded(false, [&] {
+                    return window->PreTranslateMessage(message, wParam, lParam);
+                });
+    }
+    if (key) keyTaken = taken;
+    return taken;
 }
 
 // Contexts that are open keep the old surface; what they draw is invalid anyway.

@@ -65,6 +65,8 @@ class WindowState final : public IWindowSink {
     CFont* font = nullptr;
 
   private:
+    // The window or one around it has dealt with the message.
+    bool IsTakenBefore(UINT message, WPARAM wParam, LPARAM lParam);
     static LRESULT Dispatch(CWnd& window, UINT message, WPARAM wParam, LPARAM lParam);
     HWND Handle() const { return owner_->m_hWnd; }
     bool TakesFiles(const COleDataObject& data) const {

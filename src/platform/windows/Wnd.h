@@ -154,6 +154,11 @@ class CWnd : public CObject {
     // command with a handler but no update handler is enabled. Overrides route on to others.
     virtual bool OnCmdMsg(UINT id, UINT code, CCmdUI* ui);
 
+    // Before a key or mouse button of the user reaches a window: asked of that window, then of
+    // those around it up to the one on the desktop. True: it is dealt with, and goes no further;
+    // nor does the character of that key.
+    virtual bool PreTranslateMessage(UINT, WPARAM, LPARAM) { return false; }
+
     HWND m_hWnd = nullptr;
 
   protected:
