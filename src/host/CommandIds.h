@@ -91,6 +91,18 @@ inline constexpr UINT kDialogStop = 9015;
 inline constexpr UINT kDialogUserInput = 9018;
 inline constexpr UINT kUserInputLabel = 9019;
 inline constexpr UINT kUserInputEdit = 9020;
+inline constexpr UINT kDialogPickUp = 9021;
+inline constexpr UINT kPickUpList = 9022;
+inline constexpr UINT kPickUpAll = 9023;
+inline constexpr UINT kPickUpNone = 9024;
+
+// Controls of the Find dialog.
+inline constexpr UINT kFindNext = 201;
+inline constexpr UINT kFindDown = 1025;
+inline constexpr UINT kFindText = 1037;
+inline constexpr UINT kFindWildCard = 1046;
+inline constexpr UINT kFindMatchCase = 1047;
+inline constexpr UINT kFindUp = 1050;
 
 inline constexpr UINT kCursorLineDrag = 9012;
 

@@ -96,15 +96,25 @@ constexpr ControlResource kUserInput[] = {
 constexpr ControlResource kFind[] = {
     Group(IDC_STATIC, "Find Condition", 7, 5, 190, 72),
     Label(IDC_STATIC, "Find What:", 14, 19, 40),
-    {ControlClass::ComboBox, 1037, "", 56, 17, 134, 80,
+    {ControlClass::ComboBox, ids::kFindText, "", 56, 17, 134, 80,
      kVisible | WS_TABSTOP | CBS_DROPDOWN | CBS_AUTOHSCROLL},
-    Button(1047, "Match &Case", 14, 38, 70, 10, BS_AUTOCHECKBOX),
-    Button(1046, "Wild Card", 14, 54, 70, 10, BS_AUTOCHECKBOX),
+    Button(ids::kFindMatchCase, "Match &Case", 14, 38, 70, 10, BS_AUTOCHECKBOX),
+    Button(ids::kFindWildCard, "Wild Card", 14, 54, 70, 10, BS_AUTOCHECKBOX),
     Label(IDC_STATIC, "Direction:", 100, 39, 36),
-    Button(1050, "&Up", 140, 38, 50, 10, BS_AUTORADIOBUTTON | WS_GROUP),
-    Button(1025, "&Down", 140, 54, 50, 10, BS_AUTORADIOBUTTON),
-    Button(201, "&Find Next", 203, 8, 50, 14, BS_DEFPUSHBUTTON | WS_GROUP),
+    Button(ids::kFindUp, "&Up", 140, 38, 50, 10, BS_AUTORADIOBUTTON | WS_GROUP),
+    Button(ids::kFindDown, "&Down", 140, 54, 50, 10, BS_AUTORADIOBUTTON),
+    Button(ids::kFindNext, "&Find Next", 203, 8, 50, 14, BS_DEFPUSHBUTTON | WS_GROUP),
     Button(IDCLOSE, "Close", 203, 26, 50, 14),
+};
+
+constexpr ControlResource kPickUp[] = {
+    Label(IDC_STATIC, "The history shows only the system calls that are ticked.", 7, 7, 200),
+    {ControlClass::ListBox, ids::kPickUpList, "", 7, 19, 150, 160,
+     kVisible | WS_TABSTOP | WS_BORDER | WS_VSCROLL | LBS_CHECKBOXES},
+    Button(ids::kPickUpAll, "&All", 163, 19, 50, 14),
+    Button(ids::kPickUpNone, "&None", 163, 36, 50, 14),
+    Button(IDOK, "&Pick Up", 163, 148, 50, 14, BS_DEFPUSHBUTTON),
+    Button(IDCANCEL, "Cancel", 163, 165, 50, 14),
 };
 
 // One colour of the colour dialog: a push button, its label and its swatch.
@@ -205,6 +215,8 @@ constexpr DialogResource kDialogs[] = {
     {ids::kDialogStop, "Running...", 64, 28, kFace, 8, kModeless, kStop, std::size(kStop)},
     {ids::kDialogUserInput, "Value of a placeholder", 214, 62, kFace, 8, kModal, kUserInput,
      std::size(kUserInput)},
+    {ids::kDialogPickUp, "Pick Up System Call", 220, 186, kFace, 8, kModal, kPickUp,
+     std::size(kPickUp)},
 };
 
 }  // namespace

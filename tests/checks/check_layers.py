@@ -13,7 +13,7 @@ import tempfile
 BASE = ["platform", "host", "utils"]
 VIEW = BASE + ["trace", "display", "framework", "toolbar"]
 MODELS = ["display/model", "analyze/model", "traceview/model"]
-WORKBENCH = ["platform", "host", "workbench"]
+WORKBENCH = ["platform", "host", "hosting", "workbench"]
 CORE = ["trace"] + MODELS
 
 # folder -> folders it may include (besides itself); the longest matching folder counts.
@@ -25,6 +25,7 @@ ALLOWED = {
     "platform/win32": ["platform"],
     "host": ["platform"],
     "utils": ["platform", "host"],
+    "hosting": ["platform", "host"],
     "trace": ["platform", "host"] + MODELS,
     "trace/dialogs": BASE + ["trace"],
     "display/model": ["platform", "host", "trace"],
@@ -37,6 +38,7 @@ ALLOWED = {
     "analyze": VIEW + ["traceview/model"],
     "sink": VIEW + ["traceview", "analyze"],
     "component": VIEW + ["traceview", "analyze", "sink"],
+    "viewer": BASE + ["hosting", "framework", "trace/dialogs", "workbench/service", "workbench/formats"],
     "resources": ["platform", "host"],
     "workbench/service": ["platform", "host"],
     "workbench/kernels": ["platform", "host", "workbench/service"],
