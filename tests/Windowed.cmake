@@ -64,3 +64,5 @@ add_executable(window_pictures pictures/WindowPictures.cpp component/TestHost.cp
 target_link_libraries(window_pictures PRIVATE kvx_host kvx_picture kvx_toolkit GTest::gtest)
 set_target_properties(window_pictures PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 add_dependencies(window_pictures KvxOSTrace KvxOSTraceExtRes KvxDebugger)
+kvx_test(viewer DIR viewer DEPS kvx_viewer kvx_simulation kvx_toolkit)
+add_dependencies(test_viewer KvxOSTrace KvxOSTraceExtRes)

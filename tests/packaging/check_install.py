@@ -28,6 +28,7 @@ EXPECTED = (
     "share/bash-completion/completions/kvxostrace",
     "lib/kvxostrace/kvxostrace-ctf",
     "lib/kvxostrace/libKvxPlatform.so",
+    "bin/kvxview",
 )
 DEVELOPMENT = ("include/kvxostrace/platform/windows/Wnd.h", "include/kvxostrace/host/Component.h",
                "include/kvxostrace/framework/CoreView.h", "lib/cmake/KvxOSTrace/KvxOSTraceConfig.cmake")

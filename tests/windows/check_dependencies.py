@@ -11,7 +11,7 @@ import sys
 SYSTEM = {"kernel32", "msvcrt", "user32", "gdi32", "comdlg32", "comctl32", "shell32", "ole32", "oleaut32",
           "advapi32", "version", "shcore", "imm32", "winmm", "dwmapi", "uxtheme"}
 OURS = {"KvxOSTrace.dll": {"KvxPlatform.dll"}, "KvxOSTraceExtRes.dll": set(), "KvxPlatform.dll": set(),
-        "kvxostrace.exe": {"KvxPlatform.dll"}}
+        "kvxostrace.exe": {"KvxPlatform.dll"}, "kvxview.exe": {"KvxPlatform.dll"}}
 
 
 def main():
