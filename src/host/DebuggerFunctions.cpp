@@ -36,8 +36,8 @@ constexpr std::optional<std::size_t> DirectIndex(std::size_t index) {
 }
 
 template <std::size_t Index>
-std::intptr_t KVX_CALL Dispatch(std::uintptr_t a, std::uintptr_t b, std::uintptr_t c,
-                                std::uintptr_t d, std::uintptr_t e, std::uintptr_t f) {
+std::intptr_t Dispatch(std::uintptr_t a, std::uintptr_t b, std::uintptr_t c, std::uintptr_t d,
+                       std::uintptr_t e, std::uintptr_t f) {
     const auto found = Records().find(ModuleHost());
     if (found == Records().end()) return 0;
     DebuggerRecord& record = found->second;

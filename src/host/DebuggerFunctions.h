@@ -5,8 +5,8 @@
 //
 // Every entry is a dispatch function: it passes its arguments on, unchanged, to the function that
 // the debugger library of the current host exports, or, when it exports none, to the host's
-// debugger service. On the calling convention in use a function may be called with more integer
-// arguments than it takes.
+// debugger service. A function may be called with more integer arguments than it takes, so those of
+// the library are called by the convention where the caller clears the stack.
 
 #include <array>
 #include <cstdint>
@@ -19,8 +19,8 @@
 namespace kvx::host {
 
 using DebuggerArguments = std::array<std::uintptr_t, 6>;
-using DebuggerFunction = std::intptr_t(KVX_CALL*)(std::uintptr_t, std::uintptr_t, std::uintptr_t,
-                                                  std::uintptr_t, std::uintptr_t, std::uintptr_t);
+using DebuggerFunction = std::intptr_t (*)(std::uintptr_t, std::uintptr_t, std::uintptr_t,
+                                           std::uintptr_t, std::uintptr_t, std::uintptr_t);
 
 inline constexpr std::array<const char*, 70> kDebuggerFunctionNames = {"IN1_Get_mcu_info",
                                                                        "IN1_Get_service_info",

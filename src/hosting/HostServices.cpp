@@ -23,7 +23,7 @@ DebuggerLibrary::DebuggerLibrary(const CString& directory)
       module_(LoadLibrary(directory + "/" + kDebuggerLibraryName + ".dll")) {}
 
 void DebuggerLibrary::SetMeasurementAvailable(bool available) {
-    using SetFn = void(KVX_CALL*)(int);
+    using SetFn = void (*)(int);
     if (const auto set = GetProcAddress<SetFn>(module_, "SetMeasurementAvailable")) {
         set(available ? 1 : 0);
     }

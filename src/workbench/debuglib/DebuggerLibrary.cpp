@@ -22,63 +22,62 @@ extern "C" {
 
 // For the Workbench alone: whether a target is there whose measurement can be stopped and
 // restarted.
-KVX_EXPORT void KVX_CALL SetMeasurementAvailable(int available) {
+KVX_EXPORT void SetMeasurementAvailable(int available) {
     measurementAvailable = available != 0;
 }
 
-KVX_EXPORT std::intptr_t KVX_CALL IN1_Get_mcu_info() {
+KVX_EXPORT std::intptr_t IN1_Get_mcu_info() {
     return 0;
 }
 
 // service: the service's number; context: the view's target context, not used.
-KVX_EXPORT std::intptr_t KVX_CALL IN1_Get_service_info(std::uintptr_t service,
-                                                       std::uintptr_t /*context*/) {
+KVX_EXPORT std::intptr_t IN1_Get_service_info(std::uintptr_t service, std::uintptr_t /*context*/) {
     return service == kServiceMeasuring && !measurementAvailable ? kServiceNotAvailable : 0;
 }
 
-KVX_EXPORT std::intptr_t KVX_CALL IN1_Get_regtbl_num() {
+KVX_EXPORT std::intptr_t IN1_Get_regtbl_num() {
     return 0;
 }
-KVX_EXPORT std::intptr_t KVX_CALL IN1_Get_regtbl_no() {
+KVX_EXPORT std::intptr_t IN1_Get_regtbl_no() {
     return kFailure;
 }
-KVX_EXPORT const char* KVX_CALL IN1_Get_regtbl_name() {
+KVX_EXPORT const char* IN1_Get_regtbl_name() {
     return "";
 }
-KVX_EXPORT const char* KVX_CALL IN1_Get_regtbl_menu() {
+KVX_EXPORT const char* IN1_Get_regtbl_menu() {
     return "";
 }
-KVX_EXPORT std::intptr_t KVX_CALL IN1_GetMapInfo() {
+KVX_EXPORT std::intptr_t IN1_GetMapInfo() {
     return kFailure;
 }
-KVX_EXPORT std::intptr_t KVX_CALL EXP_Eval() {
+KVX_EXPORT std::intptr_t EXP_Eval() {
     return kFailure;
 }
-KVX_EXPORT std::intptr_t KVX_CALL EXP_ASM_Eval() {
+KVX_EXPORT std::intptr_t EXP_ASM_Eval() {
     return kFailure;
 }
-KVX_EXPORT std::intptr_t KVX_CALL IN1_Get_rram_area() {
+KVX_EXPORT std::intptr_t IN1_Get_rram_area() {
     return kFailure;
 }
-KVX_EXPORT std::intptr_t KVX_CALL IN1_Get_rram_size() {
+KVX_EXPORT std::intptr_t IN1_Get_rram_size() {
     return 0;
 }
-KVX_EXPORT std::intptr_t KVX_CALL IN1_Get_XDVersion() {
+KVX_EXPORT std::intptr_t IN1_Get_XDVersion() {
     return 1;
 }
-KVX_EXPORT std::intptr_t KVX_CALL LOAD_HasAsmInfo() {
+KVX_EXPORT std::intptr_t LOAD_HasAsmInfo() {
     return 0;
 }
 
 // Text of the last error; it lives as long as the library.
-KVX_EXPORT const char* KVX_CALL ERR_GetErrMsg() {
+KVX_EXPORT const char* ERR_GetErrMsg() {
     return "";
 }
 
-KVX_EXPORT std::intptr_t KVX_CALL IN1_Get_rram() {
+KVX_EXPORT std::intptr_t IN1_Get_rram() {
     return kFailure;
 }
-KVX_EXPORT std::intptr_t KVX_CALL IN1_Check_RramArea() {
+KVX_EXPORT std::intptr_t IN1_Check_RramArea() {
     return 0;
 }
 
