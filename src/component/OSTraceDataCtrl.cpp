@@ -71,7 +71,8 @@ HRESULT CKvxOSTraceDataCtrl::Initialize(IQHost* host, std::int16_t flag) {
 // The toolkit is the host's: where it shows no windows there is nothing to start.
 bool CKvxOSTraceDataCtrl::CanShowWindows() {
     if (kvx::InstalledBackend()) return true;
-    AfxMessageBox("OS Trace needs a QApplication: this process can show no windows.");
+    AfxMessageBox(CString("OS Trace needs ") + kvx::WhatWindowsNeed() +
+                  ": this process can show no windows.");
     return false;
 }
 

@@ -246,6 +246,9 @@ bool InstallBackend(Screen screen = Screen::Session);
 // application object goes too when InstallBackend made it.
 void RemoveBackend();
 
+// What a process lacks where InstallBackend answers false, for messages: "a QApplication".
+const char* WhatWindowsNeed();
+
 // Borrows a back-end in place of the installed one; null takes it away.
 void SetBackend(IBackend* backend);
 // Null while none is installed.

@@ -8,6 +8,10 @@ bool InstallBackend(Screen) {
     return false;
 }
 
+const char* WhatWindowsNeed() {
+    return "a platform library that has windows";
+}
+
 void RemoveBackend() {}
 
 }  // namespace kvx

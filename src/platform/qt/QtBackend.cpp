@@ -76,6 +76,10 @@ bool InstallBackend(Screen screen) {
     return true;
 }
 
+const char* WhatWindowsNeed() {
+    return "a QApplication";
+}
+
 void RemoveBackend() {
     if (g_users == 0 || --g_users > 0) return;
     // Messages on their way are objects of this library, which may be unloaded next.

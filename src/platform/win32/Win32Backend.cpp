@@ -73,6 +73,10 @@ bool InstallBackend(Screen screen) {
     return true;
 }
 
+const char* WhatWindowsNeed() {
+    return "a desktop";
+}
+
 void RemoveBackend() {
     if (g_users == 0 || --g_users > 0) return;
     ForgetWrappers();

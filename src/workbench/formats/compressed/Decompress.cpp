@@ -34,7 +34,7 @@ Result<FileContent> Decompress(const std::string& path, const Kind& kind, std::s
     std::string cut;
     if (!kind.open)
         return Error{path + ": compressed by " + kind.name +
-                     ", which this program was built without; decompress it first"};
+                     ", which this program is built without; decompress it first"};
     const auto stream = kind.open();
     os::MemoryFile file;
     std::vector<char> block(kBlock);

@@ -44,6 +44,7 @@ bool Recognises(const Candidate& candidate) {
 
 std::string WhyNothing(const std::string& path, const std::vector<std::string>& folders,
                        const std::vector<CheckedTrace>& traces, const RunResult& result) {
+    if (!result.started) return path + ": " + result.reason;
     // The library keeps to itself what it does not like about metadata.
     for (std::size_t i = 0; i < traces.size(); ++i)
         if (result.reason == "Cannot create trace for `" + traces[i].folder + "`")

@@ -58,7 +58,7 @@ RunResult RunLibrary(const std::vector<CheckedTrace>& traces, std::uint64_t byte
     std::vector<std::string> folders;
     for (const auto& trace : traces) folders.push_back(trace.folder);
     auto process = StartHelper(folders, static_cast<long>(1 + bytes / kBytesASecond));
-    if (!process) return {false, false, process.GetError().message};
+    if (!process) return {false, false, process.GetError().message, false};
     Blocks blocks(*process);
     MessageParser parser(sink);
     while (!parser.End()) {

@@ -14,6 +14,7 @@ struct RunResult {
     bool stopped = false;  // the sink stopped it
     bool gaveUp = false;   // the library ended its process, or was ended
     std::string reason;    // why it ended before the end of the traces; empty: it did not
+    bool started = true;   // the program that reads for this one is there
 };
 
 // bytes: of all streams together. sink gets the events of all traces in order of time, also those

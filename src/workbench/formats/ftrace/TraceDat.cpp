@@ -120,8 +120,8 @@ Result<std::unique_ptr<Recording>> Open(Candidate& candidate, const OpenOptions&
     const auto program = os::FindInstalledProgram(kProgram);
     if (program.empty())
         return Error{path +
-                     ": a trace.dat, which the program \"trace-cmd\" reads for this one; install "
-                     "the package trace-cmd"};
+                     ": a trace.dat, which the program \"trace-cmd\" reads for this one; it is not "
+                     "installed here"};
     // Now and then trace-cmd 3.1.6 leaves the unit of times out for no reason in the file.
     for (int attempt = 1;; ++attempt) {
         auto run = RunProgram(candidate, program, attempt == kAttempts, progress);
