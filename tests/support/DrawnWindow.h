@@ -18,10 +18,10 @@ constexpr COLORREF kNotDrawn = RGB(1, 2, 3);
 inline void AddDrawing(Surface& picture, HWND window, POINT corner) {
     IWindows& windows = Backend().Windows();
     WindowState* const state = WindowState::Of(FindWindow(window));
-    const POINT at = windows.ClientOrigin(window) - corner;
+    const POINT at = picture.Grid().ToDevice(windows.ClientOrigin(window) - corner);
     RECT whole = windows.ScreenBounds(window);
     whole.OffsetRect(POINT{} - corner);
-    whole = Intersection(whole, picture.DeviceBounds());
+    whole = Intersection(picture.Grid().ToDevice(whole), picture.DeviceBounds());
     for (int y = whole.top; y < whole.bottom; ++y)
         std::fill_n(picture.Row(y) + whole.left, whole.Width(), ToPixel(kNotDrawn));
     if (const auto drawn = state ? state->Picture() : nullptr) {
@@ -35,10 +35,10 @@ inline void AddDrawing(Surface& picture, HWND window, POINT corner) {
             AddDrawing(picture, child, corner);
 }
 
-// Of the client area. Paints what is not painted yet. On a screen of a pixel a logical pixel.
+// Of the client area, in the pixels of the screen. Paints what is not painted yet.
 inline Surface DrawingOf(HWND window) {
     IWindows& windows = Backend().Windows();
-    Surface picture(windows.ClientSize(window), kNotDrawn);
+    Surface picture(windows.ClientSize(window), kNotDrawn, windows.Grid(window));
     AddDrawing(picture, window, windows.ClientOrigin(window));
     return picture;
 }

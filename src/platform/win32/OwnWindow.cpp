@@ -98,8 +98,11 @@ void OwnWindow::SetPlace(const RECT& place) {
     const win::HWND parent = win::GetAncestor(handle_, GA_PARENT);
     const PixelGrid grid = GridOf(parent);
     const RECT device = grid.ToDevice(place_);
+    // A window of another size paints anew; old edges would be seen inside until then.
+    const bool sameSize = DeviceBounds(handle_).Size() == device.Size();
     win::SetWindowPos(handle_, nullptr, device.left, device.top, device.Width(), device.Height(),
-                      SWP_NOZORDER | SWP_NOACTIVATE);
+                      static_cast<UINT>(SWP_NOZORDER | SWP_NOACTIVATE |
+                                        (sameSize ? 0 : SWP_NOCOPYBITS)));
     if (grid.Ratio() != 1) PlaceChildren(handle_);
 }
 
