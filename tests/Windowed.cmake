@@ -9,9 +9,10 @@ else()
   target_link_libraries(kvx_toolkit PRIVATE gdi32)
 endif()
 target_include_directories(kvx_toolkit PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
-target_link_libraries(kvx_toolkit PUBLIC kvx_platform)
+target_link_libraries(kvx_toolkit PUBLIC kvx_platform GTest::gtest)
 
 kvx_test(platform DIR platform DEPS kvx_platform)
+kvx_test(dialogs DIR dialogs DEPS kvx_toolkit)
 foreach(variant "right" "type VARIANT_WRONG_TYPE" "no_type VARIANT_NO_TYPE"
         "product VARIANT_WRONG_PRODUCT" "no_product VARIANT_NO_PRODUCT"
         "ordinal VARIANT_ORDINAL=2" "interface VARIANT_MINOR=1")

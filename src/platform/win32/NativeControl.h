@@ -19,7 +19,12 @@ class NativeControl : public OwnWindow {
     win::LRESULT Default(UINT message, win::WPARAM wParam, win::LPARAM lParam) const;
 
   private:
+    // Of the field inside a combo box, which has the keyboard in its place.
+    static win::LRESULT CALLBACK FieldProcedure(win::HWND field, UINT message, win::WPARAM wParam,
+                                                win::LPARAM lParam);
     bool LeavesKey(win::WPARAM key) const;
+    // None: the system's control is to have the key.
+    std::optional<win::LRESULT> OnKeyboard(UINT message, win::WPARAM wParam, win::LPARAM lParam);
     std::optional<win::LRESULT> OnKey(win::WPARAM key, win::LPARAM flags);
     bool MoveInGroup(bool back) const;
 

@@ -100,9 +100,9 @@ void OwnWindow::SetPlace(const RECT& place) {
     const RECT device = grid.ToDevice(place_);
     // A window of another size paints anew; old edges would be seen inside until then.
     const bool sameSize = DeviceBounds(handle_).Size() == device.Size();
-    win::SetWindowPos(handle_, nullptr, device.left, device.top, device.Width(), device.Height(),
-                      static_cast<UINT>(SWP_NOZORDER | SWP_NOACTIVATE |
-                                        (sameSize ? 0 : SWP_NOCOPYBITS)));
+    win::SetWindowPos(
+        handle_, nullptr, device.left, device.top, device.Width(), device.Height(),
+        static_cast<UINT>(SWP_NOZORDER | SWP_NOACTIVATE | (sameSize ? 0 : SWP_NOCOPYBITS)));
     if (grid.Ratio() != 1) PlaceChildren(handle_);
 }
 

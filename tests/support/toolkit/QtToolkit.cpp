@@ -1,14 +1,21 @@
+#include <gtest/gtest.h>
+
 #include <QApplication>
 #include <QDialog>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMessageBox>
 #include <QPixmap>
+#include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <QWidget>
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "platform/base/Keys.h"
+#include "platform/base/Styles.h"
 #include "support/toolkit/Toolkit.h"
 
 namespace kvx::test {
@@ -28,6 +35,12 @@ int KeyOf(UINT key) {
             return Qt::Key_Left;
         case VK_RIGHT:
             return Qt::Key_Right;
+        case VK_RETURN:
+            return Qt::Key_Return;
+        case VK_ESCAPE:
+            return Qt::Key_Escape;
+        case VK_TAB:
+            return Qt::Key_Tab;
         default:
             return static_cast<int>(key);
     }
@@ -59,6 +72,29 @@ void PressAltKey(HWND window, UINT key) {
 
 void ReleaseAlt(HWND window) {
     SendKey(window, QEvent::KeyRelease, Qt::Key_Alt, Qt::NoModifier);
+}
+
+void TypeKey(UINT key) {
+    QTest::keyClick(QApplication::focusWindow(), static_cast<Qt::Key>(KeyOf(key)));
+}
+
+void AnswerBox(UINT id) {
+    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    const auto button = id == IDYES ? QMessageBox::Yes : QMessageBox::Cancel;
+    ASSERT_NE(box->button(button), nullptr);
+    box->button(button)->click();
+}
+
+void ChooseInMenu(int index) {
+    QWidget* const menu = QApplication::activePopupWidget();
+    ASSERT_NE(menu, nullptr);
+    for (int i = 0; i <= index; ++i) QTest::keyClick(menu, Qt::Key_Down);
+    QTest::keyClick(menu, Qt::Key_Return);
+}
+
+void Soon(std::function<void()> action) {
+    QTimer::singleShot(0, qApp, std::move(action));
 }
 
 void Settle() {

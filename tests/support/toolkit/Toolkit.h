@@ -22,6 +22,18 @@ inline void ClickMouse(HWND window, POINT at) {
 void PressAltKey(HWND window, UINT key);
 void ReleaseAlt(HWND window);
 
+// A key is struck; it goes to what has the focus. Letters and digits type their characters.
+void TypeKey(UINT key);
+
+// Answers the message box that is open. id: IDYES, IDCANCEL or the like.
+void AnswerBox(UINT id);
+// Chooses from the popup menu that is open, with the keyboard. index: of the items that can be
+// chosen.
+void ChooseInMenu(int index);
+
+// Runs in the middle of whatever loop of the toolkit comes next.
+void Soon(std::function<void()> action);
+
 // Dispatches what waits, and what that causes.
 void Settle();
 

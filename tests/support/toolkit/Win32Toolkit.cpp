@@ -1,3 +1,7 @@
+#include <gtest/gtest.h>
+
+#include <deque>
+
 #include "platform/win32/Convert.h"
 #include "support/toolkit/Toolkit.h"
 
@@ -17,6 +21,15 @@ void HoldAlt(bool held) {
     win::GetKeyboardState(keys);
     keys[VK_MENU] = held ? 0x80 : 0;
     win::SetKeyboardState(keys);
+}
+
+std::deque<std::function<void()>> g_soon;
+
+void CALLBACK RunNext(win::HWND, UINT, win::UINT_PTR timer, win::DWORD) {
+    win::KillTimer(nullptr, timer);
+    const auto action = std::move(g_soon.front());
+    g_soon.pop_front();
+    action();
 }
 
 const std::function<void()>* g_look = nullptr;
@@ -50,6 +63,31 @@ void PressAltKey(HWND window, UINT key) {
 void ReleaseAlt(HWND window) {
     HoldAlt(false);
     win::SendMessageW(win32::ToSystem(window), WM_SYSKEYUP, VK_MENU, 0);
+}
+
+void TypeKey(UINT key) {
+    const win::HWND focus = win::GetFocus();
+    win::PostMessageW(focus, WM_KEYDOWN, key, 0);
+    win::PostMessageW(focus, WM_KEYUP, key, win::LPARAM{3} << 30);
+    Settle();
+}
+
+void AnswerBox(UINT id) {
+    const win::HWND box = win::GetActiveWindow();
+    const win::HWND button = win::GetDlgItem(box, static_cast<int>(id));
+    ASSERT_NE(button, nullptr);
+    win::SendMessageW(button, BM_CLICK, 0, 0);
+}
+
+void ChooseInMenu(int index) {
+    const win::HWND owner = win::GetActiveWindow();
+    for (int i = 0; i <= index; ++i) win::PostMessageW(owner, WM_KEYDOWN, VK_DOWN, 0);
+    win::PostMessageW(owner, WM_KEYDOWN, VK_RETURN, 0);
+}
+
+void Soon(std::function<void()> action) {
+    g_soon.push_back(std::move(action));
+    win::SetTimer(nullptr, 0, 1, RunNext);
 }
 
 // The mouse of the screen rests somewhere, and tells of it when windows come and go.
