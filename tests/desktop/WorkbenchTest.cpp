@@ -60,6 +60,14 @@ class WorkbenchTest : public testing::Test {
         trace->SetRecording(std::move(recording));
         return workbench_->Show(std::move(trace));
     }
+    void ShowBothWindows() {
+        Start();
+        Window().resize(900, 700);
+        Window().show();
+        Show();
+        FindAction("View/RTOS/OS Analyze")->trigger();
+        QApplication::processEvents();
+    }
     MainWindow& Window() { return workbench_->Window(); }
     DockingWindows& Docks() { return workbench_->Docking().Windows(); }
     bool IsStartPageShown() { return !Window().centralWidget()->isHidden(); }
@@ -273,12 +281,7 @@ TEST_F(WorkbenchTest, MenuFollowsTheActiveWindow) {
 }
 
 TEST_F(WorkbenchTest, TwoWindowsShareTheHeightNotTheWidth) {
-    Start();
-    Window().resize(900, 700);
-    Window().show();
-    Show();
-    FindAction("View/RTOS/OS Analyze")->trigger();
-    QApplication::processEvents();
+    ShowBothWindows();
     const DockingWindow& trace = *Docks().All()[0];
     const DockingWindow& analyze = *Docks().All()[1];
     EXPECT_EQ(trace.width(), analyze.width());
@@ -286,12 +289,7 @@ TEST_F(WorkbenchTest, TwoWindowsShareTheHeightNotTheWidth) {
 }
 
 TEST_F(WorkbenchTest, LayoutComesBackInTheNextRun) {
-    Start();
-    Window().resize(900, 700);
-    Window().show();
-    Show();
-    FindAction("View/RTOS/OS Analyze")->trigger();
-    QApplication::processEvents();
+    ShowBothWindows();
     Window().resizeDocks({Docks().All()[0], Docks().All()[1]}, {150, 450}, Qt::Vertical);
     QApplication::processEvents();
     const QRect trace = Docks().All()[0]->geometry();
