@@ -220,6 +220,7 @@ class PacketTrace {
     std::uint64_t indexedOffset = kPacket;
     std::uint64_t indexedSize = 8 * kPacket;
     std::size_t cut = 0;  // bytes off the end of the stream
+    bool hasIndex = true;
 
     // The metadata in packets of 64 bytes and what stands in front of each.
     std::string PackedMetadata() const {
@@ -237,6 +238,7 @@ class PacketTrace {
         stream.resize(stream.size() - cut);
         folder.Write("trace/metadata", metadata);
         folder.Write("trace/channel0", stream);
+        if (!hasIndex) return folder.Path("trace");
         folder.Write("trace/index/channel0.idx", "\xC1\xF1\xDC\xC1" + Big(1, 4) + Big(0, 4) +
                                                      Big(56, 4) + Entry(0, 8 * kPacket) +
                                                      Entry(indexedOffset, indexedSize));
@@ -281,6 +283,12 @@ TEST(BadInput, DamagedCtfFilesAreKeptFromTheLibrary) {
         {"content beyond the file",
          [](PacketTrace& t) { t.contentOfSecond = t.sizeOfSecond = 8000; }, 3, 1,
          "channel0: byte 32: the packet has 1000 bytes, but only 32 are left"},
+        {"content beyond the file, without an index",
+         [](PacketTrace& t) {
+             t.contentOfSecond = t.sizeOfSecond = 8000;
+             t.hasIndex = false;
+         },
+         3, 1, "channel0: byte 32: the packet has 1000 bytes, but only 32 are left"},
         {"content a byte beyond the file",
          [](PacketTrace& t) { t.contentOfSecond = t.sizeOfSecond = 8 * 33; }, 3, 1,
          "channel0: byte 32: the packet has 33 bytes, but only 32 are left"},

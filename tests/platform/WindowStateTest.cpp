@@ -259,6 +259,8 @@ TEST_F(WindowStateTest, WhatIsNotThereAnswersNothing) {
     EXPECT_EQ(none.GetScrollPos(SB_VERT), 0);
     EXPECT_FALSE(none.DestroyWindow());
     EXPECT_EQ(top.SendDlgItemMessage(77, WM_USER), 0);
+    EXPECT_FALSE(PostMessage(nullptr, WM_USER, 0, 0));
+    EXPECT_TRUE(PostMessage(view->m_hWnd, WM_USER, 0, 0));
     CWnd control;
     EXPECT_FALSE(control.SubclassDlgItem(77, &top));
     EXPECT_TRUE(control.SubclassDlgItem(1, &top)) << "the view's window";
