@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Checks what the built modules and programs load: the system's libraries and each other.
 
-usage: check_dependencies.py OBJDUMP FOLDER
+usage: check_dependencies.py OBJDUMP FOLDER [FILE...]   (without files: all that there are to be)
 """
 import pathlib
 import re
@@ -17,7 +17,8 @@ OURS = {"KvxOSTrace.dll": {"KvxPlatform.dll"}, "KvxOSTraceExtRes.dll": set(), "K
 def main():
     objdump, folder = sys.argv[1], pathlib.Path(sys.argv[2])
     faults = []
-    for name, ours in OURS.items():
+    for name in sys.argv[3:] or OURS:
+        ours = OURS[name]
         text = subprocess.run([objdump, "-p", folder / name], check=True, capture_output=True, text=True).stdout
         loaded = re.findall(r"DLL Name: (\S+)", text)
         if not loaded:

@@ -105,8 +105,9 @@ void RowOrder::RankTexts() {
 }
 
 bool RowOrder::AreNumbersAscending() const {
-    const auto begin = numberOf_.begin() + first_;
-    return std::adjacent_find(begin, begin + count_, std::greater_equal<>()) == begin + count_;
+    const auto begin = numberOf_.begin() + static_cast<std::ptrdiff_t>(first_);
+    const auto end = begin + static_cast<std::ptrdiff_t>(count_);
+    return std::adjacent_find(begin, end, std::greater_equal<>()) == end;
 }
 
 void RowOrder::RankNumbers() {

@@ -10,13 +10,15 @@ namespace kvx::win32 {
 
 namespace {
 
+win::WINBOOL CALLBACK AddWindow(win::HWND window, win::LPARAM list) {
+    reinterpret_cast<std::vector<win::HWND>*>(list)->push_back(window);
+    return 1;
+}
+
 std::vector<win::HWND> WindowsOfThread() {
     std::vector<win::HWND> windows;
-    const auto add = [](win::HWND window, win::LPARAM list) -> win::WINBOOL {
-        reinterpret_cast<std::vector<win::HWND>*>(list)->push_back(window);
-        return 1;
-    };
-    win::EnumThreadWindows(win::GetCurrentThreadId(), add, reinterpret_cast<win::LPARAM>(&windows));
+    win::EnumThreadWindows(win::GetCurrentThreadId(), AddWindow,
+                           reinterpret_cast<win::LPARAM>(&windows));
     return windows;
 }
 

@@ -15,14 +15,15 @@ std::int32_t Rounded(double position) {
     return static_cast<std::int32_t>(PixelGrid::Round(position));
 }
 
+win::WINBOOL CALLBACK AddMonitor(win::HMONITOR monitor, win::HDC, win::RECT*, win::LPARAM list) {
+    reinterpret_cast<std::vector<Monitor>*>(list)->emplace_back(monitor);
+    return 1;
+}
+
 std::vector<Monitor> All() {
     std::vector<Monitor> monitors;
-    const auto add = [](win::HMONITOR monitor, win::HDC, win::RECT*,
-                        win::LPARAM list) -> win::WINBOOL {
-        reinterpret_cast<std::vector<Monitor>*>(list)->emplace_back(monitor);
-        return 1;
-    };
-    win::EnumDisplayMonitors(nullptr, nullptr, add, reinterpret_cast<win::LPARAM>(&monitors));
+    win::EnumDisplayMonitors(nullptr, nullptr, AddMonitor,
+                             reinterpret_cast<win::LPARAM>(&monitors));
     return monitors;
 }
 

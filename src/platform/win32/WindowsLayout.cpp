@@ -192,18 +192,24 @@ void Win32Windows::AcceptDrops(HWND window, bool accept) {
     if (const auto plain = PlainWindow::Of(ToSystem(window))) plain->AcceptDrops(accept);
 }
 
+namespace {
+
+win::WINBOOL CALLBACK LookForMain(win::HWND window, win::LPARAM found) {
+    const auto style = static_cast<DWORD>(win::GetWindowLongW(window, GWL_STYLE));
+    const bool main = (style & WS_CAPTION) == WS_CAPTION && win::IsWindowVisible(window) &&
+                      !win::GetWindow(window, GW_OWNER) && !OwnWindow::Of(window);
+    if (main) *reinterpret_cast<win::HWND*>(found) = window;
+    return !main;
+}
+
+}  // namespace
+
 // The one that was named, else the thread's first window on the desktop that nobody owns.
 HWND Win32Windows::MainWindow() const {
     if (win::IsWindow(mainWindow_)) return ToHandle(mainWindow_);
     win::HWND first = nullptr;
-    const auto look = [](win::HWND window, win::LPARAM found) -> win::WINBOOL {
-        const auto style = static_cast<DWORD>(win::GetWindowLongW(window, GWL_STYLE));
-        const bool main = (style & WS_CAPTION) == WS_CAPTION && win::IsWindowVisible(window) &&
-                          !win::GetWindow(window, GW_OWNER) && !OwnWindow::Of(window);
-        if (main) *reinterpret_cast<win::HWND*>(found) = window;
-        return !main;
-    };
-    win::EnumThreadWindows(win::GetCurrentThreadId(), look, reinterpret_cast<win::LPARAM>(&first));
+    win::EnumThreadWindows(win::GetCurrentThreadId(), LookForMain,
+                           reinterpret_cast<win::LPARAM>(&first));
     return ToHandle(first);
 }
 
