@@ -57,6 +57,14 @@ class ValueDialog : public CDialog {
     }
 };
 
+// Pixels that differ, of pictures of one size.
+int CountOther(const Surface& one, const Surface& other) {
+    int count = 0;
+    for (int y = 0; y < one.DeviceSize().cy; ++y)
+        for (int x = 0; x < one.DeviceSize().cx; ++x) count += one.At(x, y) != other.At(x, y);
+    return count;
+}
+
 class DialogFlow : public testing::Test {
   protected:
     void SetUp() override {
@@ -149,6 +157,25 @@ TEST_F(DialogFlow, ListsHoldTheirItems) {
     EXPECT_TRUE(list->GetSel(1));
     EXPECT_EQ(list->GetText(7), "");
     EXPECT_TRUE(dialog.log.empty());
+}
+
+TEST_F(DialogFlow, BoxesOfAListAreTurnedByTheUser) {
+    ValueDialog dialog;
+    Open(dialog, top);
+    auto* const list = dialog.Item<CCheckListBox>(1038);
+    list->AddString("one");
+    list->AddString("two");
+    list->SetFocus();
+    list->SetCurSel(1);
+    Settle();
+    const Surface unchecked = ScreenOf(list->m_hWnd);
+    TypeKey(VK_SPACE);
+    EXPECT_GT(CountOther(unchecked, ScreenOf(list->m_hWnd)), 0) << "the mark is seen";
+    EXPECT_EQ(list->GetCheck(0), 0);
+    EXPECT_EQ(list->GetCheck(1), 1);
+    EXPECT_EQ(dialog.log, (Log{"list"}));
+    list->SetCheck(1, 0);
+    EXPECT_EQ(dialog.log, (Log{"list"})) << "the program's own change is not told";
 }
 
 TEST_F(DialogFlow, TabWalksInTheOrderOfTheTemplate) {

@@ -57,7 +57,19 @@ win::LRESULT CheckList::OnSystemMessage(UINT message, win::WPARAM wParam, win::L
         if (current >= 0 && current < count) Toggle(current);
         return 0;
     }
-    return NativeControl::OnSystemMessage(message, wParam, lParam);
+    const win::LRESULT result = NativeControl::OnSystemMessage(message, wParam, lParam);
+    if (message == WM_SETFONT) FitItems(reinterpret_cast<win::HFONT>(wParam));
+    return result;
+}
+
+void CheckList::FitItems(win::HFONT font) const {
+    const win::HDC dc = win::GetDC(Handle());
+    win::TEXTMETRICW metrics = {};
+    const win::HGDIOBJ before = win::SelectObject(dc, font);
+    win::GetTextMetricsW(dc, &metrics);
+    win::SelectObject(dc, before);
+    win::ReleaseDC(Handle(), dc);
+    Default(LB_SETITEMHEIGHT, 0, metrics.tmHeight + 2);
 }
 
 void CheckList::Draw(const win::DRAWITEMSTRUCT& item) const {

@@ -20,6 +20,8 @@ class CheckList final : public NativeControl {
 
   private:
     void Toggle(int index);
+    // Items are as high as the font asks.
+    void FitItems(win::HFONT font) const;
     int BoxAt(win::LPARAM point) const;  // item whose box is there; -1: none
 };
 

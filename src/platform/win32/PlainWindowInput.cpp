@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/win32/CheckList.h"
 #include "platform/win32/Convert.h"
 #include "platform/win32/Geometry.h"
 #include "platform/win32/Keys.h"
@@ -73,6 +74,11 @@ win::LRESULT PlainWindow::OnSystemMessage(UINT message, win::WPARAM wParam, win:
             return 0;
         case WM_ERASEBKGND:
             return 1;
+        case WM_DRAWITEM: {
+            const auto& item = *reinterpret_cast<const win::DRAWITEMSTRUCT*>(lParam);
+            if (const auto list = CheckList::Of(item.hwndItem)) list->Draw(item);
+            return 1;
+        }
         case WM_CLOSE:
             Send(WM_CLOSE);
             return 0;
