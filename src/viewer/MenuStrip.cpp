@@ -16,6 +16,15 @@ UINT LetterOf(const CString& text) {
     return static_cast<UINT>(std::toupper(static_cast<unsigned char>(text[mark + 1])));
 }
 
+// Under the letter that opens the menu.
+void UnderlineLetter(CDC& dc, const CString& text, POINT at) {
+    const std::size_t mark = text.find('&');
+    if (LetterOf(text) == 0) return;
+    const int left = at.x + dc.GetTextExtent(text.substr(0, mark)).cx;
+    const CSize letter = dc.GetTextExtent(text.substr(mark + 1, 1));
+    dc.FillSolidRect(left, at.y + letter.cy - 2, letter.cx, 1, dc.GetTextColor());
+}
+
 }  // namespace
 
 const MessageMap& MenuStrip::GetMessageMap() const {
@@ -71,7 +80,9 @@ void MenuStrip::OnPaint() {
         }
         const CString text = WithoutMnemonics(menus_.Popups()[i].text);
         dc.SetTextColor(GetSysColor(hot ? COLOR_HIGHLIGHTTEXT : COLOR_MENUTEXT));
-        dc.TextOut(edges[i] + kPadding, (area.Height() - dc.GetTextExtent(text).cy) / 2, text);
+        const int top = (area.Height() - dc.GetTextExtent(text).cy) / 2;
+        dc.TextOut(edges[i] + kPadding, top, text);
+        UnderlineLetter(dc, menus_.Popups()[i].text, {edges[i] + kPadding, top});
     }
 }
 

@@ -8,6 +8,7 @@
 #include "platform/base/WinApp.h"
 #include "platform/dialogs/FileDialog.h"
 #include "platform/dialogs/MessageBox.h"
+#include "viewer/LossTexts.h"
 #include "viewer/OpenProgress.h"
 #include "workbench/formats/OpenRecording.h"
 
@@ -22,6 +23,7 @@ constexpr std::uint32_t kOpen = 1;
 constexpr std::uint32_t kClose = 2;
 constexpr std::uint32_t kExit = 3;
 constexpr std::uint32_t kAbout = 4;
+constexpr std::uint32_t kRecording = 5;
 constexpr std::uint32_t kFirstProcessor = 1000;  // and the processor's number
 constexpr std::uint32_t kOwnMenu = 0;
 constexpr std::uint32_t kProcessorMenu = 0xFFFFFFFF;
@@ -43,6 +45,7 @@ Viewer::Viewer(const CString& profile)
     host_.onEvent = [this] { window_.UpdateSoon(); };
     window_.onDrop = [this](const CString& path) { Open(path); };
     window_.onClose = [this] { Quit(); };
+    window_.onUpdate = [this] { ShowRecordingStatus(); };
     window_.Docking().onCloseRefused = [this](const CString& title) {
         window_.MessageBox(title + " cannot be closed now.", kProgramName, MB_ICONWARNING);
     };
@@ -72,10 +75,11 @@ CString Viewer::Start(const CString& folder) {
 void Viewer::AddOwnMenu() {
     const MenuNode file[] = {{u"&Open...", nullptr, kOpen},
                              {u"&Close", nullptr, kClose},
+                             {u"About This &Recording...", nullptr, kRecording},
                              {},
                              {u"E&xit", nullptr, kExit}};
     const MenuNode help[] = {{u"&About", nullptr, kAbout}};
-    const MenuNode popups[] = {{u"&File", nullptr, 0, file, 4}, {u"&Help", nullptr, 0, help, 1}};
+    const MenuNode popups[] = {{u"&File", nullptr, 0, file, 5}, {u"&Help", nullptr, 0, help, 1}};
     const MenuNode root{nullptr, nullptr, 0, popups, 2};
     window_.Docking().AddMenu(kOwnMenu, nullptr, &root, this);
     const auto control = [](char key, std::uint32_t command) {
@@ -109,6 +113,7 @@ HRESULT Viewer::OnCommand(std::uint32_t command) {
         if (command == kClose) Close();
         if (command == kExit) window_.PostMessage(WM_CLOSE);
         if (command == kAbout) ShowAbout();
+        if (command == kRecording) ShowLosses();
         if (command >= kFirstProcessor) ShowProcessor(command - kFirstProcessor);
         return S_OK;
     });
@@ -116,7 +121,8 @@ HRESULT Viewer::OnCommand(std::uint32_t command) {
 
 HRESULT Viewer::OnUpdateCommand(std::uint32_t command, CommandState* state) {
     if (!state) return E_POINTER;
-    state->enabled = command != kClose || trace_->GetRecording() ? 1 : 0;
+    const bool needsRecording = command == kClose || command == kRecording;
+    state->enabled = !needsRecording || trace_->GetRecording() ? 1 : 0;
     if (command >= kFirstProcessor)
         state->checked = trace_->ShownProcessor() == command - kFirstProcessor ? 1 : 0;
     return S_OK;
@@ -135,6 +141,12 @@ void Viewer::ShowAbout() {
                            version->first, version->second);
     }
     window_.MessageBox(text, "About", MB_ICONINFORMATION);
+}
+
+void Viewer::ShowLosses() {
+    const CString details = LossDetails(*trace_);
+    window_.MessageBox(details.empty() ? "Nothing was lost." : details, "About This Recording",
+                       MB_ICONINFORMATION);
 }
 
 bool Viewer::Open(const CString& path) {
@@ -194,11 +206,19 @@ void Viewer::ShowState() {
     const CString name = path.filename().string();
     services_.Project().SetOpen(name, path.parent_path().string());
     window_.SetWindowText(name.empty() ? kProgramName : name + " — " + kProgramName);
-    CString text;
-    if (recording && recording->Processors().size() > 1)
-        text = "Processor " + std::to_string(trace_->ShownProcessor()) + "   ";
-    window_.ShowRecordingStatus(recording ? text + recording->FormatName() : CString());
+    ShowRecordingStatus();
     window_.UpdateSoon();
+}
+
+// Losses are counted while the recording is decoded.
+void Viewer::ShowRecordingStatus() {
+    const service::Recording* const recording = trace_->GetRecording();
+    if (!recording) return window_.ShowRecordingStatus({});
+    CString text = LossSummary(*trace_);
+    if (!text.empty()) text += "   ";
+    if (recording->Processors().size() > 1)
+        text += "Processor " + std::to_string(trace_->ShownProcessor()) + "   ";
+    window_.ShowRecordingStatus(text + recording->FormatName());
 }
 
 }  // namespace kvx::viewer

@@ -46,8 +46,10 @@ class Viewer final : private IQCommandTarget {
     void AddProcessorMenu();
     void ChooseFile();
     void ShowAbout();
+    void ShowLosses();
     void Install(std::unique_ptr<service::TraceService> trace);
     void ShowState();
+    void ShowRecordingStatus();
 
     ViewerWindow window_;
     hosting::HostObject host_;

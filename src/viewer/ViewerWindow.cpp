@@ -84,6 +84,7 @@ void ViewerWindow::ShowStatus(const CString& text) {
 }
 
 void ViewerWindow::ShowRecordingStatus(const CString& text) {
+    if (text == recording_) return;
     recording_ = text;
     LayOutStatus();
 }
@@ -108,6 +109,7 @@ LRESULT ViewerWindow::OnUpdate(WPARAM, LPARAM) {
     updating_ = false;
     docking_.UpdateToolbars();
     docking_.Follow(GetFocus());
+    onUpdate();
     return 0;
 }
 

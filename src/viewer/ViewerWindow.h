@@ -17,6 +17,8 @@ class ViewerWindow : public CWnd {
 
     // The user dropped files.
     std::function<void(const CString& path)> onDrop;
+    // The user did something, or an event came: what is shown of the state may be old.
+    std::function<void()> onUpdate;
     // The user closes the window.
     std::function<void()> onClose;
 

@@ -146,7 +146,9 @@ TEST_F(ViewerTest, MarkersAreDraggedAndTheTableIsSaved) {
 }
 
 TEST_F(ViewerTest, MenusShowStatesAndKeys) {
-    EXPECT_EQ(OpenMenu('F', 0), "&Open...\tCtrl+O\n&Close\tCtrl+W (off)\n\nE&xit\tCtrl+Q\n");
+    EXPECT_EQ(OpenMenu('F', 0),
+              "&Open...\tCtrl+O\n&Close\tCtrl+W (off)\nAbout This &Recording... "
+              "(off)\n\nE&xit\tCtrl+Q\n");
     Open("two_cores");
     const CString trace = OpenMenu('V', 0);
     EXPECT_NE(trace.find("&OSTrace"), CString::npos) << trace;
@@ -156,6 +158,20 @@ TEST_F(ViewerTest, MenusShowStatesAndKeys) {
     OpenMenu('F', 2);
     EXPECT_EQ(Window().GetWindowText(), "KVX Viewer");
     EXPECT_FALSE(Find<MenuStrip>(Window()).Open('P')) << "there is no choice of processors";
+}
+
+TEST_F(ViewerTest, WhatWasLostIsTold) {
+    Open("losses");
+    viewer_->Trace().Check();  // waits for all of it
+    Window().UpdateSoon();
+    test::Settle();
+    EXPECT_NE(Window().Status(1).find(" losses   "), CString::npos) << Window().Status(1);
+    boxes_.ExpectMessage(": ");
+    OpenMenu('F', 3);
+    EXPECT_NE(boxes_.LastMessage().text.find("returns_without_call"), CString::npos)
+        << boxes_.LastMessage().text;
+    Open("one_core");
+    EXPECT_EQ(Window().Status(1).find("loss"), CString::npos) << Window().Status(1);
 }
 
 TEST_F(ViewerTest, FindAndPickUpAskWithTheTemplates) {
