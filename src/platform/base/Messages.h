@@ -138,6 +138,7 @@ constexpr LPARAM MakePointParam(std::int32_t x, std::int32_t y) {
     return static_cast<LPARAM>((static_cast<std::uint64_t>(static_cast<std::uint32_t>(y)) << 32) |
                                static_cast<std::uint32_t>(x));
 }
+static_assert(sizeof(LPARAM) == 8, "both numbers of a point are kept on every processor");
 constexpr std::int32_t ParamX(LPARAM param) {
     return static_cast<std::int32_t>(static_cast<std::uint64_t>(param));
 }

@@ -20,9 +20,10 @@ using CString = std::string;  // UTF-8
 using BOOL = int;
 using UINT = std::uint32_t;
 using DWORD = std::uint32_t;
-using WPARAM = std::uintptr_t;
-using LPARAM = std::intptr_t;
-using LRESULT = std::intptr_t;
+// Parameters of window messages: two numbers of 32 bits, or a pointer, on every processor.
+using WPARAM = std::uint64_t;
+using LPARAM = std::int64_t;
+using LRESULT = std::int64_t;
 
 inline constexpr BOOL TRUE_ = 1;
 inline constexpr BOOL FALSE_ = 0;

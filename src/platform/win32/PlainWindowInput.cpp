@@ -39,10 +39,11 @@ bool IsNotification(const OwnWindow& control, UINT code) {
 // The system tells of the choice before the field shows it.
 void ShowChoice(win::HWND combo) {
     const auto index = win::SendMessageW(combo, CB_GETCURSEL, 0, 0);
-    const auto length = win::SendMessageW(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(index), 0);
+    const auto length =
+        win::SendMessageW(combo, CB_GETLBTEXTLEN, static_cast<win::WPARAM>(index), 0);
     if (index < 0 || length < 0) return;
     std::wstring text(static_cast<std::size_t>(length), L'\0');
-    win::SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(index),
+    win::SendMessageW(combo, CB_GETLBTEXT, static_cast<win::WPARAM>(index),
                       reinterpret_cast<win::LPARAM>(text.data()));
     win::SetWindowTextW(combo, text.c_str());
 }
@@ -144,8 +145,9 @@ win::LRESULT PlainWindow::OnCommand(win::WPARAM wParam, win::LPARAM lParam) {
     const UINT code = HIWORD(wParam);
     if (own && !IsNotification(*own, code)) return 0;
     if (own && own->Kind() == WindowKind::ComboBox && code == CBN_SELCHANGE) ShowChoice(control);
-    return Send(WM_COMMAND, MakeCommand(own ? own->Id() : LOWORD(wParam), control ? code : 0),
-                static_cast<LPARAM>(lParam));
+    return static_cast<win::LRESULT>(
+        Send(WM_COMMAND, MakeCommand(own ? own->Id() : LOWORD(wParam), control ? code : 0),
+             static_cast<LPARAM>(lParam)));
 }
 
 POINT PlainWindow::ToLogical(POINT device) const {
@@ -238,7 +240,7 @@ std::optional<win::LRESULT> PlainWindow::OnKey(UINT message, win::WPARAM wParam,
                                                win::LPARAM lParam) {
     switch (message) {
         case WM_GETDLGCODE:
-            return Send(WM_GETDLGCODE);
+            return static_cast<win::LRESULT>(Send(WM_GETDLGCODE));
         case WM_KEYDOWN:
             if (wParam == VK_TAB && win::GetFocus() == Handle() && MoveFocusByTab(Handle()))
                 return 0;

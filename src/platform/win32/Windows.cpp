@@ -83,14 +83,16 @@ LRESULT Win32Windows::Send(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         const auto command = static_cast<LPARAM>(wParam);
         wParam = static_cast<WPARAM>((ParamY(command) << 16) | (ParamX(command) & 0xFFFF));
     }
-    return win::SendMessageW(handle, message, wParam, lParam);
+    return win::SendMessageW(handle, message, static_cast<win::WPARAM>(wParam),
+                             static_cast<win::LPARAM>(lParam));
 }
 
 void Win32Windows::Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (const auto own = OwnWindow::Of(ToSystem(window)))
         own->Post(message, wParam, lParam);
     else if (message < kSystemMessages)
-        win::PostMessageW(ToSystem(window), message, wParam, lParam);
+        win::PostMessageW(ToSystem(window), message, static_cast<win::WPARAM>(wParam),
+                          static_cast<win::LPARAM>(lParam));
 }
 
 HWND Win32Windows::Parent(HWND window) const {
