@@ -265,6 +265,7 @@ TEST_F(WindowStateTest, WhatIsNotThereAnswersNothing) {
     EXPECT_FALSE(control.SubclassDlgItem(77, &top));
     EXPECT_TRUE(control.SubclassDlgItem(1, &top)) << "the view's window";
     EXPECT_TRUE(control.DestroyWindow());
+    delete view;  // it has no window any more with which it would go
 }
 
 TEST_F(WindowStateTest, CaptureIsToldWhenItIsLost) {
