@@ -1,5 +1,6 @@
-// The OS Trace window itself, offscreen, 40 lines by 1600 pixels of chart, on ten million events:
-// paints, zooming, scrolling, a marker that is dragged and dropped, and the marker commands.
+// The OS Trace window itself, offscreen, 40 lines by 1600 pixels of chart, on ten million events,
+// or as many as KVX_BENCH_EVENTS says: paints, zooming, scrolling, a marker that is dragged and
+// dropped, and the marker commands.
 
 #include <benchmark/benchmark.h>
 
@@ -20,7 +21,11 @@
 namespace kvx::bench {
 namespace {
 
-constexpr std::uint32_t kEvents = 10'000'000;
+std::uint32_t Events() {
+    const char* const events = std::getenv("KVX_BENCH_EVENTS");
+    return events ? static_cast<std::uint32_t>(std::strtoul(events, nullptr, 10)) : 10'000'000;
+}
+
 constexpr int kLines = 40;
 constexpr int kChartWidth = 1600;
 
@@ -53,7 +58,7 @@ class Window {
     }
 
   private:
-    Window() : core_(LargeTrace(kEvents)) {
+    Window() : core_(LargeTrace(Events())) {
         setenv("QT_QPA_PLATFORM", "offscreen", 0);
         InstallBackend();
         CString message;
