@@ -1,82 +1,16 @@
-// Whole sessions of the Workbench with the component that it ships with: workspaces and the target.
+// Whole sessions of the Workbench with the component that it ships with: workspaces.
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QTemporaryDir>
-
 #include "BoxAnswer.h"
+#include "SessionsFixture.h"
 #include "host/CommandIds.h"
 #include "support/SystemViewWriter.h"
-#include "workbench/desktop/Workbench.h"
 
 namespace kvx::desktop {
 namespace {
 
 using test::BoxAnswer;
-
-class Sessions : public testing::Test {
-  protected:
-    void SetUp() override {
-        QFile log(log_);
-        ASSERT_TRUE(log.open(QIODevice::WriteOnly));
-        for (int i = 1; i < 200; ++i) {
-            log.write(QStringLiteral("[%1] dispatch to task %2.\n[%3] dispatch from task %2.\n")
-                          .arg(20 * i)
-                          .arg(i % 4 + 1)
-                          .arg(20 * i + 10)
-                          .toUtf8());
-        }
-        log.close();
-        StartAnew();
-    }
-    // As the next run would find it.
-    void StartAnew() {
-        workbench_.reset();
-        workbench_ = std::make_unique<Workbench>(settings_);
-        ASSERT_EQ(workbench_->Start(QString::fromLocal8Bit(qgetenv("KVX_BIN_DIR"))), "");
-        workbench_->Window().resize(1000, 700);
-        workbench_->Window().show();
-        QApplication::processEvents();
-    }
-    void Quit() {
-        workbench_->Window().close();
-        StartAnew();
-    }
-    DockingWindows& Docks() { return workbench_->Docking().Windows(); }
-    DockingWindow* Dock(const QString& title) {
-        for (DockingWindow* window : Docks().All()) {
-            if (window->windowTitle() == title) return window;
-        }
-        return nullptr;
-    }
-    void Open(std::uint32_t command) {
-        workbench_->Docking().UpdateCommands();
-        workbench_->Docking().GiveCommand(command);
-        QApplication::processEvents();
-    }
-    QAction* Command(const QString& title, std::uint32_t id) {
-        workbench_->Docking().UpdateCommands();
-        return workbench_->Docking().Toolbar(Dock(title)->Name() + "/toolbar")->Find(id);
-    }
-    host::IQOSTraceRange* Range() {
-        return host::Service<host::IQOSTraceRange>(&workbench_->Host(), host::kOSTraceRange);
-    }
-    bool IsModified() { return workbench_->Workspace().IsModified(); }
-    QStringList Shown() {
-        QStringList titles;
-        for (DockingWindow* window : Docks().All()) {
-            if (!window->isHidden()) titles << window->windowTitle();
-        }
-        return titles;
-    }
-
-    QTemporaryDir folder_;
-    QString log_ = folder_.filePath("day.log");
-    QString file_ = folder_.filePath("day.kvxw");
-    Settings settings_;
-    std::unique_ptr<Workbench> workbench_;
-};
 
 TEST_F(Sessions, WorkspaceBringsBackADaysWork) {
     ASSERT_TRUE(workbench_->Open(log_));
@@ -366,86 +300,6 @@ TEST_F(Sessions, WorkspaceThatCannotBeReadOrWrittenLosesNothing) {
     EXPECT_TRUE(box.texts[0].contains("this is not a workspace"));
     EXPECT_EQ(workbench_->Workspace().Path(), file_);
     EXPECT_EQ(Shown(), QStringList({"OS Trace", "OS Analyze"}));
-}
-
-TEST_F(Sessions, TargetRunsIsStoppedAndShown) {
-    workbench_->Open(log_);
-    Open(ids::kOpenOSAnalyze);
-    workbench_->ConnectTarget();
-    ASSERT_NE(workbench_->Target(), nullptr);
-    EXPECT_EQ(workbench_->Trace().GetRecording(), nullptr);
-    EXPECT_TRUE(Command("OS Trace", ids::kRangeFreeCommand)->isEnabled());
-    EXPECT_FALSE(Command("OS Trace", ids::kTraceStop)->isEnabled()) << "nothing runs";
-
-    workbench_->Target()->Go();
-    EXPECT_FALSE(Command("OS Trace", ids::kRangeFreeCommand)->isEnabled());
-    EXPECT_TRUE(Command("OS Trace", ids::kRangeFullCommand)->isChecked()) << "as it was";
-    EXPECT_TRUE(Command("OS Trace", ids::kTraceStop)->isEnabled());
-    EXPECT_FALSE(Command("OS Trace", ids::kTraceRestart)->isEnabled());
-    BoxAnswer box;
-    Dock("OS Trace")->close();
-    EXPECT_EQ(box.texts.size(), 1);
-    EXPECT_TRUE(box.texts.value(0).contains("while the target runs"));
-    EXPECT_EQ(Shown(), QStringList({"OS Trace", "OS Analyze"})) << "not while it runs";
-    workbench_->Target()->Advance(50'000);
-
-    Command("OS Trace", ids::kTraceStop)->trigger();
-    EXPECT_FALSE(Command("OS Trace", ids::kTraceStop)->isEnabled());
-    EXPECT_TRUE(Command("OS Trace", ids::kTraceRestart)->isEnabled()) << "the trace is open";
-    Command("OS Trace", ids::kTraceRestart)->trigger();
-    EXPECT_EQ(workbench_->Trace().GetRecording(), nullptr);
-    EXPECT_TRUE(Command("OS Trace", ids::kTraceStop)->isEnabled());
-    workbench_->Target()->Advance(50'000);
-    workbench_->Target()->Stop();
-    EXPECT_GE(workbench_->Trace().GetRecording()->FirstTime(), 49'000);
-    EXPECT_TRUE(Command("OS Trace", ids::kExpand)->isEnabled()) << "the recording is shown";
-    EXPECT_TRUE(Command("OS Trace", ids::kRangeFreeCommand)->isEnabled());
-    Dock("OS Trace")->close();
-    EXPECT_EQ(Shown(), QStringList("OS Analyze"));
-
-    const QString copy = folder_.filePath("kept.log");
-    ASSERT_TRUE(workbench_->SaveRecording(copy));
-    const std::uint32_t records = workbench_->Trace().GetRecording()->RecordCount();
-    workbench_->Open(copy);
-    EXPECT_EQ(workbench_->Target(), nullptr) << "a file ends the connection";
-    EXPECT_EQ(workbench_->Trace().GetRecording()->RecordCount(), records);
-    EXPECT_TRUE(workbench_->Trace().GetRecording()->Warnings().empty());
-    EXPECT_TRUE(QFileInfo::exists(folder_.filePath("kept.res")));
-}
-
-TEST_F(Sessions, WorkspaceEndsTheConnectionAlsoWhileTheTargetRuns) {
-    workbench_->Open(log_);
-    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
-    workbench_->ConnectTarget();
-    Open(ids::kOpenOSAnalyze);
-    workbench_->Target()->Go();
-    workbench_->Target()->Advance(10'000);
-    BoxAnswer discard(QMessageBox::Discard);
-    ASSERT_TRUE(workbench_->OpenWorkspace(file_));
-    EXPECT_EQ(workbench_->Target(), nullptr);
-    EXPECT_EQ(Shown(), QStringList("OS Trace"));
-    EXPECT_EQ(workbench_->Trace().GetRecording()->Path(), log_.toStdString());
-}
-
-TEST_F(Sessions, RecordingOfTheTargetIsNoDemonstration) {
-    ASSERT_TRUE(workbench_->OpenDemonstration());
-    workbench_->ConnectTarget();
-    workbench_->Target()->Go();
-    workbench_->Target()->Advance(10'000);
-    workbench_->Target()->Stop();
-    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
-    EXPECT_FALSE(ReadWorkspace(file_)->workspace.trace) << "it is in no file";
-    ASSERT_TRUE(workbench_->SaveRecording(folder_.filePath("kept.log")));
-    ASSERT_TRUE(workbench_->SaveWorkspace(file_));
-    EXPECT_EQ(ReadWorkspace(file_)->workspace.trace->files, folder_.filePath("kept.log"));
-}
-
-TEST_F(Sessions, EndsWhileTheTargetRuns) {
-    workbench_->ConnectTarget();
-    workbench_->Target()->Go();
-    workbench_->Target()->Advance(10'000);
-    Quit();
-    EXPECT_EQ(workbench_->Target(), nullptr);
 }
 
 TEST_F(Sessions, HelpIsThatOfTheActiveWindow) {
